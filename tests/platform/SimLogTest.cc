@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <regex>
+#include <string>
+
+#include "SimFaults.h"
+#include "SimLogStream.h"
+#include "TempDir.h"
+#include "saLog.h"
+
+namespace {
+
+SaLogFileCreateAttributesT_2 upgradeAttributes(SaUint64T maxFileSize, SaUint32T maxRecordSize) {
+  SaLogFileCreateAttributesT_2 a{};
+  a.logFileName = const_cast<char*>("upgrade");
+  a.logFilePathName = const_cast<char*>("saLogUpgrade");
+  a.maxLogFileSize = maxFileSize;
+  a.maxLogRecordSize = maxRecordSize;
+  a.haProperty = SA_TRUE;
+  a.logFileFullAction = SA_LOG_FILE_FULL_ACTION_ROTATE;
+  a.maxFilesRotated = 3;
+  a.logFileFmt = const_cast<char*>("[@CY-@Cm-@Cd @Ch:@Cn:@Cs] @Cr @Sv @Cb");
+  return a;
+}
+
+// `text` must outlive the record.
+SaLogRecordT record(const char* text, SaLogSeverityT severity, SaLogBufferT* buffer) {
+  buffer->logBufSize = std::strlen(text);
+  buffer->logBuf = reinterpret_cast<SaUint8T*>(const_cast<char*>(text));
+  SaLogRecordT r{};
+  r.logTimeStamp = SA_TIME_UNKNOWN;
+  r.logHdrType = SA_LOG_GENERIC_HEADER;
+  r.logHeader.genericHdr.logSeverity = severity;
+  r.logBuffer = buffer;
+  return r;
+}
+
+class SimLogTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    setenv("VOSK_SIM_OUT", dir.path().c_str(), 1);
+    unsetenv("VOSK_SIM_FAULTS");
+    SimFaults::reload();
+  }
+  void TearDown() override {
+    unsetenv("VOSK_SIM_OUT");
+    unsetenv("VOSK_SIM_ROOT");
+    unsetenv("VOSK_SIM_FAULTS");
+    SimFaults::reload();
+  }
+
+  SaAisErrorT open(SaLogHandleT* log, SaLogStreamHandleT* stream) {
+    SaVersionT version{'A', 2, 1};
+    SaAisErrorT rc = saLogInitialize(log, nullptr, &version);
+    if (rc != SA_AIS_OK) return rc;
+    SaNameT name{};
+    SaLogFileCreateAttributesT_2 a = upgradeAttributes(2000000, 512);
+    return saLogStreamOpen_2(*log, &name, &a, SA_LOG_STREAM_CREATE, SA_TIME_ONE_SECOND, stream);
+  }
+
+  TempDir dir;
+};
+
+TEST_F(SimLogTest, RecordsFollowTheStreamFormat) {
+  SimLogStream stream(dir.path(), upgradeAttributes(2000000, 512));
+  std::time_t when = 0;
+  std::string line = stream.formatRecord(12, when, SA_LOG_SEV_ERROR, "some text");
+  EXPECT_TRUE(std::regex_match(line, std::regex(R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\] 0000000012 ER some text)")))
+      << line;
+  EXPECT_EQ(" IN x", stream.formatRecord(1, when, SA_LOG_SEV_INFO, "x").substr(32));
+  EXPECT_EQ(" WA x", stream.formatRecord(1, when, SA_LOG_SEV_WARNING, "x").substr(32));
+}
+
+TEST_F(SimLogTest, TheMaximumRecordSizeCountsTheLineEnd) {
+  SimLogStream stream(dir.path(), upgradeAttributes(2000000, 64));
+  std::string line = stream.formatRecord(1, 0, SA_LOG_SEV_INFO, std::string(200, 'z'));
+  EXPECT_EQ(63u, line.size());
+}
+
+TEST_F(SimLogTest, FilesRotateAtTheMaximumSizeKeepingThreeOldOnes) {
+  SimLogStream stream(dir.path(), upgradeAttributes(200, 512));
+  SaLogBufferT buffer;
+  // Each line is 50 bytes: four fit in one file.
+  for (int i = 0; i < 25; ++i) {
+    char text[32];
+    std::snprintf(text, sizeof text, "record %02d", i);
+    ASSERT_EQ(SA_AIS_OK, stream.write(record(text, SA_LOG_SEV_INFO, &buffer)));
+  }
+  const std::string log = dir.path() + "/upgrade.log";
+  EXPECT_EQ(1u, TempDir::lines(log).size());
+  for (const char* old : {".1", ".2", ".3"}) EXPECT_EQ(4u, TempDir::lines(log + old).size()) << old;
+  EXPECT_FALSE(TempDir::exists(log + ".4"));
+  EXPECT_NE(std::string::npos, TempDir::read(log).find("record 24"));
+  EXPECT_NE(std::string::npos, TempDir::read(log + ".3").find("record 12"));
+}
+
+TEST_F(SimLogTest, TheServiceWritesUnderTheOutputFolder) {
+  SaLogHandleT log;
+  SaLogStreamHandleT stream;
+  ASSERT_EQ(SA_AIS_OK, open(&log, &stream));
+  SaLogBufferT buffer;
+  SaLogRecordT r = record("hello", SA_LOG_SEV_INFO, &buffer);
+  ASSERT_EQ(SA_AIS_OK, saLogWriteLogAsync(stream, 0, 0, &r));
+  EXPECT_EQ(SA_AIS_OK, saLogFinalize(log));
+  EXPECT_EQ(SA_AIS_ERR_BAD_HANDLE, saLogWriteLogAsync(stream, 0, 0, &r));
+  EXPECT_EQ(SA_AIS_ERR_BAD_HANDLE, saLogFinalize(log));
+  auto lines = TempDir::lines(dir.path() + "/log/saLogUpgrade/upgrade.log");
+  ASSERT_EQ(1u, lines.size());
+  EXPECT_EQ(" IN hello", lines[0].substr(32));
+}
+
+TEST_F(SimLogTest, WithoutANodeInitialisingFails) {
+  unsetenv("VOSK_SIM_OUT");
+  unsetenv("VOSK_SIM_ROOT");
+  SaLogHandleT log;
+  SaVersionT version{'A', 2, 1};
+  EXPECT_EQ(SA_AIS_ERR_LIBRARY, saLogInitialize(&log, nullptr, &version));
+  setenv("VOSK_SIM_ROOT", dir.path().c_str(), 1);
+  EXPECT_EQ(SA_AIS_OK, saLogInitialize(&log, nullptr, &version));
+  saLogFinalize(log);
+}
+
+TEST_F(SimLogTest, InjectedFaultsReplaceEachCall) {
+  struct Case {
+    const char* faults;
+    SaAisErrorT expected;
+  };
+  const Case cases[] = {{"LogInitialize=31x1", SA_AIS_ERR_UNAVAILABLE},
+                        {"LogStreamOpen=5", SA_AIS_ERR_TIMEOUT},
+                        {"LogWriteLogAsync=6x1", SA_AIS_ERR_TRY_AGAIN},
+                        {"LogFinalize=9", SA_AIS_ERR_BAD_HANDLE}};
+  for (const Case& c : cases) {
+    setenv("VOSK_SIM_FAULTS", c.faults, 1);
+    SimFaults::reload();
+    SaLogHandleT log = 0;
+    SaLogStreamHandleT stream = 0;
+    SaAisErrorT rc = open(&log, &stream);
+    SaLogBufferT buffer;
+    SaLogRecordT r = record("x", SA_LOG_SEV_INFO, &buffer);
+    if (rc == SA_AIS_OK) rc = saLogWriteLogAsync(stream, 0, 0, &r);
+    if (rc == SA_AIS_OK) rc = saLogFinalize(log);
+    EXPECT_EQ(c.expected, rc) << c.faults;
+  }
+}
+
+}  // namespace
