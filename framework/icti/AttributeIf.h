@@ -1,0 +1,55 @@
+// One named, typed, possibly multi-valued attribute of an instance held in
+// memory during the upgrade. Values pass in and out as text, parsed and
+// formatted by the attribute's type; they are addressed by index from 0.
+//
+// An operation the type does not support logs why and returns false (or an
+// empty result) without changing anything. A number text that does not
+// parse completely ends the process after logging it.
+
+#ifndef VOSK_ICTI_ATTRIBUTE_IF_H
+#define VOSK_ICTI_ATTRIBUTE_IF_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class AttributeIf {
+ public:
+  virtual ~AttributeIf() = default;
+
+  virtual std::string getName() const = 0;
+  // The IMM value type code (SA_IMM_ATTR_*).
+  virtual uint32_t getType() const = 0;
+  virtual uint32_t getNumberOfValues() const = 0;
+
+  // Appends the value; an empty text appends nothing (but still succeeds)
+  // for every type except strings.
+  virtual bool addCopy(const char* value) = 0;
+  // Appends a byte value: byte-buffer attributes only.
+  virtual bool addCopy(const std::vector<uint8_t>& value) = 0;
+  // Inserts before the value at `index`; past the end it appends.
+  virtual bool insertValueAtIndex(const char* value, uint32_t index) = 0;
+  // Removes the value at `index`; past the end it removes the last value.
+  virtual bool eraseValueAtIndex(uint32_t index) = 0;
+  virtual bool setValueAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) = 0;
+  virtual bool valueEqualsAtIndex(uint32_t index, const char* value) = 0;
+  // The value as text, or null past the end. The text lives in a buffer of
+  // the calling thread, valid until its next call.
+  virtual const char* readValueAtIndex(uint32_t index) = 0;
+  virtual std::vector<uint8_t> getRawDataValueAtIndex(uint32_t index) = 0;
+
+  virtual bool addIntegerAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool substractIntegerAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool multiplyAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool divideAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool bitwiseLeftShiftAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool bitwiseRightShiftAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool bitwiseAndAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool bitwiseOrAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool bitwiseXorAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool lessThanAtIndex(uint32_t index, const char* value) = 0;
+  virtual bool greaterThanAtIndex(uint32_t index, const char* value) = 0;
+};
+
+#endif
