@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -66,42 +65,35 @@ FrontRun runFront(const TempDir& node, const char* wpkPath) {
 
 const char* kAppdata = "appdata/voskOamUpgradeModLm.xml";
 
+enum class WpkPath { kUnset, kEmpty, kPackage };
+
 TEST(FrontProcessTest, ExitsWithTheCodeOfTheFailedStep) {
   const struct {
     const char* name;
-    bool setWpkPath;
+    WpkPath wpkPath;
     std::vector<std::pair<std::string, std::string>> files;  // path below the root, content
     int exitStatus;
     std::string lastLog;
   } cases[] = {
-      {"no package root", false, {}, 1, "Failed to find mods files, result : APP_RESULT_NO_WPK_ROOT"},
+      {"no package root", WpkPath::kUnset, {}, 1, "Failed to find mods files, result : APP_RESULT_NO_WPK_ROOT"},
+      {"empty package root", WpkPath::kEmpty, {}, 1, "Failed to find mods files, result : APP_RESULT_NO_WPK_ROOT"},
       {"no appdata file",
-       true,
+       WpkPath::kPackage,
        {{"appdata/other.xml", "<r/>"}},
        2,
        "Failed to find mods files, result : APP_RESULT_FAILED_TO_FIND_MODS"},
       {"appdata file not well-formed",
-       true,
+       WpkPath::kPackage,
        {{kAppdata, "<r><lmlist boardType=\"A\"></r>"}},
        3,
        "Failed to parse mods files result : APP_RESULT_FAILED_TO_OPEN_APPDATA_FILE"},
-      {"appdata file is a directory",
-       true,
-       {{std::string(kAppdata) + "/inside", ""}},
-       3,
-       "Failed to parse mods files result : APP_RESULT_FAILED_TO_OPEN_APPDATA_FILE"},
       {"a schema without IMM file",
-       true,
+       WpkPath::kPackage,
        {{kAppdata, R"(<r><lmlist boardType="A"/><lmlist boardType="B"/></r>)"}, {"share/imm/A_imm.xml", ""}},
        5,
        "Failed to find IMM file, result : APP_RESULT_FAILED_TO_FIND_IMM_FILE"},
-      {"no share folder",
-       true,
-       {{kAppdata, R"(<r><lmlist boardType="A"/></r>)"}},
-       5,
-       "Failed to find IMM file, result : APP_RESULT_FAILED_TO_FIND_IMM_FILE"},
       {"an IMM file without the _imm marker",
-       true,
+       WpkPath::kPackage,
        {{kAppdata, R"(<r><lmlist boardType="A"/></r>)"}, {"share/imm/A_classes.xml", ""}},
        6,
        "Failed to find IMM file, result : APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME"},
@@ -112,35 +104,15 @@ TEST(FrontProcessTest, ExitsWithTheCodeOfTheFailedStep) {
     TempDir package;
     for (const auto& [path, content] : c.files) package.write(path, content);
 
-    FrontRun run = runFront(node, c.setWpkPath ? package.path().c_str() : nullptr);
+    const char* wpkPath = c.wpkPath == WpkPath::kPackage ? package.path().c_str()
+                          : c.wpkPath == WpkPath::kEmpty ? ""
+                                                         : nullptr;
+    FrontRun run = runFront(node, wpkPath);
     EXPECT_EQ(c.exitStatus, run.exitStatus);
     EXPECT_TRUE(run.lines.empty());
     ASSERT_FALSE(run.log.empty());
     EXPECT_EQ(c.lastLog, run.log.back());
   }
-}
-
-TEST(FrontProcessTest, AnEmptyWpkPathIsNoPackageRoot) {
-  TempDir node;
-  EXPECT_EQ(1, runFront(node, "").exitStatus);
-}
-
-TEST(FrontProcessTest, AnUnexaminableEntryUnderShareFailsTheSearch) {
-  TempDir node;
-  TempDir package;
-  package.write(kAppdata, R"(<r><lmlist boardType="A"/></r>)");
-  package.write("share/imm/A_imm.xml", "");
-  std::filesystem::create_directories(package.path() + "/share/other");
-  std::filesystem::create_symlink(package.path() + "/nowhere", package.path() + "/share/other/link");
-
-  FrontRun run = runFront(node, package.path().c_str());
-  EXPECT_EQ(5, run.exitStatus);
-  EXPECT_EQ((std::vector<std::string>{
-                "Found 1 schemas to be upgraded, schema list: [A]",
-                "Execution of find schemas failed, result = APP_RESULT_FAILED_TO_FIND_IMM_FILE",
-                "Failed to find IMM file, result : APP_RESULT_FAILED_TO_FIND_IMM_FILE",
-            }),
-            run.log);
 }
 
 TEST(FrontProcessTest, HandsTheSchemasOverInNameOrder) {
