@@ -2,15 +2,17 @@
 # Records both trace providers of the upgrader with LTTng and checks what a
 # trace reader and a log reader find after a run of trace_events_app.
 #
-# Usage: trace_events_test.sh <trace_events_app>
+# Usage: trace_events_test.sh <trace_events_app> [sim|node]
 #
+# With the simulated node (the default) the persistent log is checked too.
 # The test starts a root session daemon of its own (user space only) and
 # always stops it again. It exits 77 (skipped) where that cannot be done:
 # without root, without lttng-tools or babeltrace2, or while another root
 # session daemon runs. Every wait is bounded.
 set -u
 
-app=${1:?usage: trace_events_test.sh <trace_events_app>}
+app=${1:?usage: trace_events_test.sh <trace_events_app> [sim|node]}
+platform=${2:-sim}
 session="vosk-trace-test-$$"
 rundir=/var/run/lttng
 daemon=""
@@ -98,6 +100,10 @@ sed -e 's/^\[[^]]*\] ([^)]*) [^ ]* //' -e 's/{ cpu_id = [0-9]* }, //' \
 sed -n 's/^trace: //p' "$work/expected" >"$work/expected-trace"
 diff -u "$work/expected-trace" "$work/traced" || fail "the recorded events differ (- expected, + recorded)"
 
+if [ "$platform" != sim ]; then
+    say "$(wc -l <"$work/traced") events as expected; the node's own log service is not checked"
+    exit 0
+fi
 log="$work/node/out/log/saLogUpgrade/upgrade.log"
 [ -f "$log" ] || fail "no persistent log at $log"
 sed 's/^\[[^]]*\] [0-9]* //' "$log" >"$work/logged"
