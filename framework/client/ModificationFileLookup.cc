@@ -16,7 +16,8 @@ void getModificationFiles(LmhiWrapper& lmhi, const std::string& boardType, std::
   int rc = lmhi.getLms(boardType, kModificationFilesTag, &answer);
   if (rc != 0) {
     // The answer holds nothing to hand back after a failed call.
-    TAV_LOG(INFO_ABN, "Could not get list of modification files from LMHI using tag %s, boardType %s, return code was %d",
+    TAV_LOG(INFO_ABN,
+            "Could not get list of modification files from LMHI using tag %s, boardType %s, return code was %d",
             kModificationFilesTag, boardType.c_str(), rc);
     return;
   }

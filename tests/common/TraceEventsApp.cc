@@ -99,7 +99,8 @@ void frontMessages() {
 void messagesWithoutLogService() {
   MissingLogService service;
   PersistentLog log(service, "trace-test");
-  expectTrace("ERROR", "common/PersistentLog.cc", "ANY", "Failed to initialize the log by upgrader trace-test, retCode = 2");
+  expectTrace("ERROR", "common/PersistentLog.cc", "ANY",
+              "Failed to initialize the log by upgrader trace-test, retCode = 2");
   log.write(PersistentLog::kSeverityWarning, "client/Somewhere.cc", 42, "a warning");
   expectTrace("INFO_ABN", "client/Somewhere.cc", "42", "a warning");
 }

@@ -48,7 +48,6 @@ class SimLmhiTest : public testing::Test {
     node.write("lmhi/RadioNode/modification_files/CXP1/nested/ignored.xml", "folders in a load module are no files");
     node.write("lmhi/RadioNode/modification_files/stray.xml", "files beside load modules are no load modules");
     node.write("lmhi/RadioNode/other_tag/CXP5/c.xml", "c");
-    node.write("lmhi/Empty/modification_files/CXP3/.keep", "");
   }
   void TearDown() override {
     unsetenv("VOSK_SIM_ROOT");
@@ -131,15 +130,6 @@ TEST_F(SimLmhiTest, RefusedCallsLeaveAnEmptyAnswer) {
     EXPECT_EQ(nullptr, answer.lms);
   }
   EXPECT_EQ(simlmhi::kInvalidArgument, getLms("RadioNode", "modification_files", nullptr));
-}
-
-TEST_F(SimLmhiTest, ALoadModuleMayHaveHiddenFilesOnly) {
-  LmhiLms answer{};
-  ASSERT_EQ(simlmhi::kOk, getLms("Empty", "modification_files", &answer));
-  std::vector<Module> found = modules(answer);
-  ASSERT_EQ(1u, found.size());
-  EXPECT_EQ(std::vector<std::string>{".keep"}, found[0].fileNames);
-  Lmhi_free_buffers(&answer);
 }
 
 TEST_F(SimLmhiTest, InjectedFaultsApplyPerBoardTypeAndCount) {
