@@ -26,6 +26,8 @@ struct FilterCase {
   bool applies;
 };
 
+void PrintTo(const FilterCase& c, std::ostream* os) { *os << c.title; }
+
 // An instance xId=1 below Top=1 with an attribute "counter" whose value at
 // position 0 is 5 and at position 1 is 7.
 class FilterTest : public testing::TestWithParam<FilterCase> {

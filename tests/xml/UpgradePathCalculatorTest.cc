@@ -20,6 +20,8 @@ struct PathCase {
   const char* logged;  // the failure line, or null
 };
 
+void PrintTo(const PathCase& c, std::ostream* os) { *os << c.title; }
+
 class PathTest : public testing::TestWithParam<PathCase> {};
 
 TEST_P(PathTest, ChainsFilesGreedily) {

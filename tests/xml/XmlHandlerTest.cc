@@ -189,6 +189,8 @@ struct RejectCase {
   bool firstMoActionRuns;   // whether its Bump still runs
 };
 
+void PrintTo(const RejectCase& c, std::ostream* os) { *os << c.title; }
+
 class XmlHandlerRejectTest : public XmlHandlerTest, public testing::WithParamInterface<RejectCase> {};
 
 TEST_P(XmlHandlerRejectTest, FailsTheFileButLaterMoElementsStillRun) {
