@@ -3,7 +3,6 @@
 #include <cstring>
 #include <functional>
 #include <string>
-#include <thread>
 
 #include "LogRecorder.h"
 #include "xml/ActionArguments.h"
@@ -61,18 +60,6 @@ TEST(ActionArgumentsTest, ArgumentsToStringHoldsEveryArgument) {
   EXPECT_EQ(expected, args.argumentsToString());
 }
 
-TEST(ActionArgumentsTest, ArgumentsToStringBufferIsPerThread) {
-  ActionArguments mine;
-  mine.addArgument("x", "main");
-  const char* text = mine.argumentsToString();
-  std::thread([] {
-    ActionArguments other;
-    other.addArgument("y", "other thread");
-    EXPECT_STREQ("y=other thread", other.argumentsToString());
-  }).join();
-  EXPECT_STREQ("x=main", text);
-}
-
 TEST(ActionArgumentsTest, LogsArgumentsThenOperations) {
   ActionArguments args;
   args.addArgument("name", "attr");
@@ -86,17 +73,6 @@ TEST(ActionArgumentsTest, LogsArgumentsThenOperations) {
   args.logArguments();
   std::vector<std::string> expected = {"Argument a=1", "Argument name=attr", " => (=) value: 5"};
   EXPECT_EQ(expected, LogRecorder::installed().texts());
-}
-
-TEST(ActionArgumentsTest, OperationsKeepInsertionOrder) {
-  ActionArguments args;
-  auto* first = new OperationArgument;
-  auto* second = new OperationArgument;
-  args.addOperation(first);
-  args.addOperation(second);
-  ASSERT_EQ(2u, args.getOperations().size());
-  EXPECT_EQ(first, args.getOperations().front());
-  EXPECT_EQ(second, args.getOperations().back());
 }
 
 using Setter = void (OperationArgument::*)(const char*);
@@ -240,23 +216,6 @@ TEST(OperationArgumentTest, ToStringIsCutAt512Bytes) {
   EXPECT_EQ(0u, text.find(" =>  value: vvv"));
 }
 
-TEST(OperationArgumentTest, LogOperationAddsLineFeed) {
-  OperationArgument operation;
-  operation.setOperator("=");
-  operation.setValue("5");
-  operation.logOperation();
-  EXPECT_TRUE(LogRecorder::installed().contains(" => (=) value: 5\n"));
-}
-
-TEST(OperationArgumentTest, HasRangeWithEitherBound) {
-  OperationArgument none, start, end;
-  start.setRangeStart("1");
-  end.setRangeEnd("2");
-  EXPECT_FALSE(none.hasRange());
-  EXPECT_TRUE(start.hasRange());
-  EXPECT_TRUE(end.hasRange());
-}
-
 struct ValidCase {
   const char* title;
   std::function<void(OperationArgument&)> fill;
@@ -305,14 +264,18 @@ TEST(OperationArgumentTest, ValidityRules) {
       {"structType with instance",
        [](OperationArgument& o) { assignValue(o), o.setStructType("S"), o.setValueFromInstance("a=1"); }, true},
       {"instance and any instance",
-       [](OperationArgument& o) { copyAttribute(o), o.setValueFromInstance("a=1"), o.setValueFromMoTypeAnyInstance("M"); },
+       [](OperationArgument& o) {
+         copyAttribute(o), o.setValueFromInstance("a=1"), o.setValueFromMoTypeAnyInstance("M");
+       },
        false},
       {"any instance alone", [](OperationArgument& o) { copyAttribute(o), o.setValueFromMoTypeAnyInstance("M"); },
        true},
       {"referencedBy without namespace",
        [](OperationArgument& o) { copyAttribute(o), o.setValueFromInstanceReferencedBy("R"); }, false},
       {"referencedBy with empty namespace",
-       [](OperationArgument& o) { copyAttribute(o), o.setValueFromInstanceReferencedBy("R"), o.setValueFromImmNamespace(""); },
+       [](OperationArgument& o) {
+         copyAttribute(o), o.setValueFromInstanceReferencedBy("R"), o.setValueFromImmNamespace("");
+       },
        true},
       {"referencedBy with parent",
        [](OperationArgument& o) {
@@ -334,8 +297,8 @@ TEST(OperationArgumentTest, ValidityRules) {
        [](OperationArgument& o) { assignValue(o), o.setValueFromMoTypeAnyChildInstance("K"); }, false},
       {"child type with valueFromAttr",
        [](OperationArgument& o) { copyAttribute(o), o.setValueFromMoTypeAnyChildInstance("K"); }, true},
-      {"range does not matter",
-       [](OperationArgument& o) { assignValue(o), o.setRangeStart("1"), o.setRangeEnd("2"); }, true},
+      {"range does not matter", [](OperationArgument& o) { assignValue(o), o.setRangeStart("1"), o.setRangeEnd("2"); },
+       true},
   };
   for (const ValidCase& c : cases) {
     OperationArgument operation;

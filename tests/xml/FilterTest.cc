@@ -97,14 +97,6 @@ TEST_F(FilterTest, FirstFailingTestStopsTheOthers) {
   EXPECT_FALSE(filter.applies(instance, 0));
 }
 
-TEST_F(FilterTest, ReadsArgumentsOnEveryCall) {
-  ActionArguments args;
-  Filter filter(&args);
-  EXPECT_TRUE(filter.applies(instance, 0));
-  args.addArgument("rdnValue", "2");
-  EXPECT_FALSE(filter.applies(instance, 0));
-}
-
 TEST(AtrributeTypesTest, MapsEveryTypeName) {
   const std::pair<const char*, uint32_t> cases[] = {
       {"SA_INT32_T", 1}, {"SA_UINT32_T", 2}, {"SA_INT64_T", 3},  {"SA_UINT64_T", 4},

@@ -156,11 +156,6 @@ TEST_F(UpgradeActionTest, GroupCheckOfTheActionDecidesWhetherANullGroupProceeds)
   EXPECT_FALSE(LogRecorder::installed().containsPart("Validate instance group failed."));
 }
 
-TEST_F(UpgradeActionTest, NameIsTheRegisteredOne) {
-  TestAction action;
-  EXPECT_STREQ("TestAction", action.getName());
-}
-
 TEST(UpgradeActionDeathTest, NullHandlerIsLoggedAndAborts) {
   EXPECT_DEATH(
       {

@@ -107,11 +107,4 @@ TEST(PathNamesTest, ReadsBothVersionsOrRefusesTheName) {
   }
 }
 
-TEST(PathNamesTest, FindFileFromGivesTheFirstMatchOrEmpty) {
-  UpgradePathCalculator calculator;
-  Files files = {"a/modification_1_0_0_to_1_1_0.xml", "b/modification_1_0_0_to_2_0_0.xml"};
-  EXPECT_EQ("a/modification_1_0_0_to_1_1_0.xml", calculator.findFileFrom(files, "1_0_0"));
-  EXPECT_EQ("", calculator.findFileFrom(files, "1_1_0"));
-}
-
 }  // namespace
