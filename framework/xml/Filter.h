@@ -1,0 +1,33 @@
+// The instance filter of an action, read from the action's arguments on
+// every call (nothing is cached, so a filter is cheap to build):
+//
+//   ldnValue           the instance's distinguished name must equal it
+//   rdnValue           the value part of the instance's RDN must equal it
+//   parentName         the instance's parent name must equal it
+//   oldAttributeValue  the value at the asked position of the attribute
+//                      named by the argument `name` must equal it, compared
+//                      by the attribute's type; an instance without that
+//                      attribute passes
+//
+// Tests run in this order and only for the arguments present; comparisons
+// of names are exact and case-sensitive. Without any of them every
+// instance and position applies.
+
+#ifndef VOSK_XML_FILTER_H
+#define VOSK_XML_FILTER_H
+
+#include "xml/ActionArgumentsIf.h"
+#include "xml/FilterIf.h"
+
+class Filter : public FilterIf {
+ public:
+  // `args` must outlive the filter.
+  explicit Filter(ActionArgumentsIf* args) : args_(args) {}
+
+  bool applies(InstanceIf& instance, unsigned int index) override;
+
+ private:
+  ActionArgumentsIf* args_;
+};
+
+#endif

@@ -1,0 +1,57 @@
+// The base of the built-in actions. It fixes the order in which an action
+// is checked and applied:
+//
+//   1. a null ICTI handler is a programming error: logged, then abort;
+//   2. validateInstanceGroup: when it says no, the action reports the
+//      missing group itself (reportMissingInstanceGroup) and fails;
+//   3. validateArgs: when it says no, the action fails;
+//   4. executeAction: by default, the instance operation is called for
+//      every instance of the group that a Filter over the arguments is
+//      handed to, continuing after a failing instance; the result is the
+//      AND of all calls (true for an empty group).
+//
+// Actions keep no per-call state in their fields: one object serves every
+// `MoAction` of its name. Where a free instance operation needs the ICTI
+// handler or another pointer of the running call, the action keeps it in a
+// ThreadSlot (xml/ThreadSlot.h).
+
+#ifndef VOSK_XML_UPGRADE_ACTION_H
+#define VOSK_XML_UPGRADE_ACTION_H
+
+#include <string>
+
+#include "xml/FilterIf.h"
+#include "xml/UpgradeActionIf.h"
+
+class UpgradeAction : public UpgradeActionIf {
+ public:
+  // `name` is not copied: it must live as long as the action (a literal).
+  // `instanceOperation` may be null for an action that replaces
+  // executeAction or execute and never works instance by instance.
+  UpgradeAction(const char* name, InstanceOperation instanceOperation)
+      : name_(name), instanceOperation_(instanceOperation) {}
+
+  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
+  const char* getName() const override { return name_; }
+
+  // Builds the action's failure text for a missing instance group (with its
+  // main arguments) and passes it to ictiHandler->failUpgrade.
+  virtual void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) = 0;
+  // True exactly when there is a group.
+  virtual bool validateInstanceGroup(InstanceGroupIf* instanceGroup);
+  virtual bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args);
+
+  // The value part of the first RDN of a distinguished name: the text
+  // between its first "=" and the first "," after it ("aId=1,bId=2" gives
+  // "1"). Empty when there is no "=".
+  static std::string rdnValue(const std::string& ldn);
+
+ protected:
+  InstanceOperation instanceOperation() const { return instanceOperation_; }
+
+ private:
+  const char* const name_;
+  const InstanceOperation instanceOperation_;
+};
+
+#endif

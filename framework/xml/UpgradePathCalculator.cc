@@ -1,0 +1,71 @@
+#include "xml/UpgradePathCalculator.h"
+
+#include <algorithm>
+
+#include "common/Log.h"
+
+namespace {
+
+const char kPrefix[] = "modification_";
+const char kInfix[] = "_to_";
+const char kSuffix[] = ".xml";
+
+}  // namespace
+
+bool UpgradePathCalculator::splitVersions(const std::string& file, std::string& from, std::string& to) const {
+  size_t prefix = file.find(kPrefix);
+  if (prefix == std::string::npos) return false;
+  size_t fromStart = prefix + sizeof kPrefix - 1;
+  size_t infix = file.find(kInfix, fromStart);
+  if (infix == std::string::npos) return false;
+  // The to-version ends at the first ".xml" of the name; one that stands
+  // before "_to_" cannot end it.
+  size_t toStart = infix + sizeof kInfix - 1;
+  size_t suffix = file.find(kSuffix);
+  if (suffix == std::string::npos || suffix < toStart) return false;
+  from = file.substr(fromStart, infix - fromStart);
+  to = file.substr(toStart, suffix - toStart);
+  return true;
+}
+
+bool UpgradePathCalculator::getFromVersion(const std::string& file, std::string& version) const {
+  std::string to;
+  return splitVersions(file, version, to);
+}
+
+bool UpgradePathCalculator::getToVersion(const std::string& file, std::string& version) const {
+  std::string from;
+  return splitVersions(file, from, version);
+}
+
+std::string UpgradePathCalculator::findFileFrom(const std::vector<std::string>& files,
+                                                const std::string& version) const {
+  for (const std::string& file : files) {
+    std::string from;
+    if (getFromVersion(file, from) && from == version) return file;
+  }
+  return std::string();
+}
+
+std::vector<std::string> UpgradePathCalculator::calculatePath(const std::vector<std::string>& files,
+                                                              const std::string& fromVersion,
+                                                              const std::string& toVersion) {
+  std::vector<std::string> path;
+  std::string current = fromVersion;
+  do {
+    std::string file = findFileFrom(files, current);
+    if (file.empty()) {
+      TAV_LOG(INFO_ABN, "A modfile with from-version %s could not be found", current.c_str());
+      path.clear();
+      return path;
+    }
+    if (std::find(path.begin(), path.end(), file) != path.end()) {
+      TAV_LOG(INFO_ABN, "A modfile, %s, was found more than once in the upgrade path", file.c_str());
+      path.clear();
+      return path;
+    }
+    path.push_back(file);
+    getToVersion(file, current);
+  } while (current != toVersion);
+  return path;
+}

@@ -1,0 +1,74 @@
+// Reads modification files and applies them through the registered upgrade
+// actions; also lists the classes that an IMM class-definition file
+// declares.
+//
+// A modification file is walked from its root: every element other than
+// `Mo` is a container, whatever its name. Each `Mo` names an MO class; each
+// of its `MoAction` children names a registered action, which is called with
+// the arguments of its `Arg` and `Operation` children. A failure makes the
+// file's result false but never stops the walk, except that after the first
+// failing `MoAction` of one `Mo` the later ones of that `Mo` are skipped.
+//
+// Failures that must stop the schema's upgrade are reported through the
+// ICTI handler's failUpgrade. One handler per schema upgrade, on its thread.
+
+#ifndef VOSK_XML_XML_HANDLER_H
+#define VOSK_XML_XML_HANDLER_H
+
+#include <libxml/tree.h>
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "icti/IctiHandlerIf.h"
+#include "xml/ActionArguments.h"
+#include "xml/UpgradeActionIf.h"
+
+class XmlHandler {
+ public:
+  using ImmClasses = std::vector<std::pair<std::string, std::string>>;
+
+  // `ictiHandler` is not owned. It may be null only for validate-only use:
+  // failure reports are then logged at error level instead.
+  explicit XmlHandler(IctiHandlerIf* ictiHandler);
+  virtual ~XmlHandler() = default;
+
+  XmlHandler(const XmlHandler&) = delete;
+  XmlHandler& operator=(const XmlHandler&) = delete;
+
+  // Registers `action` under getName(); the action is not owned. Refuses a
+  // null action and a name already registered (the first one stays).
+  virtual bool addAction(UpgradeActionIf* action);
+
+  // True when every `Mo` and `MoAction` of the file succeeded. With
+  // `validateOnly`, no instance group is fetched and the actions only
+  // validate their arguments; unregistered "SpecialAction..." names (the
+  // client's own actions) are skipped.
+  virtual bool parseModificationFile(const char* fileName, bool validateOnly);
+
+  // (class name, RDN attribute name) of every class of `category` in the
+  // file, in document order: "SA_CONFIG" gives the configuration classes
+  // with a named RDN, "SA_RUNTIME" the runtime classes whose RDN and at
+  // least one other attribute carry the flag SA_PERSISTENT.
+  virtual ImmClasses getImmClasses(const char* immFileName, const std::string& category);
+
+ private:
+  bool walk(xmlNode* node);
+  bool processMo(xmlNode* mo);
+  bool processMoActions(xmlNode* mo, InstanceGroupIf* instanceGroup);
+  bool runMoAction(xmlNode* moAction, const std::string& actionName, InstanceGroupIf* instanceGroup);
+  bool fillArguments(xmlNode* moAction, ActionArguments& args);
+  bool addOperation(xmlNode* operation, ActionArguments& args);
+  bool addArg(xmlNode* arg, ActionArguments& args);
+  bool collectImmClass(xmlDoc* doc, xmlNode* classNode, const std::string& category, const char* immFileName,
+                       ImmClasses& classes);
+  void reportFailure(const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+
+  IctiHandlerIf* ictiHandler_;
+  std::map<std::string, UpgradeActionIf*> actions_;
+  bool validateOnly_ = false;
+};
+
+#endif

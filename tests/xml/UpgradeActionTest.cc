@@ -1,0 +1,178 @@
+#include "xml/UpgradeAction.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "AbortReport.h"
+#include "LogRecorder.h"
+#include "MockIctiHandler.h"
+#include "MockInstance.h"
+#include "MockInstanceGroup.h"
+#include "xml/ActionArguments.h"
+#include "xml/ThreadSlot.h"
+
+using testing::_;
+using testing::NiceMock;
+using testing::Return;
+using testing::StrEq;
+using testing::StrictMock;
+
+namespace {
+
+// What the test instance operation saw, and which instances it fails.
+struct Visits {
+  std::vector<InstanceIf*> visited;
+  std::vector<bool> admitted;
+  std::set<InstanceIf*> failing;
+  IctiHandlerIf* handler = nullptr;
+};
+Visits visits;
+
+struct TestActionHandler;
+using HandlerSlot = ThreadSlot<TestActionHandler, IctiHandlerIf*>;
+
+bool visitInstance(InstanceIf& instance, ActionArgumentsIf& /*args*/, FilterIf& filter) {
+  visits.visited.push_back(&instance);
+  visits.admitted.push_back(filter.applies(instance, 0));
+  visits.handler = HandlerSlot::get();
+  return visits.failing.count(&instance) == 0;
+}
+
+class TestAction : public UpgradeAction {
+ public:
+  TestAction() : UpgradeAction("TestAction", visitInstance) {}
+
+  // Keeps the handler for the instance operation, as actions that need it do.
+  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override {
+    HandlerSlot::Scope keep(ictiHandler);
+    return UpgradeAction::execute(ictiHandler, instanceGroup, args);
+  }
+  MOCK_METHOD(bool, validateArgs, (ActionArgumentsIf & args, IctiHandlerIf* ictiHandler), (override));
+  void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override {
+    std::string text = std::string("Action Failed: no instance group to operate on, ") + args.argumentsToString();
+    ictiHandler->failUpgrade(text.c_str());
+  }
+};
+
+// Accepts a missing group, as the child-instance actions do.
+class GrouplessAction : public TestAction {
+ public:
+  bool validateInstanceGroup(InstanceGroupIf*) override { return true; }
+  MOCK_METHOD(bool, executeAction, (IctiHandlerIf*, InstanceGroupIf*, ActionArgumentsIf&), (override));
+};
+
+class UpgradeActionTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    visits = Visits();
+    args.addArgument("name", "counter");
+  }
+
+  std::vector<InstanceIf*> makeInstances(int count) {
+    std::vector<InstanceIf*> result;
+    for (int i = 0; i < count; ++i) {
+      auto* instance = &instances[i];
+      ON_CALL(*instance, getRdn()).WillByDefault(Return("xId=" + std::to_string(i + 1)));
+      result.push_back(instance);
+    }
+    return result;
+  }
+
+  StrictMock<MockIctiHandler> handler;
+  NiceMock<MockInstanceGroup> group;
+  NiceMock<MockInstance> instances[3];
+  ActionArguments args;
+};
+
+TEST_F(UpgradeActionTest, MissingGroupIsReportedOnceWithoutValidatingArguments) {
+  TestAction action;
+  EXPECT_CALL(action, validateArgs(_, _)).Times(0);
+  EXPECT_CALL(handler, failUpgrade(StrEq("Action Failed: no instance group to operate on, name=counter")));
+
+  EXPECT_FALSE(action.execute(&handler, nullptr, args));
+  EXPECT_EQ(1u, LogRecorder::installed().count("TestAction::execute() Validate instance group failed."));
+  EXPECT_TRUE(visits.visited.empty());
+}
+
+TEST_F(UpgradeActionTest, InvalidArgumentsStopBeforeAnyInstance) {
+  TestAction action;
+  group.visitInOrder(makeInstances(2));
+  EXPECT_CALL(action, validateArgs(testing::Ref(args), &handler)).WillOnce(Return(false));
+  EXPECT_CALL(group, forEachInstance(_, _, _)).Times(0);
+
+  EXPECT_FALSE(action.execute(&handler, &group, args));
+}
+
+struct VisitCase {
+  const char* title;
+  int instances;
+  std::set<int> failing;
+  bool result;
+};
+
+TEST_F(UpgradeActionTest, VisitsEveryInstanceAndAndsTheResults) {
+  const VisitCase cases[] = {
+      {"empty group", 0, {}, true},
+      {"all succeed", 3, {}, true},
+      {"second of three fails", 3, {1}, false},
+      {"first fails", 2, {0}, false},
+  };
+  for (const VisitCase& c : cases) {
+    visits = Visits();
+    std::vector<InstanceIf*> members = makeInstances(c.instances);
+    for (int index : c.failing) visits.failing.insert(members[index]);
+    group.visitInOrder(members);
+    TestAction action;
+    EXPECT_CALL(action, validateArgs(_, _)).WillOnce(Return(true));
+
+    EXPECT_EQ(c.result, action.execute(&handler, &group, args)) << c.title;
+    EXPECT_EQ(members, visits.visited) << c.title;
+  }
+}
+
+TEST_F(UpgradeActionTest, InstancesSeeAFilterOverTheArgumentsAndTheKeptHandler) {
+  args.addArgument("rdnValue", "2");
+  group.visitInOrder(makeInstances(3));
+  TestAction action;
+  EXPECT_CALL(action, validateArgs(_, _)).WillOnce(Return(true));
+
+  EXPECT_TRUE(action.execute(&handler, &group, args));
+  EXPECT_EQ(std::vector<bool>({false, true, false}), visits.admitted);
+  EXPECT_EQ(&handler, visits.handler);
+  EXPECT_EQ(nullptr, HandlerSlot::get());
+}
+
+TEST_F(UpgradeActionTest, GroupCheckOfTheActionDecidesWhetherANullGroupProceeds) {
+  GrouplessAction action;
+  testing::InSequence order;
+  EXPECT_CALL(action, validateArgs(_, &handler)).WillOnce(Return(true));
+  EXPECT_CALL(action, executeAction(&handler, nullptr, testing::Ref(args))).WillOnce(Return(true));
+
+  EXPECT_TRUE(action.execute(&handler, nullptr, args));
+  EXPECT_FALSE(LogRecorder::installed().containsPart("Validate instance group failed."));
+}
+
+TEST(UpgradeActionDeathTest, NullHandlerIsLoggedAndAborts) {
+  EXPECT_DEATH(
+      {
+        ActionArguments args;
+        TestAction action;
+        reportOnAbort("ICTI handler pointer is NULL");
+        action.execute(nullptr, nullptr, args);
+      },
+      kAbortedAfterLogging);
+}
+
+TEST(RdnValueTest, TextBetweenFirstEqualsAndComma) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"aId=1,bId=2", "1"}, {"aId=1", "1"},        {"aId=,bId=2", ""},   {"aId=x=y,b=1", "x=y"},
+      {"noEquals", ""},     {"", ""},              {"a,b=2,c=3", "2"},   {"id=struct 1", "struct 1"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.second, UpgradeAction::rdnValue(c.first)) << c.first;
+}
+
+}  // namespace
