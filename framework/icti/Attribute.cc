@@ -344,7 +344,7 @@ bool Attribute<T>::addCopy(const std::vector<uint8_t>& value) {
 template <typename T>
 bool Attribute<T>::insertValueAtIndex(const char* value, uint32_t index) {
   if (!hasValue(index)) return addCopy(value);
-  values_.insert(values_.begin() + index, readValue(value));
+  values_.insert(index, readValue(value));
   return true;
 }
 
@@ -352,9 +352,9 @@ bool Attribute<T>::insertValueAtIndex(const char* value, uint32_t index) {
 template <typename T>
 bool Attribute<T>::eraseValueAtIndex(uint32_t index) {
   if (values_.empty()) return false;
-  size_t position = hasValue(index) ? index : values_.size() - 1;
+  uint32_t position = hasValue(index) ? index : values_.size() - 1;
   release(values_[position]);
-  values_.erase(values_.begin() + position);
+  values_.erase(position);
   return true;
 }
 
@@ -599,7 +599,7 @@ void Attribute<T>::init(const SaImmAttrValuesT_2* record) {
     if (record->attrValues[i] == nullptr) continue;
     values_.push_back(copyOf(record->attrValues[i]));
     TAV_LOG(TRACE1, "init::attr[%d] name: \"%s\", type: %d, value: %s", i, record->attrName, record->attrValueType,
-            valueText(static_cast<uint32_t>(values_.size() - 1)));
+            valueText(values_.size() - 1));
   }
 }
 
@@ -629,13 +629,17 @@ void Attribute<T>::release(Value& value) const {
   }
 }
 
+// Name records follow the pointer array in its block: the writer's free()
+// of the array releases them too.
 template <typename T>
 SaImmAttrValuesT_2* Attribute<T>::createAttrValues() {
   const char* failure = kIsBytes<T> ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
                                     : "Failed to malloc values pointer field for attribute %s";
-  auto* record = static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2)));
   uint32_t count = getNumberOfValues();
-  auto* values = static_cast<SaImmAttrValueT*>(std::malloc((count + 1) * sizeof(SaImmAttrValueT)));
+  size_t pointersSize = (count + 1) * sizeof(SaImmAttrValueT);
+  size_t namesSize = kIsName<T> ? count * sizeof(SaNameT) : 0;
+  auto* record = static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2)));
+  auto* values = static_cast<SaImmAttrValueT*>(std::malloc(pointersSize + namesSize));
   if (record == nullptr || values == nullptr) {
     TAV_LOG(ERROR, failure, name());
     std::free(record);
@@ -646,26 +650,19 @@ SaImmAttrValuesT_2* Attribute<T>::createAttrValues() {
   record->attrValueType = static_cast<SaImmValueTypeT>(getType());
   record->attrValuesNumber = count;
   TAV_LOG(TRACE1, "ATTRIBUTE(name: \"%s\", type: %d, numOfValues: %d)", name(), getType(), count);
-  if constexpr (kIsName<T>) {
-    this->records.reset(new SaNameT[count]);
-    for (uint32_t i = 0; i < count; ++i) toNameRecord(values_[i], this->records[i]);
-  }
   for (uint32_t i = 0; i < count; ++i) {
-    values[i] = platformValue(i);
+    if constexpr (kIsName<T>) {
+      auto* names = reinterpret_cast<SaNameT*>(reinterpret_cast<char*>(values) + pointersSize);
+      toNameRecord(values_[i], names[i]);
+      values[i] = &names[i];
+    } else {
+      values[i] = &values_[i];
+    }
     TAV_LOG(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i));
   }
   values[count] = nullptr;
   record->attrValues = values;
   return record;
-}
-
-template <typename T>
-void* Attribute<T>::platformValue(uint32_t index) {
-  if constexpr (kIsName<T>) {
-    return &this->records[index];
-  } else {
-    return &values_[index];
-  }
 }
 
 template class Attribute<int>;

@@ -10,19 +10,23 @@
 // that does not parse completely is logged and ends the process.
 //
 // Storage is compact: a name value keeps its text (at most 599 characters)
-// and its length field, not a whole name record; the records a write needs
-// are built by createAttrValues and owned by the attribute until its next
-// createAttrValues or its destruction. Strings and byte buffers are heap
-// copies owned by the attribute.
+// and its length field, not a whole name record; the name records a write
+// needs are built by createAttrValues in the block of the record's pointer
+// array, so they go when the writer frees that array. Strings and byte
+// buffers are heap copies owned by the attribute.
 //
 // An attribute belongs to one instance and is used by one thread at a time.
 
 #ifndef VOSK_ICTI_ATTRIBUTE_H
 #define VOSK_ICTI_ATTRIBUTE_H
 
+#include <algorithm>
 #include <cstdint>
-#include <memory>
+#include <cstdlib>
+#include <cstring>
+#include <new>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "icti/AttributeInternalIf.h"
@@ -67,8 +71,63 @@ struct Name {
 
 enum class Relation { kEqual, kLess, kGreater };
 
-// The stored element of each type, plus what only the name type needs: the
-// name records handed out by createAttrValues.
+// The values of one attribute in index order: one value is kept in place,
+// more on the heap. For trivially copyable values only.
+template <typename V>
+class ValueList {
+ public:
+  ValueList() {}
+  ~ValueList() {
+    if (capacity_ > 1) std::free(many_);
+  }
+  ValueList(const ValueList&) = delete;
+  ValueList& operator=(const ValueList&) = delete;
+
+  uint32_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  V& operator[](uint32_t index) { return data()[index]; }
+  const V& operator[](uint32_t index) const { return data()[index]; }
+  V* begin() { return data(); }
+  V* end() { return data() + size_; }
+
+  void push_back(V value) { insert(size_, value); }
+  void insert(uint32_t position, V value) {
+    reserve(size_ + 1);
+    V* values = data();
+    std::memmove(values + position + 1, values + position, (size_ - position) * sizeof(V));
+    values[position] = value;
+    ++size_;
+  }
+  void erase(uint32_t position) {
+    V* values = data();
+    std::memmove(values + position, values + position + 1, (size_ - position - 1) * sizeof(V));
+    --size_;
+  }
+
+ private:
+  V* data() { return capacity_ > 1 ? many_ : &one_; }
+  const V* data() const { return capacity_ > 1 ? many_ : &one_; }
+  void reserve(uint32_t wanted) {
+    if (wanted <= capacity_) return;
+    uint32_t capacity = std::max(wanted, capacity_ * 2);
+    auto* grown = static_cast<V*>(std::malloc(capacity * sizeof(V)));
+    if (grown == nullptr) throw std::bad_alloc();
+    std::memcpy(grown, data(), size_ * sizeof(V));
+    if (capacity_ > 1) std::free(many_);
+    many_ = grown;
+    capacity_ = capacity;
+  }
+
+  static_assert(std::is_trivially_copyable_v<V>, "values are moved with memmove");
+  union {
+    V one_;
+    V* many_;
+  };
+  uint32_t size_ = 0;
+  uint32_t capacity_ = 1;
+};
+
+// The stored element of each type.
 template <typename T>
 struct Storage {
   using Value = T;
@@ -77,7 +136,6 @@ struct Storage {
 template <>
 struct Storage<SaNameT> {
   using Value = Name;
-  std::unique_ptr<SaNameT[]> records;
 };
 
 // The text of a name record as readers see it: up to its first NUL, at most
@@ -90,7 +148,7 @@ void fillNameRecord(const char* text, SaNameT& record);
 }  // namespace attribute_storage
 
 template <typename T>
-class Attribute : public AttributeBase, private attribute_storage::Storage<T> {
+class Attribute : public AttributeBase {
  public:
   using Value = typename attribute_storage::Storage<T>::Value;
 
@@ -98,7 +156,7 @@ class Attribute : public AttributeBase, private attribute_storage::Storage<T> {
   ~Attribute() override;
 
   uint32_t getType() const override;
-  uint32_t getNumberOfValues() const override { return static_cast<uint32_t>(values_.size()); }
+  uint32_t getNumberOfValues() const override { return values_.size(); }
 
   bool addCopy(const char* value) override;
   bool addCopy(const std::vector<uint8_t>& value) override;
@@ -144,10 +202,8 @@ class Attribute : public AttributeBase, private attribute_storage::Storage<T> {
   const char* valueText(uint32_t index) const;
   Value copyOf(const void* platformValue) const;
   void release(Value& value) const;
-  // Where a platform record for writing points for the value at `index`.
-  void* platformValue(uint32_t index);
 
-  std::vector<Value> values_;
+  attribute_storage::ValueList<Value> values_;
 };
 
 extern template class Attribute<int>;
