@@ -79,7 +79,11 @@ constexpr bool kIsBytes = std::is_same_v<T, SaAnyT>;
 constexpr size_t kNameTextLimit = SA_MAX_NAME_LENGTH - 1;
 constexpr const char* kNoConversion = "SaAnyT, no conversion";
 
+// readValueAtIndex answers in buffers of the calling thread: numbers are
+// formatted into the first, names and strings copied into the second, so the
+// text outlives changes to the attribute until the thread's next read.
 thread_local char t_valueText[256];
+thread_local std::string t_textValue;
 
 char* copyText(const char* text, size_t length) {
   char* copy = static_cast<char*>(std::malloc(length + 1));
@@ -419,6 +423,10 @@ const char* Attribute<T>::readValueAtIndex(uint32_t index) {
   if constexpr (kIsBytes<T>) {
     TAV_LOG(INFO, "readValue called, SaAnyT bufferSize %llu",
             static_cast<unsigned long long>(values_[index].bufferSize));
+  }
+  if constexpr (kIsName<T> || kIsString<T>) {
+    t_textValue.assign(valueText(index));
+    return t_textValue.c_str();
   }
   return valueText(index);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -157,6 +158,8 @@ const OperationCase kOperationCases[] = {
     {"string less", kString, {"abc"}, &AttributeIf::lessThanAtIndex, 0, "abd", true, {"abc"}, nullptr},
 };
 
+void PrintTo(const OperationCase& c, std::ostream* out) { *out << c.what; }
+
 class AttributeOperationTest : public testing::TestWithParam<OperationCase> {};
 
 TEST_P(AttributeOperationTest, ChangesValueAndReports) {
@@ -298,6 +301,16 @@ TEST(AttributeValuesTest, ReadTextBelongsToTheCallingThread) {
   std::thread([&] { theirText = theirs->readValueAtIndex(0); }).join();
   EXPECT_EQ("9", theirText);
   EXPECT_STREQ("5", text);
+}
+
+TEST(AttributeValuesTest, ReadTextSurvivesChangesToTheValue) {
+  for (uint32_t type : {kString, kName}) {
+    auto attribute = makeAttribute(type, {"first"});
+    const char* text = attribute->readValueAtIndex(0);
+    attribute->setValueAtIndex(0, "second");
+    attribute->eraseValueAtIndex(0);
+    EXPECT_STREQ("first", text);
+  }
 }
 
 TEST(AttributeValuesTest, NameKeeps599CharactersAndTheFullLength) {
