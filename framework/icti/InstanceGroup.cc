@@ -207,8 +207,9 @@ bool InstanceGroup::eraseInstance(const std::string& ldn) {
   return true;
 }
 
+// An instance is in one group at a time: adding a member again changes nothing.
 unsigned int InstanceGroup::addInstance(InstanceIf* instance) {
-  if (instance != nullptr) append(instance);
+  if (instance != nullptr && memberOf(instance) == nullptr) append(instance);
   return count_;
 }
 

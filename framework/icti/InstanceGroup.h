@@ -57,6 +57,8 @@ class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
   InstanceIf* getFirstInstance() const override;
   unsigned int getNumberOfInstances() const override { return count_; }
   bool eraseInstance(const std::string& ldn) override;
+  // An instance already in the group is not added again. An instance is in
+  // one group at a time: detach it from the other group first.
   unsigned int addInstance(InstanceIf* instance) override;
   void detachInstance(InstanceIf* instance) override;
   bool isStructGroup() const override;

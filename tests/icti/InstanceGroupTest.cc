@@ -149,6 +149,7 @@ TEST(InstanceGroupTest, FirstMatchWinsAmongEqualNames) {
   auto* b = new Instance("Top=1", "fooId", "1", "Foo");
   EXPECT_EQ(1u, group.addInstance(a));
   EXPECT_EQ(2u, group.addInstance(b));
+  EXPECT_EQ(2u, group.addInstance(b));
   EXPECT_EQ(a, group.getInstance("fooId=1,Top=1"));
   EXPECT_TRUE(group.eraseInstance("fooId=1,Top=1"));
   EXPECT_EQ(b, group.getInstance("fooId=1,Top=1"));
