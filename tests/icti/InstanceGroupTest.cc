@@ -323,7 +323,7 @@ TEST(InstanceGroupIndexTest, AgreesWithAWalkOverRandomChanges) {
 // ---------------------------------------------------------------------------
 // Platform records for writing.
 
-std::vector<InstanceSpec> everyType() {
+std::vector<InstanceData> everyType() {
   return {
       {"Top=1,Root=1",
        {{"any", SA_IMM_ATTR_SAANYT, {"00ff10", ""}},

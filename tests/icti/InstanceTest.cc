@@ -109,7 +109,7 @@ TEST(InstanceTest, EraseAttribute) {
 struct RdnCase {
   const char* what;
   std::string targetRdnAttribute;
-  std::vector<AttributeSpec> attributes;
+  std::vector<AttributeData> attributes;
   std::string rdn;
   const char* calculated;
 };

@@ -51,27 +51,27 @@ void* PlatformRecords::value(SaImmValueTypeT type, const std::string& text) {
   }
 }
 
-SaImmAttrValuesT_2* PlatformRecords::attribute(const AttributeSpec& spec) {
+SaImmAttrValuesT_2* PlatformRecords::attribute(const AttributeData& data) {
   auto* record = make<SaImmAttrValuesT_2>();
-  record->attrName = make<char>(spec.name.size() + 1);
-  std::memcpy(record->attrName, spec.name.c_str(), spec.name.size() + 1);
-  record->attrValueType = spec.type;
-  record->attrValuesNumber = static_cast<SaUint32T>(spec.values.size());
-  record->attrValues = make<SaImmAttrValueT>(spec.values.size() + 1);
-  for (size_t i = 0; i < spec.values.size(); ++i) record->attrValues[i] = value(spec.type, spec.values[i]);
+  record->attrName = make<char>(data.name.size() + 1);
+  std::memcpy(record->attrName, data.name.c_str(), data.name.size() + 1);
+  record->attrValueType = data.type;
+  record->attrValuesNumber = static_cast<SaUint32T>(data.values.size());
+  record->attrValues = make<SaImmAttrValueT>(data.values.size() + 1);
+  for (size_t i = 0; i < data.values.size(); ++i) record->attrValues[i] = value(data.type, data.values[i]);
   return record;
 }
 
-SafcImmCtInstanceT* PlatformRecords::instance(const InstanceSpec& spec) {
+SafcImmCtInstanceT* PlatformRecords::instance(const InstanceData& data) {
   auto* record = make<SafcImmCtInstanceT>();
-  if (spec.parent) record->parentName = name(*spec.parent, static_cast<SaUint16T>(spec.parent->size()));
-  record->attrValues = make<SaImmAttrValuesT_2*>(spec.attributes.size() + 1);
-  for (size_t i = 0; i < spec.attributes.size(); ++i) record->attrValues[i] = attribute(spec.attributes[i]);
+  if (data.parent) record->parentName = name(*data.parent, static_cast<SaUint16T>(data.parent->size()));
+  record->attrValues = make<SaImmAttrValuesT_2*>(data.attributes.size() + 1);
+  for (size_t i = 0; i < data.attributes.size(); ++i) record->attrValues[i] = attribute(data.attributes[i]);
   return record;
 }
 
 SafcImmCtInstanceGroupT* PlatformRecords::group(const std::string& className,
-                                                const std::vector<InstanceSpec>& instances) {
+                                                const std::vector<InstanceData>& instances) {
   auto* record = make<SafcImmCtInstanceGroupT>();
   record->className = make<char>(className.size() + 1);
   std::memcpy(record->className, className.c_str(), className.size() + 1);

@@ -15,22 +15,22 @@
 
 // Values as text: numbers in base 10, names and strings as they are, byte
 // buffers as lower-case hexadecimal.
-struct AttributeSpec {
+struct AttributeData {
   std::string name;
   SaImmValueTypeT type;
   std::vector<std::string> values;
 };
 
-struct InstanceSpec {
+struct InstanceData {
   std::optional<std::string> parent;
-  std::vector<AttributeSpec> attributes;
+  std::vector<AttributeData> attributes;
 };
 
 class PlatformRecords {
  public:
-  SafcImmCtInstanceGroupT* group(const std::string& className, const std::vector<InstanceSpec>& instances);
-  SafcImmCtInstanceT* instance(const InstanceSpec& spec);
-  SaImmAttrValuesT_2* attribute(const AttributeSpec& spec);
+  SafcImmCtInstanceGroupT* group(const std::string& className, const std::vector<InstanceData>& instances);
+  SafcImmCtInstanceT* instance(const InstanceData& data);
+  SaImmAttrValuesT_2* attribute(const AttributeData& data);
   // A name record whose length field may differ from its text.
   SaNameT* name(const std::string& text, SaUint16T length);
 
