@@ -14,7 +14,9 @@ class AttributeInternalIf : public AttributeIf {
   virtual void init(const SaImmAttrValuesT_2* record) = 0;
   // A record for writing that borrows this attribute's name and values: the
   // attribute must outlive the write. The caller frees the record and its
-  // pointer array (not the values) with free(). Null when out of memory.
+  // pointer array (not the values) with free(). Values that need a layout
+  // other than the attribute's own (name records) live in the pointer
+  // array's block and go with it. Null when out of memory.
   virtual SaImmAttrValuesT_2* createAttrValues() = 0;
   virtual bool hasValueAtIndex(uint32_t index) = 0;
   virtual void setName(const char* name) = 0;

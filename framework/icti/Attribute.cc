@@ -1,0 +1,683 @@
+#include "icti/Attribute.h"
+
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <type_traits>
+
+#include "common/Log.h"
+
+namespace {
+
+using attribute_storage::Name;
+
+template <typename T>
+struct TypeInfo;
+template <>
+struct TypeInfo<int> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SAINT32T;
+  static constexpr const char* kName = "int";
+  static constexpr const char* kFormat = "%d";
+};
+template <>
+struct TypeInfo<unsigned int> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SAUINT32T;
+  static constexpr const char* kName = "unsigned int";
+  static constexpr const char* kFormat = "%u";
+};
+template <>
+struct TypeInfo<long long> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SAINT64T;
+  static constexpr const char* kName = "long long";
+  static constexpr const char* kFormat = "%lld";
+};
+template <>
+struct TypeInfo<unsigned long long> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SAUINT64T;
+  static constexpr const char* kName = "unsigned long long";
+  static constexpr const char* kFormat = "%llu";
+};
+template <>
+struct TypeInfo<double> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SADOUBLET;
+  static constexpr const char* kName = "double";
+  static constexpr const char* kFormat = "%f";
+};
+template <>
+struct TypeInfo<SaNameT> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SANAMET;
+  static constexpr const char* kName = "SaNameT";
+};
+template <>
+struct TypeInfo<char*> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SASTRINGT;
+  static constexpr const char* kName = "SaStringT";
+};
+template <>
+struct TypeInfo<SaAnyT> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SAANYT;
+  static constexpr const char* kName = "SaAnyT";
+};
+
+template <typename T>
+constexpr bool kIsNumber = std::is_arithmetic_v<T>;
+template <typename T>
+constexpr bool kIsInteger = std::is_integral_v<T>;
+template <typename T>
+constexpr bool kIsName = std::is_same_v<T, SaNameT>;
+template <typename T>
+constexpr bool kIsString = std::is_same_v<T, char*>;
+template <typename T>
+constexpr bool kIsBytes = std::is_same_v<T, SaAnyT>;
+
+// The most characters a name value keeps: the value area less its last byte,
+// which is always NUL.
+constexpr size_t kNameTextLimit = SA_MAX_NAME_LENGTH - 1;
+constexpr const char* kNoConversion = "SaAnyT, no conversion";
+
+// readValueAtIndex answers in buffers of the calling thread: numbers are
+// formatted into the first, names and strings copied into the second, so the
+// text outlives changes to the attribute until the thread's next read.
+thread_local char t_valueText[256];
+thread_local std::string t_textValue;
+
+char* copyText(const char* text, size_t length) {
+  char* copy = static_cast<char*>(std::malloc(length + 1));
+  if (copy == nullptr) throw std::bad_alloc();
+  std::memcpy(copy, text, length);
+  copy[length] = '\0';
+  return copy;
+}
+
+Name nameFromText(const char* text) {
+  size_t length = std::strlen(text);
+  return Name{copyText(text, std::min(length, kNameTextLimit)), static_cast<SaUint16T>(length)};
+}
+
+// Readers take a name record's text up to its NUL; the length field may
+// claim more than the value area holds.
+Name nameFromRecord(const SaNameT& record) {
+  size_t length = strnlen(reinterpret_cast<const char*>(record.value), kNameTextLimit);
+  if (record.length < length) length = record.length;
+  return Name{copyText(reinterpret_cast<const char*>(record.value), length), record.length};
+}
+
+void toNameRecord(const Name& name, SaNameT& record) {
+  std::memset(&record, 0, sizeof record);
+  record.length = name.length;
+  std::memcpy(record.value, name.text, std::strlen(name.text));
+}
+
+SaAnyT allocAndCopySaAnyT(const SaAnyT& source, const char* attributeName) {
+  TAV_LOG(TRACE1, "allocAndCopySaAnyT SaAnyT attribute %s, bufferSize: %llu", attributeName,
+          static_cast<unsigned long long>(source.bufferSize));
+  if (source.bufferAddr == nullptr) {
+    TAV_LOG(INFO, "SaAnyT allocAndCopySaAnyT valueToCopy buffer is NULL, return zeroed SaAnyT");
+    return SaAnyT{0, nullptr};
+  }
+  if (source.bufferSize == 0) return SaAnyT{0, nullptr};
+  auto* bytes = static_cast<SaUint8T*>(std::malloc(source.bufferSize));
+  if (bytes == nullptr) {
+    TAV_LOG(ERROR, "SaAnyT allocAndCopySaAnyT failed to malloc buffer for attribute %s", attributeName);
+    return SaAnyT{0, nullptr};
+  }
+  std::memcpy(bytes, source.bufferAddr, source.bufferSize);
+  return SaAnyT{source.bufferSize, bytes};
+}
+
+template <typename T>
+T parseNumber(const char* text) {
+  char* tail = nullptr;
+  T value;
+  if constexpr (std::is_same_v<T, int>) {
+    value = static_cast<int>(std::strtol(text, &tail, 10));
+  } else if constexpr (std::is_same_v<T, unsigned int>) {
+    value = static_cast<unsigned int>(std::strtoul(text, &tail, 10));
+  } else if constexpr (std::is_same_v<T, long long>) {
+    value = std::strtoll(text, &tail, 10);
+  } else if constexpr (std::is_same_v<T, unsigned long long>) {
+    value = std::strtoull(text, &tail, 10);
+  } else {
+    value = std::strtod(text, &tail);
+  }
+  if (*tail != '\0') {
+    TAV_LOG(ERROR, "Could not read value as %s (value: %s), tailPtr is not empty (tailPtr: %s)", TypeInfo<T>::kName,
+            text, tail);
+    std::abort();
+  }
+  return value;
+}
+
+// Integer arithmetic is done in the unsigned type of the same width, so that
+// it wraps around instead of overflowing.
+template <typename T>
+using Unsigned = std::make_unsigned_t<T>;
+
+struct Add {
+  template <typename T>
+  T operator()(T a, T b) const {
+    if constexpr (kIsInteger<T>) return static_cast<T>(static_cast<Unsigned<T>>(a) + static_cast<Unsigned<T>>(b));
+    else return a + b;
+  }
+};
+
+struct Subtract {
+  template <typename T>
+  T operator()(T a, T b) const {
+    if constexpr (kIsInteger<T>) return static_cast<T>(static_cast<Unsigned<T>>(a) - static_cast<Unsigned<T>>(b));
+    else return a - b;
+  }
+};
+
+struct Multiply {
+  template <typename T>
+  T operator()(T a, T b) const {
+    if constexpr (kIsInteger<T>) return static_cast<T>(static_cast<Unsigned<T>>(a) * static_cast<Unsigned<T>>(b));
+    else return a * b;
+  }
+};
+
+// A zero divisor gives 0; the smallest signed value divided by -1 gives
+// itself (the wrapped-around quotient).
+struct Divide {
+  template <typename T>
+  T operator()(T a, T b) const {
+    if (b == 0) return 0;
+    if constexpr (std::is_signed_v<T> && kIsInteger<T>) {
+      if (a == std::numeric_limits<T>::min() && b == -1) return a;
+    }
+    return a / b;
+  }
+};
+
+struct BitAnd {
+  template <typename T>
+  T operator()(T a, T b) const { return a & b; }
+};
+struct BitOr {
+  template <typename T>
+  T operator()(T a, T b) const { return a | b; }
+};
+struct BitXor {
+  template <typename T>
+  T operator()(T a, T b) const { return a ^ b; }
+};
+
+using attribute_storage::Relation;
+
+template <typename T, typename V>
+bool holds(const V& a, const V& b, Relation relation) {
+  if constexpr (kIsNumber<T>) {
+    switch (relation) {
+      case Relation::kEqual:
+        return a == b;
+      case Relation::kLess:
+        return a < b;
+      case Relation::kGreater:
+        return a > b;
+    }
+    return false;
+  } else {
+    int order;
+    if constexpr (kIsName<T>) order = std::strcmp(a.text, b.text);
+    else order = std::strcmp(a, b);
+    switch (relation) {
+      case Relation::kEqual:
+        return order == 0;
+      case Relation::kLess:
+        return order < 0;
+      case Relation::kGreater:
+        return order > 0;
+    }
+    return false;
+  }
+}
+
+// A double converted for the "%d" of a message, without overflowing.
+int countForMessage(double value) {
+  if (std::isnan(value)) return 0;
+  if (value <= INT_MIN) return INT_MIN;
+  if (value >= INT_MAX) return INT_MAX;
+  return static_cast<int>(value);
+}
+
+}  // namespace
+
+std::string attribute_storage::nameText(const SaNameT& record) {
+  Name name = nameFromRecord(record);
+  std::string text(name.text);
+  std::free(name.text);
+  return text;
+}
+
+void attribute_storage::fillNameRecord(const char* text, SaNameT& record) {
+  Name name = nameFromText(text != nullptr ? text : "");
+  toNameRecord(name, record);
+  std::free(name.text);
+}
+
+AttributeBase* AttributeBase::create(const std::string& name, uint32_t type) {
+  const char* n = name.c_str();
+  switch (type) {
+    case SA_IMM_ATTR_SAINT32T:
+      return new Attribute<int>(n);
+    case SA_IMM_ATTR_SAUINT32T:
+      return new Attribute<unsigned int>(n);
+    case SA_IMM_ATTR_SAINT64T:
+      return new Attribute<long long>(n);
+    case SA_IMM_ATTR_SAUINT64T:
+      return new Attribute<unsigned long long>(n);
+    case SA_IMM_ATTR_SANAMET:
+      return new Attribute<SaNameT>(n);
+    case SA_IMM_ATTR_SADOUBLET:
+      return new Attribute<double>(n);
+    case SA_IMM_ATTR_SASTRINGT:
+      return new Attribute<char*>(n);
+    case SA_IMM_ATTR_SAANYT:
+      return new Attribute<SaAnyT>(n);
+    default:
+      return nullptr;
+  }
+}
+
+AttributeBase::AttributeBase(const char* name) : name_(copyText(name ? name : "", name ? std::strlen(name) : 0)) {}
+
+AttributeBase::~AttributeBase() { std::free(name_); }
+
+void AttributeBase::setName(const char* name) {
+  if (name == nullptr) name = "";
+  char* copy = copyText(name, std::strlen(name));
+  std::free(name_);
+  name_ = copy;
+}
+
+template <typename T>
+Attribute<T>::Attribute(const char* name) : AttributeBase(name) {}
+
+template <typename T>
+Attribute<T>::~Attribute() {
+  for (Value& value : values_) release(value);
+}
+
+template <typename T>
+uint32_t Attribute<T>::getType() const {
+  return TypeInfo<T>::kCode;
+}
+
+template <typename T>
+typename Attribute<T>::Value Attribute<T>::readValue(const char* text) {
+  if (text == nullptr) text = "";
+  if constexpr (kIsNumber<T>) {
+    return parseNumber<T>(text);
+  } else if constexpr (kIsName<T>) {
+    return nameFromText(text);
+  } else if constexpr (kIsString<T>) {
+    return copyText(text, std::strlen(text));
+  } else {
+    TAV_LOG(INFO, "readValue(char *) called on SaAnyT, returning null struct");
+    return SaAnyT{0, nullptr};
+  }
+}
+
+template <typename T>
+bool Attribute<T>::addCopy(const char* value) {
+  if (!kIsString<T> && (value == nullptr || *value == '\0')) {
+    TAV_LOG(INFO, "Attribute<T>::addCopy called with empty string for %s, no new value created", name());
+    return true;
+  }
+  values_.push_back(readValue(value));
+  return true;
+}
+
+template <typename T>
+bool Attribute<T>::addCopy(const std::vector<uint8_t>& value) {
+  if constexpr (kIsBytes<T>) {
+    TAV_LOG(INFO, "addCopy triggered for SaAnyT");
+    values_.push_back(allocAndCopySaAnyT(SaAnyT{value.size(), const_cast<uint8_t*>(value.data())}, name()));
+    return true;
+  } else {
+    TAV_LOG(ERROR, "Unsupported Imm type for addCopy(const std::vector<uint8_t> &v), only SaAnyT is allowed");
+    return false;
+  }
+}
+
+template <typename T>
+bool Attribute<T>::insertValueAtIndex(const char* value, uint32_t index) {
+  if (!hasValue(index)) return addCopy(value);
+  values_.insert(index, readValue(value));
+  return true;
+}
+
+// Past the end the last value goes: callers rely on that.
+template <typename T>
+bool Attribute<T>::eraseValueAtIndex(uint32_t index) {
+  if (values_.empty()) return false;
+  uint32_t position = hasValue(index) ? index : values_.size() - 1;
+  release(values_[position]);
+  values_.erase(position);
+  return true;
+}
+
+template <typename T>
+bool Attribute<T>::setValueAtIndex(uint32_t index, const char* value) {
+  Value parsed = readValue(value);
+  if (!hasValue(index)) {
+    release(parsed);
+    return false;
+  }
+  release(values_[index]);
+  values_[index] = parsed;
+  return true;
+}
+
+template <typename T>
+bool Attribute<T>::setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) {
+  if constexpr (kIsBytes<T>) {
+    TAV_LOG(INFO, "setValueAtIndex called for SaAnyT with index: %d", index);
+    if (!hasValue(index)) return false;
+    SaAnyT copy = allocAndCopySaAnyT(SaAnyT{value.size(), const_cast<uint8_t*>(value.data())}, name());
+    release(values_[index]);
+    values_[index] = copy;
+    return true;
+  } else {
+    TAV_LOG(ERROR, "Unsupported operation, only for SA_ANY_T allowed");
+    return false;
+  }
+}
+
+template <typename T>
+bool Attribute<T>::valueEqualsAtIndex(uint32_t index, const char* value) {
+  return compareAtIndex(index, value, "valueEqualsAtIndex", Relation::kEqual);
+}
+
+template <typename T>
+bool Attribute<T>::lessThanAtIndex(uint32_t index, const char* value) {
+  return compareAtIndex(index, value, "lessThanAtIndex", Relation::kLess);
+}
+
+template <typename T>
+bool Attribute<T>::greaterThanAtIndex(uint32_t index, const char* value) {
+  return compareAtIndex(index, value, "greaterThanAtIndex", Relation::kGreater);
+}
+
+template <typename T>
+bool Attribute<T>::compareAtIndex(uint32_t index, const char* text, const char* operation, Relation relation) {
+  if constexpr (kIsBytes<T>) {
+    refuse(operation);
+    return false;
+  } else {
+    Value parsed = readValue(text);
+    bool result = hasValue(index) && holds<T>(values_[index], parsed, relation);
+    release(parsed);
+    return result;
+  }
+}
+
+template <typename T>
+const char* Attribute<T>::readValueAtIndex(uint32_t index) {
+  if (!hasValue(index)) return nullptr;
+  if constexpr (kIsBytes<T>) {
+    TAV_LOG(INFO, "readValue called, SaAnyT bufferSize %llu",
+            static_cast<unsigned long long>(values_[index].bufferSize));
+  }
+  if constexpr (kIsName<T> || kIsString<T>) {
+    t_textValue.assign(valueText(index));
+    return t_textValue.c_str();
+  }
+  return valueText(index);
+}
+
+template <typename T>
+const char* Attribute<T>::valueText(uint32_t index) const {
+  if (!hasValue(index)) return "(null)";
+  if constexpr (kIsNumber<T>) {
+    std::snprintf(t_valueText, sizeof t_valueText, TypeInfo<T>::kFormat, values_[index]);
+    return t_valueText;
+  } else if constexpr (kIsName<T>) {
+    return values_[index].text;
+  } else if constexpr (kIsString<T>) {
+    return values_[index];
+  } else {
+    return kNoConversion;
+  }
+}
+
+template <typename T>
+std::vector<uint8_t> Attribute<T>::getRawDataValueAtIndex(uint32_t index) {
+  if constexpr (kIsBytes<T>) {
+    std::vector<uint8_t> bytes;
+    SaAnyT value = hasValue(index) ? values_[index] : SaAnyT{0, nullptr};
+    if (value.bufferAddr != nullptr) bytes.assign(value.bufferAddr, value.bufferAddr + value.bufferSize);
+    TAV_LOG(INFO, "SaAnyT getRawDataValueAtIndex at index:%d, bufferSize: %llu, v.size: %llu, attribute: %s", index,
+            static_cast<unsigned long long>(value.bufferSize), static_cast<unsigned long long>(bytes.size()), name());
+    return bytes;
+  } else {
+    TAV_LOG(ERROR, "Unsupported Imm type, only SaAnyT is allowed for method getRawDataValueAtIndex");
+    return {};
+  }
+}
+
+template <typename T>
+bool Attribute<T>::addIntegerAtIndex(uint32_t index, const char* value) {
+  if constexpr (kIsString<T>) {
+    if (!hasValue(index)) return false;
+    const char* tail = value != nullptr ? value : "";
+    size_t headLength = std::strlen(values_[index]);
+    size_t tailLength = std::strlen(tail);
+    char* joined = static_cast<char*>(std::realloc(values_[index], headLength + tailLength + 1));
+    if (joined == nullptr) throw std::bad_alloc();
+    std::memcpy(joined + headLength, tail, tailLength + 1);
+    values_[index] = joined;
+    return true;
+  } else {
+    return arithmeticAtIndex(index, value, kIsBytes<T> ? "addAtIndex" : "addIntegerAtIndex", Add());
+  }
+}
+
+template <typename T>
+bool Attribute<T>::substractIntegerAtIndex(uint32_t index, const char* value) {
+  return arithmeticAtIndex(index, value, "substractIntegerAtIndex", Subtract());
+}
+
+template <typename T>
+bool Attribute<T>::multiplyAtIndex(uint32_t index, const char* value) {
+  return arithmeticAtIndex(index, value, "multiplyAtIndex", Multiply());
+}
+
+template <typename T>
+bool Attribute<T>::divideAtIndex(uint32_t index, const char* value) {
+  return arithmeticAtIndex(index, value, "divideAtIndex", Divide());
+}
+
+template <typename T>
+bool Attribute<T>::bitwiseAndAtIndex(uint32_t index, const char* value) {
+  return bitwiseAtIndex(index, value, "bitwiseAndAtIndex", BitAnd());
+}
+
+template <typename T>
+bool Attribute<T>::bitwiseOrAtIndex(uint32_t index, const char* value) {
+  return bitwiseAtIndex(index, value, "bitwiseOrAtIndex", BitOr());
+}
+
+template <typename T>
+bool Attribute<T>::bitwiseXorAtIndex(uint32_t index, const char* value) {
+  return bitwiseAtIndex(index, value, "bitwiseXorAtIndex", BitXor());
+}
+
+template <typename T>
+bool Attribute<T>::bitwiseLeftShiftAtIndex(uint32_t index, const char* value) {
+  return shiftAtIndex(index, value, "bitwiseLeftShiftAtIndex", true);
+}
+
+template <typename T>
+bool Attribute<T>::bitwiseRightShiftAtIndex(uint32_t index, const char* value) {
+  return shiftAtIndex(index, value, "bitwiseRightShiftAtIndex", false);
+}
+
+template <typename T>
+template <typename Operation>
+bool Attribute<T>::arithmeticAtIndex(uint32_t index, const char* text, const char* operation, Operation operate) {
+  if constexpr (kIsNumber<T>) {
+    T operand = readValue(text);
+    if (!hasValue(index)) return false;
+    values_[index] = operate(values_[index], operand);
+    return true;
+  } else {
+    refuse(operation);
+    return false;
+  }
+}
+
+// Doubles have no bits to work on: they are refused with the message of an
+// improper shift and the width of a double.
+template <typename T>
+template <typename Operation>
+bool Attribute<T>::bitwiseAtIndex(uint32_t index, const char* text, const char* operation, Operation operate) {
+  if constexpr (kIsInteger<T>) {
+    return arithmeticAtIndex(index, text, operation, operate);
+  } else if constexpr (kIsNumber<T>) {
+    refuseImproperShift(operation, countForMessage(readValue(text)));
+    return false;
+  } else {
+    refuse(operation);
+    return false;
+  }
+}
+
+// The count is read as a signed number. A count above the width less one is
+// refused but reported as success; any other count is taken modulo the width,
+// so a negative count shifts by its low bits. Right shifts fill with zeros.
+template <typename T>
+bool Attribute<T>::shiftAtIndex(uint32_t index, const char* text, const char* operation, bool left) {
+  if constexpr (kIsInteger<T>) {
+    constexpr int kWidth = sizeof(T) * CHAR_BIT;
+    long long count = static_cast<std::make_signed_t<T>>(readValue(text));
+    if (!hasValue(index)) return false;
+    if (count > kWidth - 1) {
+      refuseImproperShift(operation, static_cast<int>(count));
+      return true;
+    }
+    unsigned int bits = static_cast<unsigned int>(static_cast<unsigned long long>(count) & (kWidth - 1));
+    Unsigned<T> v = static_cast<Unsigned<T>>(values_[index]);
+    values_[index] = static_cast<T>(left ? static_cast<Unsigned<T>>(v << bits) : static_cast<Unsigned<T>>(v >> bits));
+    return true;
+  } else if constexpr (kIsNumber<T>) {
+    refuseImproperShift(operation, countForMessage(readValue(text)));
+    return false;
+  } else {
+    refuse(operation);
+    return false;
+  }
+}
+
+template <typename T>
+void Attribute<T>::refuseImproperShift(const char* operation, int count) const {
+  int width = kIsNumber<T> ? static_cast<int>(sizeof(T) * CHAR_BIT) : 0;
+  TAV_LOG(ERROR, "%s unsupported operation, improper bitwiseShiftIndex %d, or data type size %d", operation, count,
+          width);
+}
+
+template <typename T>
+void Attribute<T>::refuse(const char* operation) const {
+  if constexpr (kIsBytes<T>) {
+    TAV_LOG(ERROR, "%s not implemented for SaAnyT", operation);
+  } else {
+    TAV_LOG(ERROR, "%s called with type %s", operation, TypeInfo<T>::kName);
+  }
+}
+
+template <typename T>
+bool Attribute<T>::hasValueAtIndex(uint32_t index) {
+  if constexpr (kIsBytes<T>) {
+    refuse("hasValueAtIndex");
+    return false;
+  } else {
+    return hasValue(index);
+  }
+}
+
+template <typename T>
+void Attribute<T>::init(const SaImmAttrValuesT_2* record) {
+  if (record == nullptr || record->attrValues == nullptr) return;
+  for (uint32_t i = 0; i < record->attrValuesNumber; ++i) {
+    if (record->attrValues[i] == nullptr) continue;
+    values_.push_back(copyOf(record->attrValues[i]));
+    TAV_LOG(TRACE1, "init::attr[%d] name: \"%s\", type: %d, value: %s", i, record->attrName, record->attrValueType,
+            valueText(values_.size() - 1));
+  }
+}
+
+template <typename T>
+typename Attribute<T>::Value Attribute<T>::copyOf(const void* platformValue) const {
+  if constexpr (kIsNumber<T>) {
+    return *static_cast<const T*>(platformValue);
+  } else if constexpr (kIsName<T>) {
+    return nameFromRecord(*static_cast<const SaNameT*>(platformValue));
+  } else if constexpr (kIsString<T>) {
+    const char* text = *static_cast<char* const*>(platformValue);
+    if (text == nullptr) text = "";
+    return copyText(text, std::strlen(text));
+  } else {
+    return allocAndCopySaAnyT(*static_cast<const SaAnyT*>(platformValue), name());
+  }
+}
+
+template <typename T>
+void Attribute<T>::release(Value& value) const {
+  if constexpr (kIsName<T>) {
+    std::free(value.text);
+  } else if constexpr (kIsString<T>) {
+    std::free(value);
+  } else if constexpr (kIsBytes<T>) {
+    std::free(value.bufferAddr);
+  }
+}
+
+// Name records follow the pointer array in its block: the writer's free()
+// of the array releases them too.
+template <typename T>
+SaImmAttrValuesT_2* Attribute<T>::createAttrValues() {
+  const char* failure = kIsBytes<T> ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
+                                    : "Failed to malloc values pointer field for attribute %s";
+  uint32_t count = getNumberOfValues();
+  size_t pointersSize = (count + 1) * sizeof(SaImmAttrValueT);
+  size_t namesSize = kIsName<T> ? count * sizeof(SaNameT) : 0;
+  auto* record = static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2)));
+  auto* values = static_cast<SaImmAttrValueT*>(std::malloc(pointersSize + namesSize));
+  if (record == nullptr || values == nullptr) {
+    TAV_LOG(ERROR, failure, name());
+    std::free(record);
+    std::free(values);
+    return nullptr;
+  }
+  record->attrName = const_cast<char*>(name());
+  record->attrValueType = static_cast<SaImmValueTypeT>(getType());
+  record->attrValuesNumber = count;
+  TAV_LOG(TRACE1, "ATTRIBUTE(name: \"%s\", type: %d, numOfValues: %d)", name(), getType(), count);
+  for (uint32_t i = 0; i < count; ++i) {
+    if constexpr (kIsName<T>) {
+      auto* names = reinterpret_cast<SaNameT*>(reinterpret_cast<char*>(values) + pointersSize);
+      toNameRecord(values_[i], names[i]);
+      values[i] = &names[i];
+    } else {
+      values[i] = &values_[i];
+    }
+    TAV_LOG(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i));
+  }
+  values[count] = nullptr;
+  record->attrValues = values;
+  return record;
+}
+
+template class Attribute<int>;
+template class Attribute<unsigned int>;
+template class Attribute<long long>;
+template class Attribute<unsigned long long>;
+template class Attribute<double>;
+template class Attribute<SaNameT>;
+template class Attribute<char*>;
+template class Attribute<SaAnyT>;

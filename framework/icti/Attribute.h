@@ -1,0 +1,218 @@
+// The attribute classes of the instance model: Attribute<T> for the eight
+// value types the upgrader handles, each bound to one IMM value type code:
+//
+//   int (1), unsigned int (2), long long (3), unsigned long long (4),
+//   SaNameT (6), double (8), char* (9, SaStringT), SaAnyT (10).
+//
+// Numbers are parsed in base 10 and formatted with "%d", "%u", "%lld", "%llu"
+// and "%f". Integer arithmetic wraps around in the type's width; right shifts
+// are logical also for the signed types; dividing by 0 stores 0. A number text
+// that does not parse completely is logged and ends the process.
+//
+// Storage is compact: a name value keeps its text (at most 599 characters)
+// and its length field, not a whole name record; the name records a write
+// needs are built by createAttrValues in the block of the record's pointer
+// array, so they go when the writer frees that array. Strings and byte
+// buffers are heap copies owned by the attribute.
+//
+// An attribute belongs to one instance and is used by one thread at a time.
+
+#ifndef VOSK_ICTI_ATTRIBUTE_H
+#define VOSK_ICTI_ATTRIBUTE_H
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "icti/AttributeInternalIf.h"
+#include "saAis.h"
+
+// What every attribute type shares: its name (a heap copy it owns) and the
+// factory by IMM value type code. An instance keeps its attributes through
+// this class so that it can order them by name without copying names.
+class AttributeBase : public AttributeInternalIf {
+ public:
+  // An empty attribute of the IMM value type code, or null for a code
+  // without attribute type (time 5, float 7, anything unknown).
+  static AttributeBase* create(const std::string& name, uint32_t type);
+
+  ~AttributeBase() override;
+  AttributeBase(const AttributeBase&) = delete;
+  AttributeBase& operator=(const AttributeBase&) = delete;
+
+  std::string getName() const override { return name_; }
+  // A null name is stored as an empty one.
+  void setName(const char* name) override;
+
+  // The name copy itself: valid until the next setName.
+  const char* name() const { return name_; }
+
+ protected:
+  explicit AttributeBase(const char* name);
+
+ private:
+  char* name_;
+};
+
+namespace attribute_storage {
+
+// A name value: the text the readers see (at most 599 characters, always
+// terminated) and the length field, which keeps the full length of the text
+// it was made from.
+struct Name {
+  char* text;
+  SaUint16T length;
+};
+
+enum class Relation { kEqual, kLess, kGreater };
+
+// The values of one attribute in index order: one value is kept in place,
+// more on the heap. For trivially copyable values only.
+template <typename V>
+class ValueList {
+ public:
+  ValueList() {}
+  ~ValueList() {
+    if (capacity_ > 1) std::free(many_);
+  }
+  ValueList(const ValueList&) = delete;
+  ValueList& operator=(const ValueList&) = delete;
+
+  uint32_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  V& operator[](uint32_t index) { return data()[index]; }
+  const V& operator[](uint32_t index) const { return data()[index]; }
+  V* begin() { return data(); }
+  V* end() { return data() + size_; }
+
+  void push_back(V value) { insert(size_, value); }
+  void insert(uint32_t position, V value) {
+    reserve(size_ + 1);
+    V* values = data();
+    std::memmove(values + position + 1, values + position, (size_ - position) * sizeof(V));
+    values[position] = value;
+    ++size_;
+  }
+  void erase(uint32_t position) {
+    V* values = data();
+    std::memmove(values + position, values + position + 1, (size_ - position - 1) * sizeof(V));
+    --size_;
+  }
+
+ private:
+  V* data() { return capacity_ > 1 ? many_ : &one_; }
+  const V* data() const { return capacity_ > 1 ? many_ : &one_; }
+  void reserve(uint32_t wanted) {
+    if (wanted <= capacity_) return;
+    uint32_t capacity = std::max(wanted, capacity_ * 2);
+    auto* grown = static_cast<V*>(std::malloc(capacity * sizeof(V)));
+    if (grown == nullptr) throw std::bad_alloc();
+    std::memcpy(grown, data(), size_ * sizeof(V));
+    if (capacity_ > 1) std::free(many_);
+    many_ = grown;
+    capacity_ = capacity;
+  }
+
+  static_assert(std::is_trivially_copyable_v<V>, "values are moved with memmove");
+  union {
+    V one_;
+    V* many_;
+  };
+  uint32_t size_ = 0;
+  uint32_t capacity_ = 1;
+};
+
+// The stored element of each type.
+template <typename T>
+struct Storage {
+  using Value = T;
+};
+
+template <>
+struct Storage<SaNameT> {
+  using Value = Name;
+};
+
+// The text of a name record as readers see it: up to its first NUL, at most
+// 599 characters and no more than its length field says.
+std::string nameText(const SaNameT& record);
+// Fills a name record from text: the length field takes the full length of
+// the text, the value area at most 599 characters and a closing NUL.
+void fillNameRecord(const char* text, SaNameT& record);
+
+}  // namespace attribute_storage
+
+template <typename T>
+class Attribute : public AttributeBase {
+ public:
+  using Value = typename attribute_storage::Storage<T>::Value;
+
+  explicit Attribute(const char* name);
+  ~Attribute() override;
+
+  uint32_t getType() const override;
+  uint32_t getNumberOfValues() const override { return values_.size(); }
+
+  bool addCopy(const char* value) override;
+  bool addCopy(const std::vector<uint8_t>& value) override;
+  bool insertValueAtIndex(const char* value, uint32_t index) override;
+  bool eraseValueAtIndex(uint32_t index) override;
+  bool setValueAtIndex(uint32_t index, const char* value) override;
+  bool setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) override;
+  bool valueEqualsAtIndex(uint32_t index, const char* value) override;
+  const char* readValueAtIndex(uint32_t index) override;
+  std::vector<uint8_t> getRawDataValueAtIndex(uint32_t index) override;
+
+  bool addIntegerAtIndex(uint32_t index, const char* value) override;
+  bool substractIntegerAtIndex(uint32_t index, const char* value) override;
+  bool multiplyAtIndex(uint32_t index, const char* value) override;
+  bool divideAtIndex(uint32_t index, const char* value) override;
+  bool bitwiseLeftShiftAtIndex(uint32_t index, const char* value) override;
+  bool bitwiseRightShiftAtIndex(uint32_t index, const char* value) override;
+  bool bitwiseAndAtIndex(uint32_t index, const char* value) override;
+  bool bitwiseOrAtIndex(uint32_t index, const char* value) override;
+  bool bitwiseXorAtIndex(uint32_t index, const char* value) override;
+  bool lessThanAtIndex(uint32_t index, const char* value) override;
+  bool greaterThanAtIndex(uint32_t index, const char* value) override;
+
+  void init(const SaImmAttrValuesT_2* record) override;
+  SaImmAttrValuesT_2* createAttrValues() override;
+  bool hasValueAtIndex(uint32_t index) override;
+
+  // One value from text; the caller owns what it points to. Aborts on a
+  // number text that does not parse completely.
+  Value readValue(const char* text);
+
+ private:
+  template <typename Operation>
+  bool arithmeticAtIndex(uint32_t index, const char* text, const char* operation, Operation operate);
+  template <typename Operation>
+  bool bitwiseAtIndex(uint32_t index, const char* text, const char* operation, Operation operate);
+  bool shiftAtIndex(uint32_t index, const char* text, const char* operation, bool left);
+  bool compareAtIndex(uint32_t index, const char* text, const char* operation, attribute_storage::Relation relation);
+  void refuse(const char* operation) const;
+  void refuseImproperShift(const char* operation, int count) const;
+  bool hasValue(uint32_t index) const { return index < values_.size(); }
+  // A value's text for messages: "(null)" past the end.
+  const char* valueText(uint32_t index) const;
+  Value copyOf(const void* platformValue) const;
+  void release(Value& value) const;
+
+  attribute_storage::ValueList<Value> values_;
+};
+
+extern template class Attribute<int>;
+extern template class Attribute<unsigned int>;
+extern template class Attribute<long long>;
+extern template class Attribute<unsigned long long>;
+extern template class Attribute<double>;
+extern template class Attribute<SaNameT>;
+extern template class Attribute<char*>;
+extern template class Attribute<SaAnyT>;
+
+#endif

@@ -1,0 +1,361 @@
+#include "icti/InstanceGroup.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "common/Log.h"
+
+// The group's bookkeeping for one instance: its place in the list, and for
+// an Instance its place in the indexes.
+struct InstanceGroupMember {
+  InstanceIf* instance;
+  // The same object when it is an Instance (indexed); null otherwise.
+  Instance* indexed;
+  // Grows with every append, so it orders members as the list does.
+  uint64_t order;
+  InstanceGroupMember* previous = nullptr;
+  InstanceGroupMember* next = nullptr;
+  InstanceGroupMember* previousSibling = nullptr;
+  InstanceGroupMember* nextSibling = nullptr;
+  InstanceGroup::ParentEntry* parent = nullptr;
+  uint64_t ldnHash = 0;
+};
+
+namespace {
+
+constexpr const char* kNeverPrefixed = "KmovENodeBFunction";
+
+// 64-bit FNV-1a over the distinguished name, fed in pieces so that an
+// instance's name need not be built.
+constexpr uint64_t kHashBasis = 14695981039346656037ull;
+constexpr uint64_t kHashPrime = 1099511628211ull;
+
+uint64_t hashMore(uint64_t hash, const std::string& text) {
+  for (unsigned char c : text) hash = (hash ^ c) * kHashPrime;
+  return hash;
+}
+
+uint64_t ldnHash(const std::string& ldn) { return hashMore(kHashBasis, ldn); }
+
+uint64_t ldnHash(const Instance& instance) {
+  uint64_t hash = hashMore(kHashBasis, instance.rdn());
+  if (instance.parentName().empty()) return hash;
+  hash = (hash ^ static_cast<unsigned char>(',')) * kHashPrime;
+  return hashMore(hash, instance.parentName());
+}
+
+std::string withoutPrefix(const std::string& immClassName, const std::string& prefix) {
+  if (prefix.empty() || immClassName.compare(0, prefix.size(), prefix) != 0) return immClassName;
+  return immClassName.substr(prefix.size());
+}
+
+std::vector<InstanceIf*> instancesOf(const std::vector<InstanceGroupMember*>& members) {
+  std::vector<InstanceIf*> instances;
+  instances.reserve(members.size());
+  for (InstanceGroupMember* member : members) instances.push_back(member->instance);
+  return instances;
+}
+
+void freeInstanceRecord(SafcImmCtInstanceT* record) {
+  for (size_t i = 0; record->attrValues != nullptr && record->attrValues[i] != nullptr; ++i) {
+    std::free(record->attrValues[i]->attrValues);
+    std::free(record->attrValues[i]);
+  }
+  std::free(record->attrValues);
+  std::free(record->parentName);
+  std::free(record);
+}
+
+SafcImmCtInstanceT* createInstanceRecord(InstanceIf& instance) {
+  auto* record = static_cast<SafcImmCtInstanceT*>(std::calloc(1, sizeof(SafcImmCtInstanceT)));
+  if (record == nullptr) return nullptr;
+  const std::string parentName = instance.getParentName();
+  std::vector<std::pair<std::string, AttributeInternalIf*>> attributes = instance.getAttributes();
+  record->attrValues = static_cast<SaImmAttrValuesT_2**>(std::calloc(attributes.size() + 1, sizeof(void*)));
+  if (!parentName.empty()) {
+    record->parentName = static_cast<SaNameT*>(std::malloc(sizeof(SaNameT)));
+    if (record->parentName != nullptr) attribute_storage::fillNameRecord(parentName.c_str(), *record->parentName);
+  }
+  bool complete = record->attrValues != nullptr && (parentName.empty() || record->parentName != nullptr);
+  for (size_t i = 0; complete && i < attributes.size(); ++i) {
+    record->attrValues[i] = attributes[i].second->createAttrValues();
+    complete = record->attrValues[i] != nullptr;
+  }
+  if (complete) return record;
+  freeInstanceRecord(record);
+  return nullptr;
+}
+
+// Pops the walk's cursor however the walk ends.
+class CursorGuard {
+ public:
+  CursorGuard(std::vector<InstanceGroupMember**>& cursors, InstanceGroupMember** cursor) : cursors_(cursors) {
+    cursors_.push_back(cursor);
+  }
+  ~CursorGuard() { cursors_.pop_back(); }
+
+ private:
+  std::vector<InstanceGroupMember**>& cursors_;
+};
+
+}  // namespace
+
+std::string InstanceGroup::immClassNameOf(const std::string& namespacePrefix, const std::string& className) {
+  return className == kNeverPrefixed ? className : namespacePrefix + className;
+}
+
+InstanceGroup::InstanceGroup(const std::string& namespacePrefix, const std::string& className)
+    : immClassName_(immClassNameOf(namespacePrefix, className)), className_(className) {
+  TAV_LOG(TRACE1, "InstanceGroup::InstanceGroup(string, string)");
+}
+
+InstanceGroup::InstanceGroup(const SafcImmCtInstanceGroupT* record, const std::string& rdnAttribute,
+                             const std::string& namespacePrefix)
+    : immClassName_(record != nullptr && record->className != nullptr ? record->className : ""),
+      className_(withoutPrefix(immClassName_, namespacePrefix)),
+      rdnAttribute_(rdnAttribute) {
+  TAV_LOG(TRACE1, "InstanceGroup::InstanceGroup(SafcImmCtInstanceGroupT *, string)");
+  TAV_LOG(INFO, "Creating instance group %s", className_.c_str());
+  SafcImmCtInstanceT** records = record != nullptr ? record->instances : nullptr;
+  size_t size = 0;
+  while (records != nullptr && records[size] != nullptr) ++size;
+  byLdn_.reserve(size);
+  for (size_t i = 0; i < size; ++i) {
+    append(new Instance(records[i], className_, rdnAttribute_));
+    TAV_LOG(TRACE1, "Created instance %d, %s, className %s", static_cast<int>(i), className_.c_str(),
+            immClassName_.c_str());
+  }
+}
+
+InstanceGroup::~InstanceGroup() {
+  InstanceGroupMember* member = first_;
+  while (member != nullptr) {
+    InstanceGroupMember* next = member->next;
+    delete member->instance;
+    delete member;
+    member = next;
+  }
+}
+
+bool InstanceGroup::forEachInstance(InstanceOperation operation, ActionArgumentsIf& args, FilterIf& filter) {
+  bool result = true;
+  // The member last visited; unlinking it moves this back to its
+  // predecessor, so the walk goes on with whatever follows.
+  InstanceGroupMember* current = nullptr;
+  CursorGuard guard(cursors_, &current);
+  for (;;) {
+    InstanceGroupMember* next = current != nullptr ? current->next : first_;
+    if (next == nullptr) break;
+    current = next;
+    result = operation(*next->instance, args, filter) && result;
+  }
+  return result;
+}
+
+std::vector<InstanceIf*> InstanceGroup::getInstances() const {
+  std::vector<InstanceIf*> instances;
+  instances.reserve(count_);
+  for (InstanceGroupMember* member = first_; member != nullptr; member = member->next) {
+    instances.push_back(member->instance);
+  }
+  return instances;
+}
+
+std::vector<InstanceIf*> InstanceGroup::getChildInstances(const std::string& parentLdn) const {
+  std::vector<InstanceGroupMember*> children;
+  auto entry = byParent_.find(parentLdn);
+  if (entry != byParent_.end()) {
+    for (InstanceGroupMember* child = entry->second.first; child != nullptr; child = child->nextSibling) {
+      children.push_back(child);
+    }
+  }
+  bool unindexedFound = false;
+  for (InstanceGroupMember* member : unindexed_) {
+    if (member->instance->getParentName() != parentLdn) continue;
+    children.push_back(member);
+    unindexedFound = true;
+  }
+  if (unindexedFound) {
+    std::sort(children.begin(), children.end(),
+              [](const InstanceGroupMember* a, const InstanceGroupMember* b) { return a->order < b->order; });
+  }
+  return instancesOf(children);
+}
+
+InstanceIf* InstanceGroup::getInstance(const std::string& ldn) const {
+  InstanceGroupMember* member = findFirst(ldn);
+  return member != nullptr ? member->instance : nullptr;
+}
+
+InstanceIf* InstanceGroup::getFirstInstance() const { return first_ != nullptr ? first_->instance : nullptr; }
+
+bool InstanceGroup::eraseInstance(const std::string& ldn) {
+  TAV_LOG(TRACE1, "InstanceGroup::eraseInstance()");
+  if (ldn.empty()) {
+    TAV_LOG(INFO_ABN, "Tried to remove instance with empty ldn");
+    return false;
+  }
+  InstanceGroupMember* member = findFirst(ldn);
+  if (member == nullptr) {
+    TAV_LOG(INFO_ABN, "Could not find %s for removal", ldn.c_str());
+    return false;
+  }
+  TAV_LOG(INFO, "Erase instance %s", ldn.c_str());
+  InstanceIf* instance = member->instance;
+  unlink(member);
+  erased_.emplace_back(instance);
+  return true;
+}
+
+// An instance is in one group at a time: adding a member again changes nothing.
+unsigned int InstanceGroup::addInstance(InstanceIf* instance) {
+  if (instance != nullptr && memberOf(instance) == nullptr) append(instance);
+  return count_;
+}
+
+void InstanceGroup::detachInstance(InstanceIf* instance) {
+  InstanceGroupMember* member = memberOf(instance);
+  if (member != nullptr) unlink(member);
+}
+
+bool InstanceGroup::isStructGroup() const {
+  return first_ != nullptr && first_->instance->getRdn().compare(0, 3, "id=") == 0;
+}
+
+// The struct type is not needed: the group's class is the struct's class.
+InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const std::string& rdnId, bool isStruct,
+                                          const std::string& /*structType*/) {
+  TAV_LOG(TRACE1, "InstanceGroup::createInstance()");
+  if (rdnAttribute_.empty()) rdnAttribute_ = isStruct ? "id" : Instance::moClassRdnAttribute(className_);
+  const std::string rdn = rdnAttribute_ + "=" + rdnId;
+  const std::string ldn = parentLdn.empty() ? rdn : rdn + "," + parentLdn;
+  if (findFirst(ldn) != nullptr) {
+    TAV_LOG(INFO_ABN, "The instance %s could not be created because it already exists", ldn.c_str());
+    return nullptr;
+  }
+  auto* instance = new Instance(parentLdn, rdnAttribute_, rdnId, className_);
+  append(instance);
+  TAV_LOG(INFO, "The instance %s has been created", ldn.c_str());
+  return instance;
+}
+
+SafcImmCtInstanceGroupT* InstanceGroup::createInstanceGroupRecord() const {
+  auto* record = static_cast<SafcImmCtInstanceGroupT*>(std::calloc(1, sizeof(SafcImmCtInstanceGroupT)));
+  if (record == nullptr) return nullptr;
+  record->className = const_cast<char*>(immClassName_.c_str());
+  record->instances = static_cast<SafcImmCtInstanceT**>(std::calloc(count_ + 1, sizeof(SafcImmCtInstanceT*)));
+  if (record->instances == nullptr) {
+    std::free(record);
+    return nullptr;
+  }
+  size_t i = 0;
+  for (InstanceGroupMember* member = first_; member != nullptr; member = member->next, ++i) {
+    record->instances[i] = createInstanceRecord(*member->instance);
+    if (record->instances[i] == nullptr) {
+      freeInstanceGroupRecord(record);
+      return nullptr;
+    }
+  }
+  return record;
+}
+
+void InstanceGroup::freeInstanceGroupRecord(SafcImmCtInstanceGroupT* record) {
+  if (record == nullptr) return;
+  for (size_t i = 0; record->instances != nullptr && record->instances[i] != nullptr; ++i) {
+    freeInstanceRecord(record->instances[i]);
+  }
+  std::free(record->instances);
+  std::free(record);
+}
+
+void InstanceGroup::append(InstanceIf* instance) {
+  auto* member = new InstanceGroupMember{instance, dynamic_cast<Instance*>(instance), nextOrder_++};
+  member->previous = last_;
+  (last_ != nullptr ? last_->next : first_) = member;
+  last_ = member;
+  ++count_;
+  if (member->indexed != nullptr) {
+    member->indexed->setOwner(this, member);
+    index(member);
+  } else {
+    unindexed_.push_back(member);
+  }
+}
+
+void InstanceGroup::unlink(InstanceGroupMember* member) {
+  for (InstanceGroupMember** cursor : cursors_) {
+    if (*cursor == member) *cursor = member->previous;
+  }
+  (member->previous != nullptr ? member->previous->next : first_) = member->next;
+  (member->next != nullptr ? member->next->previous : last_) = member->previous;
+  --count_;
+  if (member->indexed != nullptr) {
+    unindex(member);
+    member->indexed->setOwner(nullptr, nullptr);
+  } else {
+    unindexed_.erase(std::find(unindexed_.begin(), unindexed_.end(), member));
+  }
+  delete member;
+}
+
+void InstanceGroup::index(InstanceGroupMember* member) {
+  const Instance& instance = *member->indexed;
+  member->ldnHash = ldnHash(instance);
+  byLdn_.emplace(member->ldnHash, member);
+
+  ParentEntry& entry = *byParent_.try_emplace(instance.parentName()).first;
+  Siblings& siblings = entry.second;
+  // Usually the newest member: then it goes straight to the end.
+  InstanceGroupMember* before = siblings.last;
+  while (before != nullptr && before->order > member->order) before = before->previousSibling;
+  member->previousSibling = before;
+  member->nextSibling = before != nullptr ? before->nextSibling : siblings.first;
+  (before != nullptr ? before->nextSibling : siblings.first) = member;
+  (member->nextSibling != nullptr ? member->nextSibling->previousSibling : siblings.last) = member;
+  member->parent = &entry;
+}
+
+void InstanceGroup::unindex(InstanceGroupMember* member) {
+  auto range = byLdn_.equal_range(member->ldnHash);
+  for (auto it = range.first; it != range.second; ++it) {
+    if (it->second == member) {
+      byLdn_.erase(it);
+      break;
+    }
+  }
+  Siblings& siblings = member->parent->second;
+  (member->previousSibling != nullptr ? member->previousSibling->nextSibling : siblings.first) = member->nextSibling;
+  (member->nextSibling != nullptr ? member->nextSibling->previousSibling : siblings.last) = member->previousSibling;
+  member->previousSibling = member->nextSibling = nullptr;
+  if (siblings.first == nullptr) byParent_.erase(byParent_.find(member->parent->first));
+  member->parent = nullptr;
+}
+
+void InstanceGroup::renamed(Instance& instance) {
+  InstanceGroupMember* member = instance.membership();
+  unindex(member);
+  index(member);
+}
+
+InstanceGroupMember* InstanceGroup::findFirst(const std::string& ldn) const {
+  InstanceGroupMember* first = nullptr;
+  auto range = byLdn_.equal_range(ldnHash(ldn));
+  for (auto it = range.first; it != range.second; ++it) {
+    InstanceGroupMember* member = it->second;
+    if (member->indexed->hasLdn(ldn) && (first == nullptr || member->order < first->order)) first = member;
+  }
+  for (InstanceGroupMember* member : unindexed_) {
+    if ((first == nullptr || member->order < first->order) && member->instance->getLdn() == ldn) first = member;
+  }
+  return first;
+}
+
+InstanceGroupMember* InstanceGroup::memberOf(InstanceIf* instance) const {
+  if (instance == nullptr) return nullptr;
+  if (auto* indexed = dynamic_cast<Instance*>(instance)) {
+    return indexed->owner() == this ? indexed->membership() : nullptr;
+  }
+  auto it = std::find_if(unindexed_.begin(), unindexed_.end(),
+                         [instance](const InstanceGroupMember* member) { return member->instance == instance; });
+  return it != unindexed_.end() ? *it : nullptr;
+}

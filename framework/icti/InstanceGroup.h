@@ -1,0 +1,121 @@
+// All instances of one IMM class held in memory while the upgrade actions
+// run, in a stable order: first the order of the platform record, then the
+// instances added later.
+//
+// Lookups by distinguished name and by parent do not walk the list: the
+// group keeps a hash index by distinguished name and, per parent name, the
+// children in list order. The indexes follow every change of an instance's
+// RDN or parent name (the group is the instance's owner) and give the same
+// answers as a walk from the front: the first match in list order wins.
+// Instances of other InstanceIf implementations may be added; they are not
+// indexed but searched, so renaming them is seen as well.
+//
+// Erased instances leave the list but stay alive until the group is
+// destroyed, so that pointers actions still hold stay valid. Detached
+// instances belong to the caller.
+//
+// The class name is the IMM class name without the namespace prefix: the
+// prefix is removed when the IMM name starts with it. "KmovENodeBFunction"
+// never carries a prefix.
+//
+// A group is used by one thread.
+
+#ifndef VOSK_ICTI_INSTANCE_GROUP_H
+#define VOSK_ICTI_INSTANCE_GROUP_H
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "icti/Instance.h"
+#include "icti/InstanceGroupIf.h"
+#include "safcImmCt.h"
+
+class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
+ public:
+  // An empty group for a class the old model does not have.
+  InstanceGroup(const std::string& namespacePrefix, const std::string& className);
+  // The instances of the platform's record for one class; the record is only
+  // read. `rdnAttribute` is the class's RDN attribute in the target model
+  // (may be empty), handed on to every instance.
+  InstanceGroup(const SafcImmCtInstanceGroupT* record, const std::string& rdnAttribute,
+                const std::string& namespacePrefix = "");
+  ~InstanceGroup() override;
+
+  InstanceGroup(const InstanceGroup&) = delete;
+  InstanceGroup& operator=(const InstanceGroup&) = delete;
+
+  std::string getClassName() const override { return className_; }
+  // Instances erased or detached during the walk are not visited; instances
+  // added during it are.
+  bool forEachInstance(InstanceOperation operation, ActionArgumentsIf& args, FilterIf& filter) override;
+  std::vector<InstanceIf*> getInstances() const override;
+  std::vector<InstanceIf*> getChildInstances(const std::string& parentLdn) const override;
+  InstanceIf* getInstance(const std::string& ldn) const override;
+  InstanceIf* getFirstInstance() const override;
+  unsigned int getNumberOfInstances() const override { return count_; }
+  bool eraseInstance(const std::string& ldn) override;
+  // An instance already in the group is not added again. An instance is in
+  // one group at a time: detach it from the other group first.
+  unsigned int addInstance(InstanceIf* instance) override;
+  void detachInstance(InstanceIf* instance) override;
+  bool isStructGroup() const override;
+  InstanceIf* createInstance(const std::string& parentLdn, const std::string& rdnId, bool isStruct,
+                             const std::string& structType) override;
+
+  // The IMM class name, namespace prefix included: the name the platform
+  // knows the class by.
+  const std::string& getImmClassName() const { return immClassName_; }
+
+  // The platform record of this group for writing, or null when memory runs
+  // out. Everything in it is allocated with malloc/calloc except what it
+  // borrows: the class name, attribute names and attribute values belong to
+  // the group and its instances, which must stay unchanged until the record
+  // is freed. Free it with freeInstanceGroupRecord.
+  SafcImmCtInstanceGroupT* createInstanceGroupRecord() const;
+  // Frees a record from createInstanceGroupRecord: the group, instance and
+  // attribute records, their pointer arrays and the parent name records;
+  // nothing it borrows. Null is ignored.
+  static void freeInstanceGroupRecord(SafcImmCtInstanceGroupT* record);
+
+  // `namespacePrefix` + `className`, except for the one class that is never
+  // prefixed.
+  static std::string immClassNameOf(const std::string& namespacePrefix, const std::string& className);
+
+ private:
+  friend struct InstanceGroupMember;
+  struct Siblings {
+    InstanceGroupMember* first = nullptr;
+    InstanceGroupMember* last = nullptr;
+  };
+  using ParentEntry = std::pair<const std::string, Siblings>;
+
+  void append(InstanceIf* instance);
+  void unlink(InstanceGroupMember* member);
+  void index(InstanceGroupMember* member);
+  void unindex(InstanceGroupMember* member);
+  void renamed(Instance& instance) override;
+  InstanceGroupMember* findFirst(const std::string& ldn) const;
+  InstanceGroupMember* memberOf(InstanceIf* instance) const;
+
+  std::string immClassName_;
+  std::string className_;
+  std::string rdnAttribute_;
+  InstanceGroupMember* first_ = nullptr;
+  InstanceGroupMember* last_ = nullptr;
+  unsigned int count_ = 0;
+  uint64_t nextOrder_ = 0;
+  // Distinguished-name hash -> members with that hash.
+  std::unordered_multimap<uint64_t, InstanceGroupMember*> byLdn_;
+  // Parent name -> its children in list order.
+  std::unordered_map<std::string, Siblings> byParent_;
+  // Members whose instance is not an Instance: searched, not indexed.
+  std::vector<InstanceGroupMember*> unindexed_;
+  // The member each forEachInstance walk in progress stands on.
+  std::vector<InstanceGroupMember**> cursors_;
+  std::vector<std::unique_ptr<InstanceIf>> erased_;
+};
+
+#endif

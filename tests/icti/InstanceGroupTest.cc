@@ -1,0 +1,384 @@
+#include "icti/InstanceGroup.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+
+#include "LogRecorder.h"
+#include "PlatformRecords.h"
+
+namespace {
+
+bool logged(const std::string& text) { return LogRecorder::installed().contains(text); }
+
+std::vector<std::string> ldnsOf(const std::vector<InstanceIf*>& instances) {
+  std::vector<std::string> ldns;
+  for (InstanceIf* instance : instances) ldns.push_back(instance->getLdn());
+  return ldns;
+}
+
+// forEachInstance passes these through untouched; the tests never look at them.
+struct Unused {
+} g_unused;
+ActionArgumentsIf& kArgs = *reinterpret_cast<ActionArgumentsIf*>(&g_unused);
+FilterIf& kFilter = *reinterpret_cast<FilterIf*>(&g_unused);
+
+// An instance of another implementation: the group cannot index it.
+class PlainInstance : public InstanceIf {
+ public:
+  PlainInstance(std::string parent, std::string rdn) : parent_(std::move(parent)), rdn_(std::move(rdn)) {}
+  bool eraseAttribute(const std::string&) override { return false; }
+  std::string getParentName() const override { return parent_; }
+  std::vector<std::pair<std::string, AttributeInternalIf*>> getAttributes() const override { return {}; }
+  AttributeInternalIf* getAttribute(const std::string&) const override { return nullptr; }
+  bool addAttribute(const std::string&, uint32_t, AttributeInternalIf**) override { return false; }
+  std::string getRdn() const override { return rdn_; }
+  void setRdn(const std::string& rdn) override { rdn_ = rdn; }
+  std::string getLdn() const override { return parent_.empty() ? rdn_ : rdn_ + "," + parent_; }
+  void setParentName(const std::string& parent) override { parent_ = parent; }
+
+ private:
+  std::string parent_;
+  std::string rdn_;
+};
+
+TEST(InstanceGroupTest, EmptyGroup) {
+  InstanceGroup group("Ns", "Foo");
+  EXPECT_TRUE(logged("InstanceGroup::InstanceGroup(string, string)"));
+  EXPECT_EQ("NsFoo", group.getImmClassName());
+  EXPECT_EQ("Foo", group.getClassName());
+  EXPECT_EQ(nullptr, group.getInstance("fooId=1"));
+  EXPECT_EQ(nullptr, group.getFirstInstance());
+  EXPECT_FALSE(group.isStructGroup());
+  EXPECT_EQ(0u, group.getNumberOfInstances());
+  int calls = 0;
+  static int* s_calls = &calls;
+  EXPECT_TRUE(group.forEachInstance([](InstanceIf&, ActionArgumentsIf&, FilterIf&) { return ++*s_calls < 0; },
+                                    kArgs, kFilter));
+  EXPECT_EQ(0, calls);
+}
+
+TEST(InstanceGroupTest, OneClassIsNeverPrefixed) {
+  EXPECT_EQ("KmovENodeBFunction", InstanceGroup("Ns", "KmovENodeBFunction").getImmClassName());
+  EXPECT_EQ("NsENodeBFunction", InstanceGroup::immClassNameOf("Ns", "ENodeBFunction"));
+}
+
+TEST(InstanceGroupTest, CreateInstanceNamesItAfterTheClass) {
+  InstanceGroup group("Ns", "Foo");
+  InstanceIf* created = group.createInstance("Top=1", "1", false, "");
+  ASSERT_NE(nullptr, created);
+  EXPECT_EQ("fooId=1,Top=1", created->getLdn());
+  EXPECT_TRUE(logged("InstanceGroup::createInstance()"));
+  EXPECT_TRUE(logged("The instance fooId=1,Top=1 has been created"));
+  EXPECT_EQ(created, group.getInstance("fooId=1,Top=1"));
+  ASSERT_NE(nullptr, created->getAttribute("fooId"));
+
+  EXPECT_EQ(nullptr, group.createInstance("Top=1", "1", false, ""));
+  EXPECT_TRUE(logged("The instance fooId=1,Top=1 could not be created because it already exists"));
+  EXPECT_EQ(1u, group.getNumberOfInstances());
+
+  // The RDN attribute, once chosen, stays: also for a struct request.
+  EXPECT_EQ("fooId=2,Top=1", group.createInstance("Top=1", "2", true, "S")->getLdn());
+  EXPECT_EQ("fooId=3", group.createInstance("", "3", false, "")->getLdn());
+}
+
+TEST(InstanceGroupTest, StructGroup) {
+  InstanceGroup group("Ns", "Pair");
+  group.createInstance("Top=1", "1", true, "Pair");
+  EXPECT_EQ("id=1,Top=1", group.getFirstInstance()->getLdn());
+  EXPECT_TRUE(group.isStructGroup());
+  EXPECT_EQ("id=2,Top=1", group.createInstance("Top=1", "2", false, "")->getLdn());
+}
+
+TEST(InstanceGroupTest, TargetRdnAttributeIsUsedForNewInstances) {
+  PlatformRecords records;
+  InstanceGroup group(records.group("NsFoo", {}), "key", "Ns");
+  EXPECT_EQ("key=1,Top=1", group.createInstance("Top=1", "1", true, "")->getLdn());
+}
+
+TEST(InstanceGroupTest, FromRecordKeepsOrderAndDropsThePrefix) {
+  PlatformRecords records;
+  SafcImmCtInstanceGroupT* record =
+      records.group("NsFoo", {{"Top=1", {{"fooId", SA_IMM_ATTR_SASTRINGT, {"b"}}}},
+                              {"Top=1", {{"fooId", SA_IMM_ATTR_SASTRINGT, {"a"}}}},
+                              {std::nullopt, {{"fooId", SA_IMM_ATTR_SASTRINGT, {"c"}}}}});
+  InstanceGroup group(record, "", "Ns");
+  EXPECT_EQ("Foo", group.getClassName());
+  EXPECT_EQ("NsFoo", group.getImmClassName());
+  EXPECT_TRUE(logged("InstanceGroup::InstanceGroup(SafcImmCtInstanceGroupT *, string)"));
+  EXPECT_TRUE(logged("Creating instance group Foo"));
+  EXPECT_TRUE(logged("Created instance 2, Foo, className NsFoo"));
+  EXPECT_EQ((std::vector<std::string>{"fooId=b,Top=1", "fooId=a,Top=1", "fooId=c"}), ldnsOf(group.getInstances()));
+  EXPECT_EQ((std::vector<std::string>{"fooId=b,Top=1", "fooId=a,Top=1"}), ldnsOf(group.getChildInstances("Top=1")));
+  EXPECT_EQ(3u, group.getNumberOfInstances());
+
+  EXPECT_EQ("NsFoo", InstanceGroup(record, "").getClassName());
+  EXPECT_EQ("NsFoo", InstanceGroup(record, "", "Other").getClassName());
+}
+
+TEST(InstanceGroupTest, EraseUnlinksButKeepsTheInstance) {
+  InstanceGroup group("", "Foo");
+  InstanceIf* first = group.createInstance("Top=1", "1", false, "");
+  group.createInstance("Top=1", "2", false, "");
+
+  EXPECT_FALSE(group.eraseInstance(""));
+  EXPECT_TRUE(logged("Tried to remove instance with empty ldn"));
+  EXPECT_FALSE(group.eraseInstance("fooId=9,Top=1"));
+  EXPECT_TRUE(logged("Could not find fooId=9,Top=1 for removal"));
+  EXPECT_EQ(2u, group.getNumberOfInstances());
+
+  EXPECT_TRUE(group.eraseInstance("fooId=1,Top=1"));
+  EXPECT_TRUE(logged("InstanceGroup::eraseInstance()"));
+  EXPECT_TRUE(logged("Erase instance fooId=1,Top=1"));
+  EXPECT_EQ(1u, group.getNumberOfInstances());
+  EXPECT_EQ(nullptr, group.getInstance("fooId=1,Top=1"));
+  EXPECT_EQ((std::vector<std::string>{"fooId=2,Top=1"}), ldnsOf(group.getChildInstances("Top=1")));
+  // Still alive for whoever holds it; renaming it no longer touches the group.
+  EXPECT_EQ("fooId=1", first->getRdn());
+  first->setRdn("fooId=2");
+  EXPECT_EQ(1u, group.getInstances().size());
+  EXPECT_NE(first, group.getInstance("fooId=2,Top=1"));
+  // The name is free again.
+  EXPECT_NE(nullptr, group.createInstance("Top=1", "1", false, ""));
+}
+
+TEST(InstanceGroupTest, FirstMatchWinsAmongEqualNames) {
+  InstanceGroup group("", "Foo");
+  auto* a = new Instance("Top=1", "fooId", "1", "Foo");
+  auto* b = new Instance("Top=1", "fooId", "1", "Foo");
+  EXPECT_EQ(1u, group.addInstance(a));
+  EXPECT_EQ(2u, group.addInstance(b));
+  EXPECT_EQ(2u, group.addInstance(b));
+  EXPECT_EQ(a, group.getInstance("fooId=1,Top=1"));
+  EXPECT_TRUE(group.eraseInstance("fooId=1,Top=1"));
+  EXPECT_EQ(b, group.getInstance("fooId=1,Top=1"));
+
+  // A rename that moves a later instance onto an earlier name: list order
+  // still decides.
+  auto* c = new Instance("Top=1", "fooId", "3", "Foo");
+  group.addInstance(c);
+  c->setRdn("fooId=1");
+  EXPECT_EQ(b, group.getInstance("fooId=1,Top=1"));
+  b->setRdn("fooId=4");
+  EXPECT_EQ(c, group.getInstance("fooId=1,Top=1"));
+}
+
+TEST(InstanceGroupTest, DetachHandsOverOwnership) {
+  InstanceGroup group("", "Foo");
+  InstanceIf* kept = group.createInstance("Top=1", "1", false, "");
+  std::unique_ptr<InstanceIf> detached(group.createInstance("Top=1", "2", false, ""));
+  group.detachInstance(detached.get());
+  EXPECT_EQ(1u, group.getNumberOfInstances());
+  EXPECT_EQ(nullptr, group.getInstance("fooId=2,Top=1"));
+  EXPECT_EQ((std::vector<InstanceIf*>{kept}), group.getChildInstances("Top=1"));
+
+  Instance stranger("Top=1", "fooId", "1", "Foo");
+  group.detachInstance(&stranger);
+  group.detachInstance(nullptr);
+  EXPECT_EQ(1u, group.getNumberOfInstances());
+
+  // Moving it to another group.
+  InstanceGroup other("", "Foo");
+  other.addInstance(detached.release());
+  EXPECT_NE(nullptr, other.getInstance("fooId=2,Top=1"));
+}
+
+TEST(InstanceGroupTest, IndexesFollowRenames) {
+  InstanceGroup group("", "Foo");
+  InstanceIf* a = group.createInstance("P=1", "a", false, "");
+  InstanceIf* b = group.createInstance("P=2", "b", false, "");
+  InstanceIf* c = group.createInstance("P=1", "c", false, "");
+
+  b->setParentName("P=1");
+  EXPECT_EQ((std::vector<InstanceIf*>{a, b, c}), group.getChildInstances("P=1"));
+  EXPECT_TRUE(group.getChildInstances("P=2").empty());
+  EXPECT_EQ(b, group.getInstance("fooId=b,P=1"));
+  EXPECT_EQ(nullptr, group.getInstance("fooId=b,P=2"));
+
+  a->setRdn("fooId=z");
+  EXPECT_EQ(a, group.getInstance("fooId=z,P=1"));
+  EXPECT_EQ(nullptr, group.getInstance("fooId=a,P=1"));
+  EXPECT_EQ(nullptr, group.createInstance("P=1", "z", false, ""));
+
+  c->setParentName("");
+  EXPECT_EQ(c, group.getInstance("fooId=c"));
+  EXPECT_EQ((std::vector<InstanceIf*>{c}), group.getChildInstances(""));
+  EXPECT_TRUE(group.eraseInstance("fooId=c"));
+  EXPECT_TRUE(group.getChildInstances("").empty());
+}
+
+TEST(InstanceGroupTest, OtherInstanceImplementationsAreSearched) {
+  InstanceGroup group("", "Foo");
+  InstanceIf* a = group.createInstance("P=1", "a", false, "");
+  auto* plain = new PlainInstance("P=1", "fooId=p");
+  group.addInstance(plain);
+  InstanceIf* b = group.createInstance("P=1", "b", false, "");
+
+  EXPECT_EQ(plain, group.getInstance("fooId=p,P=1"));
+  EXPECT_EQ((std::vector<InstanceIf*>{a, plain, b}), group.getChildInstances("P=1"));
+  plain->setRdn("fooId=b");
+  EXPECT_EQ(plain, group.getInstance("fooId=b,P=1"));
+  EXPECT_EQ(nullptr, group.getInstance("fooId=p,P=1"));
+
+  group.detachInstance(plain);
+  EXPECT_EQ(b, group.getInstance("fooId=b,P=1"));
+  delete plain;
+  EXPECT_EQ(2u, group.getNumberOfInstances());
+}
+
+// ---------------------------------------------------------------------------
+// Walking the group.
+
+InstanceGroup* g_group = nullptr;
+std::vector<std::string> g_visited;
+
+TEST(InstanceGroupWalkTest, VisitsAllAndAndsTheResults) {
+  InstanceGroup group("", "Foo");
+  for (const char* id : {"1", "2", "3"}) group.createInstance("", id, false, "");
+  g_visited.clear();
+  EXPECT_FALSE(group.forEachInstance(
+      [](InstanceIf& instance, ActionArgumentsIf&, FilterIf&) {
+        g_visited.push_back(instance.getRdn());
+        return instance.getRdn() != "fooId=1";
+      },
+      kArgs, kFilter));
+  EXPECT_EQ((std::vector<std::string>{"fooId=1", "fooId=2", "fooId=3"}), g_visited);
+}
+
+TEST(InstanceGroupWalkTest, ErasingAndAddingDuringTheWalk) {
+  InstanceGroup group("", "Foo");
+  for (const char* id : {"1", "2", "3", "4"}) group.createInstance("", id, false, "");
+  g_group = &group;
+  g_visited.clear();
+  EXPECT_TRUE(group.forEachInstance(
+      [](InstanceIf& instance, ActionArgumentsIf&, FilterIf&) {
+        g_visited.push_back(instance.getRdn());
+        if (instance.getRdn() == "fooId=1") {
+          g_group->eraseInstance("fooId=1");  // the one being visited
+          g_group->eraseInstance("fooId=3");  // one still ahead
+        }
+        if (instance.getRdn() == "fooId=4") g_group->createInstance("", "5", false, "");
+        return true;
+      },
+      kArgs, kFilter));
+  EXPECT_EQ((std::vector<std::string>{"fooId=1", "fooId=2", "fooId=4", "fooId=5"}), g_visited);
+  EXPECT_EQ((std::vector<std::string>{"fooId=2", "fooId=4", "fooId=5"}), ldnsOf(group.getInstances()));
+}
+
+// ---------------------------------------------------------------------------
+// The indexes against a plain walk, over many random changes.
+
+TEST(InstanceGroupIndexTest, AgreesWithAWalkOverRandomChanges) {
+  InstanceGroup group("", "Foo");
+  std::mt19937 random(42);
+  auto pick = [&](int n) { return static_cast<int>(random() % n); };
+  auto parent = [&] { return pick(4) == 0 ? std::string() : "P=" + std::to_string(pick(5)); };
+  std::vector<std::string> names;
+  for (int step = 0; step < 3000; ++step) {
+    std::vector<InstanceIf*> all = group.getInstances();
+    switch (pick(6)) {
+      case 0:
+      case 1:
+        group.createInstance(parent(), std::to_string(pick(30)), false, "");
+        break;
+      case 2:
+        if (!all.empty()) group.eraseInstance(all[pick(all.size())]->getLdn());
+        break;
+      case 3:
+        if (!all.empty()) all[pick(all.size())]->setParentName(parent());
+        break;
+      case 4:
+        if (!all.empty()) all[pick(all.size())]->setRdn("fooId=" + std::to_string(pick(30)));
+        break;
+      case 5:
+        if (!all.empty()) {
+          InstanceIf* moved = all[pick(all.size())];
+          group.detachInstance(moved);
+          group.addInstance(moved);
+        }
+        break;
+    }
+    all = group.getInstances();
+    ASSERT_EQ(all.size(), group.getNumberOfInstances());
+    for (const std::string& p : {std::string(), std::string("P=0"), std::string("P=3")}) {
+      std::vector<InstanceIf*> expected;
+      for (InstanceIf* instance : all) {
+        if (instance->getParentName() == p) expected.push_back(instance);
+      }
+      ASSERT_EQ(expected, group.getChildInstances(p)) << "step " << step;
+    }
+    const std::string ldn = "fooId=" + std::to_string(pick(30)) + (pick(4) == 0 ? "" : ",P=" + std::to_string(pick(5)));
+    InstanceIf* expected = nullptr;
+    for (InstanceIf* instance : all) {
+      if (instance->getLdn() == ldn) {
+        expected = instance;
+        break;
+      }
+    }
+    ASSERT_EQ(expected, group.getInstance(ldn)) << "step " << step << " " << ldn;
+  }
+}
+
+// ---------------------------------------------------------------------------
+// Platform records for writing.
+
+std::vector<InstanceData> everyType() {
+  return {
+      {"Top=1,Root=1",
+       {{"any", SA_IMM_ATTR_SAANYT, {"00ff10", ""}},
+        {"d", SA_IMM_ATTR_SADOUBLET, {"0.125", "-3"}},
+        {"empty", SA_IMM_ATTR_SAINT32T, {}},
+        {"fooId", SA_IMM_ATTR_SASTRINGT, {"1"}},
+        {"i", SA_IMM_ATTR_SAINT32T, {"-2147483648", "7"}},
+        {"l", SA_IMM_ATTR_SAINT64T, {"-9223372036854775807"}},
+        {"n", SA_IMM_ATTR_SANAMET, {"A=1,B=2", "C=3"}},
+        {"s", SA_IMM_ATTR_SASTRINGT, {"text", ""}},
+        {"u", SA_IMM_ATTR_SAUINT32T, {"4294967295"}},
+        {"ul", SA_IMM_ATTR_SAUINT64T, {"18446744073709551615", "0"}}}},
+      {std::nullopt, {{"fooId", SA_IMM_ATTR_SASTRINGT, {"2"}}}},
+  };
+}
+
+TEST(InstanceGroupRecordTest, RoundTripGivesEqualRecords) {
+  PlatformRecords records;
+  SafcImmCtInstanceGroupT* read = records.group("NsFoo", everyType());
+  InstanceGroup group(read, "", "Ns");
+  SafcImmCtInstanceGroupT* written = group.createInstanceGroupRecord();
+  ASSERT_NE(nullptr, written);
+  EXPECT_EQ(describe(read), describe(written));
+  EXPECT_EQ(group.getImmClassName().c_str(), written->className);
+  InstanceGroup::freeInstanceGroupRecord(written);
+}
+
+TEST(InstanceGroupRecordTest, ReflectsChanges) {
+  PlatformRecords records;
+  InstanceGroup group(records.group("NsFoo", everyType()), "", "Ns");
+  group.eraseInstance("fooId=2");
+  InstanceIf* created = group.createInstance("Top=1", "3", false, "");
+  created->addAttribute("z", SA_IMM_ATTR_SANAMET);
+  created->getAttribute("z")->addCopy(std::string(700, 'q').c_str());
+  group.getFirstInstance()->eraseAttribute("any");
+
+  SafcImmCtInstanceGroupT* written = group.createInstanceGroupRecord();
+  ASSERT_NE(nullptr, written);
+  ASSERT_NE(nullptr, written->instances[0]);
+  ASSERT_NE(nullptr, written->instances[1]);
+  EXPECT_EQ(nullptr, written->instances[2]);
+  EXPECT_EQ("d", std::string(written->instances[0]->attrValues[0]->attrName));
+  const std::string text = describe(written);
+  EXPECT_EQ("instance parent=Top=1#5\n  fooId:9[1] '3'\n  z:6[1] " + std::string(599, 'q') + "#700\n",
+            text.substr(text.find("instance parent=Top=1#5")));
+  InstanceGroup::freeInstanceGroupRecord(written);
+  InstanceGroup::freeInstanceGroupRecord(nullptr);
+}
+
+TEST(InstanceGroupRecordTest, EmptyGroupGivesAnEmptyRecord) {
+  InstanceGroup group("Ns", "Foo");
+  SafcImmCtInstanceGroupT* written = group.createInstanceGroupRecord();
+  ASSERT_NE(nullptr, written);
+  EXPECT_EQ("class NsFoo\n", describe(written));
+  InstanceGroup::freeInstanceGroupRecord(written);
+}
+
+}  // namespace
