@@ -1,0 +1,57 @@
+// The old model of the simulated node: the IMM XML files of imm/old, in name
+// order. Shared by all sessions of a process and safe from several threads.
+//
+// The first read of a class indexes the whole dump in one streaming pass:
+// each object is kept compactly (its text, no records) in a byte string of
+// its class, so a later read of any class decodes only that class's objects
+// and no read parses the dump again. Copies go through the files instead
+// (streamObjects), one object at a time.
+
+#ifndef VOSK_SIM_SIM_IMM_OLD_MODEL_H
+#define VOSK_SIM_SIM_IMM_OLD_MODEL_H
+
+#include <functional>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "SimImmClassModel.h"
+#include "SimImmObject.h"
+
+class SimImmOldModel {
+ public:
+  explicit SimImmOldModel(std::vector<std::string> files);
+
+  // The class definitions, read once. False, with `why` set, when the files
+  // do not give them.
+  bool classes(const SimImmClassModel** model, std::string* why);
+
+  // The objects of `className` in file order (empty for a class without
+  // objects). False, with `why` set, when the dump cannot be indexed: it is
+  // malformed or holds objects of undefined classes.
+  bool objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why);
+
+  // Hands each object of `classNames` to `each`, straight from the files.
+  bool streamObjects(const std::set<std::string>& classNames, const std::function<void(const SimImmObject&)>& each,
+                     std::string* why) const;
+
+ private:
+  enum class State { kNotRead, kRead, kFailed };
+
+  bool index(std::string* why);
+  static void encode(const SimImmObject& object, std::string* out);
+  static void decode(const std::string& in, const std::string& className, std::vector<SimImmObject>* objects);
+
+  const std::vector<std::string> files_;
+  std::mutex mutex_;
+  State classState_ = State::kNotRead;
+  SimImmClassModel classes_;
+  std::string classError_;
+  State indexState_ = State::kNotRead;
+  std::map<std::string, std::string> objects_;  // class -> encoded objects
+  std::string indexError_;
+};
+
+#endif
