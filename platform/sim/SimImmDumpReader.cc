@@ -114,7 +114,7 @@ bool SimImmDumpReader::readAttrDef(SimImmAttrDef* def) {
 
 bool SimImmDumpReader::readObject(const std::string& className, SimImmObject* object) {
   object->className = className;
-  object->line = xmlTextReaderGetParserLineNumber(reader_);
+  object->line = currentLine();
   bool ok = forEachChild([&](const std::string& name) {
     if (name == "dn") return readText(&object->dn);
     if (name != "attr") return skipElement();
@@ -185,13 +185,18 @@ bool SimImmDumpReader::skipElement() {
   }
 }
 
+int SimImmDumpReader::currentLine() {
+  xmlNodePtr node = xmlTextReaderCurrentNode(reader_);
+  return node != nullptr ? static_cast<int>(xmlGetLineNo(node)) : xmlTextReaderGetParserLineNumber(reader_);
+}
+
 bool SimImmDumpReader::next() { return xmlTextReaderRead(reader_) == 1; }
 
 bool SimImmDumpReader::fail(const std::string& why) {
   if (error_.empty()) {
     std::string where = parserError_;
     if (where.empty() && reader_ != nullptr) {
-      where = "line " + std::to_string(xmlTextReaderGetParserLineNumber(reader_)) + ": " + why;
+      where = "line " + std::to_string(currentLine()) + ": " + why;
     } else if (where.empty()) {
       where = why;
     }

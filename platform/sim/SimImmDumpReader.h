@@ -52,6 +52,8 @@ class SimImmDumpReader {
   bool readText(std::string* text);
   bool skipElement();
   bool next();
+  // The line of the node the reader stands on (the parser itself reads ahead).
+  int currentLine();
   bool fail(const std::string& why);
   std::string attribute(const char* name);
 

@@ -162,10 +162,16 @@ std::shared_ptr<SimImmSession> SimImmTool::find(SafcImmCtHandleT handle) {
 
 bool SimImmTool::claim(SafcImmCtHandleT handle, const std::string& schemaName) {
   std::lock_guard<std::mutex> lock(sessionsMutex_);
+  auto self = sessions_.find(handle);
+  if (self == sessions_.end()) return true;  // finalized meanwhile: nothing left to claim for
+  const std::shared_ptr<SimImmSession>& session = self->second;
   for (const auto& entry : sessions_) {
-    if (entry.first != handle && entry.second->schemaName() == schemaName) return false;
+    if (entry.first != handle && entry.second->outDir() == session->outDir() &&
+        entry.second->schemaName() == schemaName) {
+      return false;
+    }
   }
-  sessions_[handle]->setSchemaName(schemaName);
+  session->setSchemaName(schemaName);
   return true;
 }
 

@@ -50,7 +50,8 @@ class SimImmTool {
   };
 
   std::shared_ptr<SimImmSession> find(SafcImmCtHandleT handle);
-  // The schema's claim: false when another open session converts it.
+  // The schema's claim: false when another open session converts it into the
+  // same output folder.
   bool claim(SafcImmCtHandleT handle, const std::string& schemaName);
   void close(SafcImmCtHandleT handle);
   // Moves the finished model `temp` into model/ or discarded/ of `outDir`.
