@@ -1,5 +1,8 @@
 #include "SimImmOldModel.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 
@@ -32,6 +35,10 @@ std::string getText(const std::string& in, size_t* pos) {
 
 SimImmOldModel::SimImmOldModel(std::vector<std::string> files) : files_(std::move(files)) {}
 
+SimImmOldModel::~SimImmOldModel() {
+  if (spool_ != nullptr) std::fclose(spool_);
+}
+
 bool SimImmOldModel::classes(const SimImmClassModel** model, std::string* why) {
   std::lock_guard<std::mutex> lock(mutex_);
   if (classState_ == State::kNotRead) {
@@ -53,8 +60,36 @@ bool SimImmOldModel::objectsOf(const std::string& className, std::vector<SimImmO
   }
   objects->clear();
   auto found = objects_.find(className);
-  if (found != objects_.end()) decode(found->second, className, objects);
+  if (found == objects_.end()) return true;
+  std::string encoded;
+  if (!load(found->second, &encoded, why)) return false;
+  decode(encoded, className, objects);
   return true;
+}
+
+bool SimImmOldModel::load(const ClassObjects& objects, std::string* encoded, std::string* why) const {
+  for (const auto& run : objects.runs) {
+    size_t start = encoded->size();
+    encoded->resize(start + run.second);
+    if (::pread(fileno(spool_), &(*encoded)[start], run.second, run.first) != static_cast<ssize_t>(run.second)) {
+      *why = std::string("cannot read the index of the old model: ") + std::strerror(errno);
+      return false;
+    }
+  }
+  *encoded += objects.pending;
+  return true;
+}
+
+void SimImmOldModel::add(const SimImmObject& object) {
+  ClassObjects& objects = objects_[object.className];
+  encode(object, &objects.pending);
+  if (spool_ == nullptr || objects.pending.size() < kRunSize) return;
+  long offset = std::ftell(spool_);
+  if (offset >= 0 && std::fwrite(objects.pending.data(), 1, objects.pending.size(), spool_) == objects.pending.size() &&
+      std::fflush(spool_) == 0) {
+    objects.runs.emplace_back(offset, objects.pending.size());
+    objects.pending.clear();
+  }
 }
 
 bool SimImmOldModel::index(std::string* why) {
@@ -66,9 +101,10 @@ bool SimImmOldModel::index(std::string* why) {
                   object.className;
       return false;
     }
-    encode(object, &objects_[object.className]);
+    add(object);
     return true;
   };
+  spool_ = std::tmpfile();
   for (const std::string& file : files_) {
     SimImmDumpReader reader;
     if (!reader.read(file, handler)) {
@@ -82,6 +118,8 @@ bool SimImmOldModel::index(std::string* why) {
   }
   if (why->empty()) return true;
   objects_.clear();
+  if (spool_ != nullptr) std::fclose(spool_);
+  spool_ = nullptr;
   return false;
 }
 

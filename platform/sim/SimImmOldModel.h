@@ -2,14 +2,17 @@
 // order. Shared by all sessions of a process and safe from several threads.
 //
 // The first read of a class indexes the whole dump in one streaming pass:
-// each object is kept compactly (its text, no records) in a byte string of
-// its class, so a later read of any class decodes only that class's objects
-// and no read parses the dump again. Copies go through the files instead
+// each object is kept compactly (its text, no records) with the other
+// objects of its class, so a later read of any class decodes only that
+// class's objects and no read parses the dump again. The compact objects go
+// to an anonymous spool file in runs of about a megabyte a class, so memory
+// stays small however large the dump. Copies go through the files instead
 // (streamObjects), one object at a time.
 
 #ifndef VOSK_SIM_SIM_IMM_OLD_MODEL_H
 #define VOSK_SIM_SIM_IMM_OLD_MODEL_H
 
+#include <cstdio>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -23,6 +26,9 @@
 class SimImmOldModel {
  public:
   explicit SimImmOldModel(std::vector<std::string> files);
+  ~SimImmOldModel();
+  SimImmOldModel(const SimImmOldModel&) = delete;
+  SimImmOldModel& operator=(const SimImmOldModel&) = delete;
 
   // The class definitions, read once. False, with `why` set, when the files
   // do not give them.
@@ -40,7 +46,17 @@ class SimImmOldModel {
  private:
   enum class State { kNotRead, kRead, kFailed };
 
+  // The compact objects of one class: runs in the spool file, then the
+  // last ones in memory.
+  struct ClassObjects {
+    std::vector<std::pair<long, size_t>> runs;  // offset, size
+    std::string pending;
+  };
+  static constexpr size_t kRunSize = 1 << 20;
+
   bool index(std::string* why);
+  void add(const SimImmObject& object);
+  bool load(const ClassObjects& objects, std::string* encoded, std::string* why) const;
   static void encode(const SimImmObject& object, std::string* out);
   static void decode(const std::string& in, const std::string& className, std::vector<SimImmObject>* objects);
 
@@ -50,7 +66,8 @@ class SimImmOldModel {
   SimImmClassModel classes_;
   std::string classError_;
   State indexState_ = State::kNotRead;
-  std::map<std::string, std::string> objects_;  // class -> encoded objects
+  std::map<std::string, ClassObjects> objects_;
+  std::FILE* spool_ = nullptr;  // null: everything stays in memory
   std::string indexError_;
 };
 

@@ -36,6 +36,26 @@ TEST_F(SimImmCtTest, ReadInstancesDeliversTheObjectsOfOneClassInTheRecordLayout)
   EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
 }
 
+// Several megabytes of one class: the index keeps them in runs outside memory.
+TEST_F(SimImmCtTest, LargeClassesReadBackWhole) {
+  std::string objects;
+  const int count = 3000;
+  const std::string pad(500, 'p');
+  for (int i = 0; i < count; ++i) {
+    objects += "<object class=\"Child\"><dn>childId=" + pad + std::to_string(i) + ",topId=1</dn><attr><name>weight"
+               "</name><value>" + std::to_string(i) + "</value></attr></object>\n";
+  }
+  node.write("imm/old/2-many.xml", immXml(objects));
+  SafcImmCtHandleT handle = open();
+  SafcImmCtInstanceGroupT** groups = nullptr;
+  ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, const_cast<char*>("Child"), &groups));
+  std::vector<std::string> lines = describe(groups);
+  ASSERT_EQ(count + 2u, lines.size());
+  for (int i = 0; i < count; ++i) {
+    ASSERT_EQ("topId=1|childId:6=" + pad + std::to_string(i) + "|weight:2=" + std::to_string(i), lines[i + 2]);
+  }
+}
+
 TEST_F(SimImmCtTest, ClassesWithoutObjectsGiveAnEmptyGroupAndUnknownOnesNone) {
   node.write("imm/new/model.xml", immXml(R"(<class name="Fresh"><rdn><name>freshId</name><type>SA_STRING_T</type>
       </rdn></class>)"));
