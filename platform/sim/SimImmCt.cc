@@ -44,7 +44,9 @@ extern "C" SaAisErrorT safcImmCtFailUpgrade(SafcImmCtHandleT handle, const char*
 extern "C" SaAisErrorT safcImmCtReadInstances_2(SafcImmCtHandleT handle, const SaImmClassNameT className,
                                                 SafcImmCtInstanceGroupT*** instanceGroups) {
   return tool().run("safcImmCtReadInstances_2", "ReadInstances", handle, className != nullptr ? className : "",
-                    [&](SimImmSession& s, std::string* why) { return s.readInstances(className, instanceGroups, why); });
+                    [&](SimImmSession& s, std::string* why) {
+                      return s.readInstances(className, instanceGroups, why);
+                    });
 }
 
 extern "C" SaAisErrorT safcImmCtWriteInstances(SafcImmCtHandleT handle, SafcImmCtInstanceGroupT** instanceGroups) {

@@ -1,6 +1,7 @@
 #include "SimImmWrittenGroup.h"
 
 #include <cctype>
+#include <cstring>
 #include <unordered_set>
 
 #include "SimImmValueCodec.h"
@@ -70,9 +71,13 @@ bool SimImmWrittenGroup::toValues(const std::string& className, const SaImmAttrV
     return false;
   }
   values->name = attr.attrName;
-  const char* typeName = SimImmValueCodec::nameOfType(attr.attrValueType);
+  // A caller's record may hold any number in the type field: read it as one.
+  SaUint32T typeCode;
+  std::memcpy(&typeCode, &attr.attrValueType, sizeof typeCode);
+  const int type = static_cast<int>(typeCode);
+  const char* typeName = SimImmValueCodec::nameOfType(type);
   if (typeName == nullptr) {
-    *why = "attribute " + values->name + " has unknown value type " + std::to_string(attr.attrValueType);
+    *why = "attribute " + values->name + " has unknown value type " + std::to_string(typeCode);
     return false;
   }
   if (strict_) {
@@ -81,7 +86,7 @@ bool SimImmWrittenGroup::toValues(const std::string& className, const SaImmAttrV
       *why = "attribute " + values->name + " is not defined in class " + className + " of the new model";
       return false;
     }
-    if (def->type != static_cast<int>(attr.attrValueType)) {
+    if (def->type != type) {
       *why = "attribute " + values->name + " has type " + typeName + ", the new model says " +
              SimImmValueCodec::nameOfType(def->type);
       return false;
@@ -97,7 +102,7 @@ bool SimImmWrittenGroup::toValues(const std::string& className, const SaImmAttrV
       *why = "attribute " + values->name + ": value " + std::to_string(i) + " is missing";
       return false;
     }
-    if (!SimImmValueCodec::format(attr.attrValueType, attr.attrValues[i], &values->values[i], why)) {
+    if (!SimImmValueCodec::format(type, attr.attrValues[i], &values->values[i], why)) {
       *why = "attribute " + values->name + ": " + *why;
       return false;
     }

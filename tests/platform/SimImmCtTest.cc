@@ -108,7 +108,8 @@ TEST_F(SimImmCtTest, BadNodeFilesGiveAClearCodeAndAReason) {
        "<class name=\"Top\"><rdn>", "ReadInstances", SA_AIS_ERR_FAILED_OPERATION, "1-model.xml: line 1"},
       {"not IMM XML", "imm/old/1-model.xml", "<model/>", "ReadInstances", SA_AIS_ERR_FAILED_OPERATION,
        "root element is not IMM-contents"},
-      {"object of an unknown class", "imm/old/2-more.xml", immXml("<object class=\"Ghost\"><dn>ghostId=1</dn></object>"),
+      {"object of an unknown class", "imm/old/2-more.xml",
+       immXml("<object class=\"Ghost\"><dn>ghostId=1</dn></object>"),
        "ReadInstances", SA_AIS_ERR_FAILED_OPERATION, "of undefined class Ghost"},
       {"value that is no number", "imm/old/2-more.xml",
        immXml("<class name=\"Odd\"><rdn><name>oddId</name><type>SA_STRING_T</type></rdn></class>"

@@ -11,7 +11,8 @@ TEST(SimImmDumpReaderTest, ADefinitionsPassStopsAtTheFirstObject) {
   // The object is followed by garbage that a full read refuses.
   std::string path = dir.write("model.xml", immXml(R"(<class name="A"><rdn><name>aId</name><type>SA_STRING_T</type>
       </rdn><attr><name>x</name><type>SA_ANY_T</type><flag>F1</flag><flag>F2</flag></attr></class>
-      <object class="A"><dn>aId=1</dn></object><object class="A"><dn>aId=2</dn><attr><value>1</value></attr></object>)"));
+      <object class="A"><dn>aId=1</dn></object>
+      <object class="A"><dn>aId=2</dn><attr><value>1</value></attr></object>)"));
   std::vector<SimImmClass> classes;
   SimImmDumpReader::Handler handler;
   handler.onClass = [&](SimImmClass&& cls) {
@@ -28,7 +29,7 @@ TEST(SimImmDumpReaderTest, ADefinitionsPassStopsAtTheFirstObject) {
 
   handler.onObject = [](SimImmObject&&) { return true; };
   EXPECT_FALSE(reader.read(path, handler));
-  EXPECT_NE(std::string::npos, reader.error().find("model.xml: line 5: object attribute without name"))
+  EXPECT_NE(std::string::npos, reader.error().find("model.xml: line 6: object attribute without name"))
       << reader.error();
 }
 

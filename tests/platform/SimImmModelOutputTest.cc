@@ -79,7 +79,8 @@ TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
   // through records.
   node.write("imm/old/2-odd.xml", immXml(R"(<class name="Odd"><rdn><name>oddId</name><type>SA_STRING_T</type></rdn>
       <attr><name>n</name><type>SA_INT32_T</type></attr></class>
-      <object class="Odd"><dn>oddId=1,topId=1</dn><attr><name>n</name><value>007</value><value>+3</value></attr></object>
+      <object class="Odd"><dn>oddId=1,topId=1</dn>
+        <attr><name>n</name><value>007</value><value>+3</value></attr></object>
       <object class="Top"><dn>topId=2</dn></object>)"));
   SafcImmCtHandleT handle = openSchema("SchemaA");
   copy(handle, {"Odd", "Top", "Empty"});
@@ -212,7 +213,10 @@ TEST_F(SimImmModelOutputTest, WrittenInstancesAreCheckedAgainstTheNewModel) {
     const char* reason;
   };
   const Case cases[] = {
-      {"fits", [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("i32", SA_IMM_ATTR_SAINT32T, {}); },
+      {"fits",
+       [](GroupBuilder& g) {
+         g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("i32", SA_IMM_ATTR_SAINT32T, {});
+       },
        "Top", SA_AIS_OK, ""},
       {"unknown class", [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}); }, "Child",
        SA_AIS_ERR_INVALID_PARAM, "class Child is not defined in the new model"},
@@ -226,7 +230,7 @@ TEST_F(SimImmModelOutputTest, WrittenInstancesAreCheckedAgainstTheNewModel) {
        SA_AIS_ERR_INVALID_PARAM, "no naming attribute topId"},
       {"naming attribute without value", [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {}); }, "Top",
        SA_AIS_ERR_INVALID_PARAM, "naming attribute topId has no value"},
-      {"unknown value type", [](GroupBuilder& g) { g.attr("topId", static_cast<SaImmValueTypeT>(42), {"1"}); }, "Top",
+      {"unknown value type", [](GroupBuilder& g) { g.attr("topId", 42, {"1"}); }, "Top",
        SA_AIS_ERR_INVALID_PARAM, "unknown value type 42"},
   };
   for (const Case& c : cases) {

@@ -1,6 +1,7 @@
 #include "SimImmNodeTest.h"
 
 #include <cstdlib>
+#include <cstring>
 
 #include "SimFaults.h"
 #include "SimImmDumpReader.h"
@@ -75,10 +76,10 @@ GroupBuilder& GroupBuilder::object(const char* parent) {
   return *this;
 }
 
-GroupBuilder& GroupBuilder::attr(const char* name, SaImmValueTypeT type, const std::vector<std::string>& texts) {
+GroupBuilder& GroupBuilder::attr(const char* name, SaUint32T type, const std::vector<std::string>& texts) {
   SaImmAttrValuesT_2* attr = arena_.allocateArray<SaImmAttrValuesT_2>(1);
   attr->attrName = arena_.copy(name);
-  attr->attrValueType = type;
+  std::memcpy(&attr->attrValueType, &type, sizeof type);  // also codes that are no type
   attr->attrValuesNumber = static_cast<SaUint32T>(texts.size());
   attr->attrValues = arena_.allocateArray<SaImmAttrValueT>(texts.size() + 1);
   for (size_t i = 0; i < texts.size(); ++i) {

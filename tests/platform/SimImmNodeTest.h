@@ -30,8 +30,9 @@ class GroupBuilder {
   explicit GroupBuilder(const char* className);
   // Starts an object below `parent` (null: a root object).
   GroupBuilder& object(const char* parent);
-  // Adds an attribute with `texts` as values (parsed for `type`).
-  GroupBuilder& attr(const char* name, SaImmValueTypeT type, const std::vector<std::string>& texts);
+  // Adds an attribute with `texts` as values (parsed for `type`, an
+  // SA_IMM_ATTR_* code or any other number).
+  GroupBuilder& attr(const char* name, SaUint32T type, const std::vector<std::string>& texts);
   // A null-terminated array holding this group; valid as long as the builder,
   // which takes no more objects after this.
   SafcImmCtInstanceGroupT** groups();
