@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 
 namespace {
 
@@ -34,6 +35,16 @@ bool SimEnvironment::makeDirectories(const std::string& path) {
   return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
-void SimEnvironment::reportReason(const char* call, const std::string& reason) {
-  std::fprintf(stderr, "simulated node: %s: %s\n", call, reason.c_str());
+void SimEnvironment::reportReason(const char* call, const std::string& subject, int code,
+                                  const std::string& reason) {
+  std::string line = std::string(call) + " [" + subject + "] error " + std::to_string(code) + ": " + reason + "\n";
+  static std::mutex mutex;
+  std::lock_guard<std::mutex> lock(mutex);
+  std::fprintf(stderr, "simulated node: %s", line.c_str());
+  std::string folder = out();
+  if (folder.empty() || !makeDirectories(folder)) return;
+  if (FILE* file = std::fopen((folder + "/platform-errors.log").c_str(), "a")) {
+    std::fputs(line.c_str(), file);
+    std::fclose(file);
+  }
 }

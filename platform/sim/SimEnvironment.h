@@ -16,9 +16,11 @@ class SimEnvironment {
   // Creates `path` and its missing parents; false when that fails.
   static bool makeDirectories(const std::string& path);
 
-  // Writes a line about a refused call to standard error, so that a user of
-  // the simulated node sees why a call failed.
-  static void reportReason(const char* call, const std::string& reason);
+  // Records why a call was refused, so that a user of the simulated node sees
+  // why a call failed: one line "<call> [<subject>] error <code>: <reason>" on
+  // standard error and, when an output folder is known, appended to
+  // <out>/platform-errors.log before this returns. Safe from several threads.
+  static void reportReason(const char* call, const std::string& subject, int code, const std::string& reason);
 
   SimEnvironment() = delete;
 };

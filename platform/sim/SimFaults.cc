@@ -29,7 +29,7 @@ SimFaults& SimFaults::instance() {
   if (!g_instance) {
     g_instance = std::make_unique<SimFaults>(environmentSpec());
     for (const std::string& item : g_instance->malformedItems()) {
-      SimEnvironment::reportReason("VOSK_SIM_FAULTS", "ignoring malformed item \"" + item + "\"");
+      SimEnvironment::reportReason("VOSK_SIM_FAULTS", item, 0, "ignoring malformed item \"" + item + "\"");
     }
   }
   return *g_instance;

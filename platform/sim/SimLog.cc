@@ -42,7 +42,8 @@ extern "C" SaAisErrorT saLogInitialize(SaLogHandleT* logHandle, const SaLogCallb
   }
   std::string out = SimEnvironment::out();
   if (out.empty()) {
-    SimEnvironment::reportReason("saLogInitialize", "no log service: VOSK_SIM_ROOT and VOSK_SIM_OUT are unset");
+    SimEnvironment::reportReason("saLogInitialize", "", SA_AIS_ERR_LIBRARY,
+                                 "no log service: VOSK_SIM_ROOT and VOSK_SIM_OUT are unset");
     return SA_AIS_ERR_LIBRARY;
   }
   LogService& s = service();
@@ -68,7 +69,8 @@ extern "C" SaAisErrorT saLogStreamOpen_2(SaLogHandleT logHandle, const SaNameT* 
   if (client == s.clients.end()) return SA_AIS_ERR_BAD_HANDLE;
   std::string directory = client->second + "/log/" + attributes->logFilePathName;
   if (!SimEnvironment::makeDirectories(directory)) {
-    SimEnvironment::reportReason("saLogStreamOpen_2", "cannot create " + directory);
+    SimEnvironment::reportReason("saLogStreamOpen_2", attributes->logFileName, SA_AIS_ERR_NO_RESOURCES,
+                                 "cannot create " + directory);
     return SA_AIS_ERR_NO_RESOURCES;
   }
   *logStreamHandle = s.nextHandle++;

@@ -1,0 +1,211 @@
+#include "SimImmDumpReader.h"
+
+#include <libxml/xmlreader.h>
+
+#include <cstring>
+#include <memory>
+
+#include "SimImmValueCodec.h"
+
+namespace {
+
+const char kImmNamespace[] = "http://www.saforum.org/IMMSchema";
+
+void recordParserError(void* arg, const char* msg, xmlParserSeverities severity, xmlTextReaderLocatorPtr locator) {
+  std::string* error = static_cast<std::string*>(arg);
+  if (!error->empty() || severity == XML_PARSER_SEVERITY_WARNING ||
+      severity == XML_PARSER_SEVERITY_VALIDITY_WARNING) {
+    return;
+  }
+  *error = "line " + std::to_string(xmlTextReaderLocatorLineNumber(locator)) + ": " + msg;
+  while (!error->empty() && error->back() == '\n') error->pop_back();
+}
+
+const char* text(const xmlChar* s) { return reinterpret_cast<const char*>(s); }
+
+}  // namespace
+
+bool SimImmDumpReader::read(const std::string& path, const Handler& handler) {
+  path_ = path;
+  error_.clear();
+  parserError_.clear();
+  reader_ = xmlReaderForFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOWARNING | XML_PARSE_NOERROR);
+  if (reader_ == nullptr) return fail("cannot open the file");
+  xmlTextReaderSetErrorHandler(reader_, recordParserError, &parserError_);
+  bool ok = readContents(handler);
+  xmlFreeTextReader(reader_);
+  reader_ = nullptr;
+  return ok;
+}
+
+bool SimImmDumpReader::readContents(const Handler& handler) {
+  do {
+    if (!next()) return fail("no root element");
+  } while (xmlTextReaderNodeType(reader_) != XML_READER_TYPE_ELEMENT);
+  const char* ns = text(xmlTextReaderConstNamespaceUri(reader_));
+  if (std::strcmp(text(xmlTextReaderConstLocalName(reader_)), "IMM-contents") != 0 || ns == nullptr ||
+      std::strcmp(ns, kImmNamespace) != 0) {
+    return fail(std::string("root element is not IMM-contents of ") + kImmNamespace);
+  }
+  bool objectsSeen = false;
+  stopped_ = false;
+  return forEachChild([&](const std::string& name) {
+    if (name == "class") {
+      if (objectsSeen) return fail("class definition after objects");
+      SimImmClass cls;
+      if (!readClass(&cls)) return false;
+      stopped_ = handler.onClass && !handler.onClass(std::move(cls));
+      return true;
+    }
+    if (name != "object") return skipElement();
+    objectsSeen = true;
+    if (!handler.onObject) {
+      stopped_ = true;
+      return true;
+    }
+    std::string className = attribute("class");
+    if (className.empty()) return fail("object without class attribute");
+    if (handler.wantObject && !handler.wantObject(className)) return skipElement();
+    SimImmObject object;
+    if (!readObject(className, &object)) return false;
+    stopped_ = !handler.onObject(std::move(object));
+    return true;
+  });
+}
+
+bool SimImmDumpReader::readClass(SimImmClass* cls) {
+  cls->name = attribute("name");
+  if (cls->name.empty()) return fail("class without name attribute");
+  bool hasRdn = false;
+  bool ok = forEachChild([&](const std::string& name) {
+    if (name == "category") return readText(&cls->category);
+    if (name == "rdn") {
+      hasRdn = true;
+      return readAttrDef(&cls->rdn);
+    }
+    if (name != "attr") return skipElement();
+    cls->attrs.emplace_back();
+    return readAttrDef(&cls->attrs.back());
+  });
+  if (ok && !hasRdn) return fail("class " + cls->name + " has no rdn");
+  return ok;
+}
+
+bool SimImmDumpReader::readAttrDef(SimImmAttrDef* def) {
+  std::string typeName;
+  bool ok = forEachChild([&](const std::string& name) {
+    if (name == "name") return readText(&def->name);
+    if (name == "type") return readText(&typeName);
+    if (name == "category") return readText(&def->category);
+    if (name == "flag") {
+      def->flags.emplace_back();
+      return readText(&def->flags.back());
+    }
+    if (name != "default-value") return skipElement();
+    def->hasDefault = true;
+    return readText(&def->defaultValue);
+  });
+  if (!ok) return false;
+  if (def->name.empty()) return fail("attribute definition without name");
+  def->type = SimImmValueCodec::typeOfName(typeName);
+  if (def->type == 0) return fail("attribute " + def->name + " has unknown type \"" + typeName + "\"");
+  return true;
+}
+
+bool SimImmDumpReader::readObject(const std::string& className, SimImmObject* object) {
+  object->className = className;
+  object->line = currentLine();
+  bool ok = forEachChild([&](const std::string& name) {
+    if (name == "dn") return readText(&object->dn);
+    if (name != "attr") return skipElement();
+    SimImmAttrValues attr;
+    if (!readObjectAttr(&attr)) return false;
+    if (!attr.values.empty()) object->attrs.push_back(std::move(attr));
+    return true;
+  });
+  if (ok && object->dn.empty()) return fail("object of class " + className + " without dn");
+  return ok;
+}
+
+bool SimImmDumpReader::readObjectAttr(SimImmAttrValues* attr) {
+  bool ok = forEachChild([&](const std::string& name) {
+    if (name == "name") return readText(&attr->name);
+    if (name != "value") return skipElement();
+    attr->values.emplace_back();
+    return readText(&attr->values.back());
+  });
+  if (ok && attr->name.empty()) return fail("object attribute without name");
+  return ok;
+}
+
+bool SimImmDumpReader::forEachChild(const std::function<bool(const std::string&)>& child) {
+  if (xmlTextReaderIsEmptyElement(reader_)) return true;
+  int depth = xmlTextReaderDepth(reader_);
+  for (;;) {
+    if (!next()) return fail("unexpected end of file");
+    int type = xmlTextReaderNodeType(reader_);
+    if (type == XML_READER_TYPE_END_ELEMENT && xmlTextReaderDepth(reader_) == depth) return true;
+    if (type == XML_READER_TYPE_ELEMENT && !child(text(xmlTextReaderConstLocalName(reader_)))) return false;
+    // Stopping leaves the rest of the document unread and unjudged.
+    if (stopped_) return true;
+  }
+}
+
+bool SimImmDumpReader::readText(std::string* result) {
+  result->clear();
+  if (xmlTextReaderIsEmptyElement(reader_)) return true;
+  std::string element = text(xmlTextReaderConstLocalName(reader_));
+  for (;;) {
+    if (!next()) return fail("unexpected end of file");
+    switch (xmlTextReaderNodeType(reader_)) {
+      case XML_READER_TYPE_END_ELEMENT:
+        return true;
+      case XML_READER_TYPE_ELEMENT:
+        return fail("element inside <" + element + ">");
+      case XML_READER_TYPE_TEXT:
+      case XML_READER_TYPE_CDATA:
+      case XML_READER_TYPE_WHITESPACE:
+      case XML_READER_TYPE_SIGNIFICANT_WHITESPACE:
+        *result += text(xmlTextReaderConstValue(reader_));
+        break;
+      default:
+        break;
+    }
+  }
+}
+
+bool SimImmDumpReader::skipElement() {
+  if (xmlTextReaderIsEmptyElement(reader_)) return true;
+  int depth = xmlTextReaderDepth(reader_);
+  for (;;) {
+    if (!next()) return fail("unexpected end of file");
+    if (xmlTextReaderNodeType(reader_) == XML_READER_TYPE_END_ELEMENT && xmlTextReaderDepth(reader_) == depth) {
+      return true;
+    }
+  }
+}
+
+int SimImmDumpReader::currentLine() {
+  xmlNodePtr node = xmlTextReaderCurrentNode(reader_);
+  return node != nullptr ? static_cast<int>(xmlGetLineNo(node)) : xmlTextReaderGetParserLineNumber(reader_);
+}
+
+bool SimImmDumpReader::next() { return xmlTextReaderRead(reader_) == 1; }
+
+bool SimImmDumpReader::fail(const std::string& why) {
+  if (error_.empty()) {
+    std::string where = parserError_;
+    if (where.empty() && reader_ != nullptr) {
+      where = "line " + std::to_string(currentLine()) + ": " + why;
+    } else if (where.empty()) {
+      where = why;
+    }
+    error_ = path_ + ": " + where;
+  }
+  return false;
+}
+
+std::string SimImmDumpReader::attribute(const char* name) {
+  std::unique_ptr<xmlChar, void (*)(void*)> value(xmlTextReaderGetAttribute(reader_, BAD_CAST name), xmlFree);
+  return value ? text(value.get()) : "";
+}

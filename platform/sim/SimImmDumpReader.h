@@ -1,0 +1,67 @@
+// Reads one IMM XML file as a stream, never as a whole document: class
+// definitions and objects are handed to callbacks one at a time, so a dump
+// of a million objects takes the memory of one object.
+//
+// Accepted shape: root imm:IMM-contents (namespace
+// http://www.saforum.org/IMMSchema); `class` elements (attribute `name`;
+// children `category`, `rdn`, `attr`, where `rdn` and `attr` have `name`,
+// `type`, `category`, `flag`* and `attr` an optional `default-value`), then
+// `object` elements (attribute `class`; children `dn` and `attr` with `name`
+// and `value`*). Other elements are skipped. A class after an object, a
+// missing name, dn or type, or an unknown type name make the file malformed.
+
+#ifndef VOSK_SIM_SIM_IMM_DUMP_READER_H
+#define VOSK_SIM_SIM_IMM_DUMP_READER_H
+
+#include <functional>
+#include <string>
+
+#include "SimImmClass.h"
+#include "SimImmObject.h"
+
+struct _xmlTextReader;
+
+class SimImmDumpReader {
+ public:
+  struct Handler {
+    // Each class definition; returning false stops the reading.
+    std::function<bool(SimImmClass&&)> onClass;
+    // Decides, before an object is parsed, whether to hand it over; unset:
+    // every object.
+    std::function<bool(const std::string& className)> wantObject;
+    // Each wanted object; returning false stops the reading. Unset: the
+    // reading stops at the first object (a pass over the definitions only).
+    std::function<bool(SimImmObject&&)> onObject;
+  };
+
+  // Reads `path` through `handler`. False when the file cannot be read or is
+  // malformed; error() then tells where and why. Stopping early is no error.
+  bool read(const std::string& path, const Handler& handler);
+
+  const std::string& error() const { return error_; }
+
+ private:
+  bool readContents(const Handler& handler);
+  bool readClass(SimImmClass* cls);
+  bool readAttrDef(SimImmAttrDef* def);
+  bool readObject(const std::string& className, SimImmObject* object);
+  bool readObjectAttr(SimImmAttrValues* attr);
+  // Calls `child` with the local name of each child element of the element
+  // the reader stands on; `child` consumes the whole child element.
+  bool forEachChild(const std::function<bool(const std::string&)>& child);
+  bool readText(std::string* text);
+  bool skipElement();
+  bool next();
+  // The line of the node the reader stands on (the parser itself reads ahead).
+  int currentLine();
+  bool fail(const std::string& why);
+  std::string attribute(const char* name);
+
+  _xmlTextReader* reader_ = nullptr;
+  std::string path_;
+  std::string error_;
+  std::string parserError_;
+  bool stopped_ = false;
+};
+
+#endif

@@ -1,0 +1,39 @@
+// Writes a model as IMM XML into one file: the class definitions first, then
+// the objects, as the simulated node reads them back. Errors are collected
+// and reported once, by close().
+
+#ifndef VOSK_SIM_SIM_IMM_MODEL_WRITER_H
+#define VOSK_SIM_SIM_IMM_MODEL_WRITER_H
+
+#include <cstdio>
+#include <string>
+
+#include "SimImmClass.h"
+#include "SimImmObject.h"
+
+class SimImmModelWriter {
+ public:
+  explicit SimImmModelWriter(std::string path) : path_(std::move(path)) {}
+  ~SimImmModelWriter();
+  SimImmModelWriter(const SimImmModelWriter&) = delete;
+  SimImmModelWriter& operator=(const SimImmModelWriter&) = delete;
+
+  // Creates the file (replacing one of that name) and writes the root.
+  bool open(std::string* why);
+  void writeClass(const SimImmClass& cls);
+  void writeObject(const SimImmObject& object);
+  // Ends the document and closes the file, its content on disk. False, with
+  // `why` set, when any write failed.
+  bool close(std::string* why);
+
+ private:
+  void writeAttrDef(const char* element, const SimImmAttrDef& def);
+  void element(const char* indent, const char* name, const std::string& text);
+  void put(const char* text);
+  void putEscaped(const std::string& text);
+
+  const std::string path_;
+  std::FILE* file_ = nullptr;
+};
+
+#endif

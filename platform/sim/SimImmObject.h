@@ -1,0 +1,35 @@
+// One object of an IMM model in its IMM XML form: class, distinguished name
+// and the values of its attributes as text. The naming attribute is carried
+// by the name only: it is not among `attrs`.
+//
+// Names: a name is its first RDN ("attr=value"), then "," and the parent's
+// name. A comma inside a value is written "\,".
+
+#ifndef VOSK_SIM_SIM_IMM_OBJECT_H
+#define VOSK_SIM_SIM_IMM_OBJECT_H
+
+#include <string>
+#include <vector>
+
+struct SimImmAttrValues {
+  std::string name;
+  std::vector<std::string> values;
+};
+
+class SimImmObject {
+ public:
+  std::string className;
+  std::string dn;
+  std::vector<SimImmAttrValues> attrs;
+  int line = 0;  // where the object starts in its file, for reasons
+
+  // Splits `dn` at its first unescaped comma into the first RDN's attribute
+  // name and (unescaped) value, and the parent's name (empty for a root
+  // object). False when the first RDN has no "=" or an empty name.
+  static bool splitDn(const std::string& dn, std::string* rdnAttr, std::string* rdnValue, std::string* parent);
+
+  // The name of an object with the RDN `rdnAttr`=`rdnValue` below `parent`.
+  static std::string makeDn(const std::string& rdnAttr, const std::string& rdnValue, const std::string& parent);
+};
+
+#endif

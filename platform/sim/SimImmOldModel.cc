@@ -1,0 +1,171 @@
+#include "SimImmOldModel.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+
+#include "SimImmDumpReader.h"
+
+namespace {
+
+void putNumber(uint32_t n, std::string* out) { out->append(reinterpret_cast<const char*>(&n), sizeof n); }
+
+void putText(const std::string& text, std::string* out) {
+  putNumber(static_cast<uint32_t>(text.size()), out);
+  out->append(text);
+}
+
+uint32_t getNumber(const std::string& in, size_t* pos) {
+  uint32_t n;
+  std::memcpy(&n, in.data() + *pos, sizeof n);
+  *pos += sizeof n;
+  return n;
+}
+
+std::string getText(const std::string& in, size_t* pos) {
+  uint32_t size = getNumber(in, pos);
+  std::string text = in.substr(*pos, size);
+  *pos += size;
+  return text;
+}
+
+}  // namespace
+
+SimImmOldModel::SimImmOldModel(std::vector<std::string> files) : files_(std::move(files)) {}
+
+SimImmOldModel::~SimImmOldModel() {
+  if (spool_ != nullptr) std::fclose(spool_);
+}
+
+bool SimImmOldModel::classes(const SimImmClassModel** model, std::string* why) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  if (classState_ == State::kNotRead) {
+    classState_ = classes_.load(files_, &classError_) ? State::kRead : State::kFailed;
+  }
+  *model = &classes_;
+  *why = classError_;
+  return classState_ == State::kRead;
+}
+
+bool SimImmOldModel::objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why) {
+  const SimImmClassModel* model = nullptr;
+  if (!classes(&model, why)) return false;
+  std::lock_guard<std::mutex> lock(mutex_);
+  if (indexState_ == State::kNotRead) indexState_ = index(&indexError_) ? State::kRead : State::kFailed;
+  if (indexState_ == State::kFailed) {
+    *why = indexError_;
+    return false;
+  }
+  objects->clear();
+  auto found = objects_.find(className);
+  if (found == objects_.end()) return true;
+  std::string encoded;
+  if (!load(found->second, &encoded, why)) return false;
+  decode(encoded, className, objects);
+  return true;
+}
+
+bool SimImmOldModel::load(const ClassObjects& objects, std::string* encoded, std::string* why) const {
+  for (const auto& run : objects.runs) {
+    size_t start = encoded->size();
+    encoded->resize(start + run.second);
+    if (::pread(fileno(spool_), &(*encoded)[start], run.second, run.first) != static_cast<ssize_t>(run.second)) {
+      *why = std::string("cannot read the index of the old model: ") + std::strerror(errno);
+      return false;
+    }
+  }
+  *encoded += objects.pending;
+  return true;
+}
+
+void SimImmOldModel::add(const SimImmObject& object) {
+  ClassObjects& objects = objects_[object.className];
+  encode(object, &objects.pending);
+  if (spool_ == nullptr || objects.pending.size() < kRunSize) return;
+  long offset = std::ftell(spool_);
+  if (offset >= 0 && std::fwrite(objects.pending.data(), 1, objects.pending.size(), spool_) == objects.pending.size() &&
+      std::fflush(spool_) == 0) {
+    objects.runs.emplace_back(offset, objects.pending.size());
+    objects.pending.clear();
+  }
+}
+
+bool SimImmOldModel::index(std::string* why) {
+  SimImmDumpReader::Handler handler;
+  std::string undefined;
+  handler.onObject = [&](SimImmObject&& object) {
+    if (classes_.find(object.className) == nullptr) {
+      undefined = "line " + std::to_string(object.line) + ": object " + object.dn + " of undefined class " +
+                  object.className;
+      return false;
+    }
+    add(object);
+    return true;
+  };
+  spool_ = std::tmpfile();
+  for (const std::string& file : files_) {
+    SimImmDumpReader reader;
+    if (!reader.read(file, handler)) {
+      *why = reader.error();
+      break;
+    }
+    if (!undefined.empty()) {
+      *why = file + ": " + undefined;
+      break;
+    }
+  }
+  if (why->empty()) return true;
+  objects_.clear();
+  if (spool_ != nullptr) std::fclose(spool_);
+  spool_ = nullptr;
+  return false;
+}
+
+bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames,
+                                   const std::function<void(const SimImmObject&)>& each, std::string* why) const {
+  if (classNames.empty()) return true;
+  SimImmDumpReader::Handler handler;
+  handler.wantObject = [&](const std::string& className) { return classNames.count(className) != 0; };
+  handler.onObject = [&](SimImmObject&& object) {
+    each(object);
+    return true;
+  };
+  for (const std::string& file : files_) {
+    SimImmDumpReader reader;
+    if (!reader.read(file, handler)) {
+      *why = reader.error();
+      return false;
+    }
+  }
+  return true;
+}
+
+void SimImmOldModel::encode(const SimImmObject& object, std::string* out) {
+  putText(object.dn, out);
+  putNumber(static_cast<uint32_t>(object.line), out);
+  putNumber(static_cast<uint32_t>(object.attrs.size()), out);
+  for (const SimImmAttrValues& attr : object.attrs) {
+    putText(attr.name, out);
+    putNumber(static_cast<uint32_t>(attr.values.size()), out);
+    for (const std::string& value : attr.values) putText(value, out);
+  }
+}
+
+void SimImmOldModel::decode(const std::string& in, const std::string& className, std::vector<SimImmObject>* objects) {
+  size_t pos = 0;
+  while (pos < in.size()) {
+    SimImmObject object;
+    object.className = className;
+    object.dn = getText(in, &pos);
+    object.line = static_cast<int>(getNumber(in, &pos));
+    object.attrs.resize(getNumber(in, &pos));
+    for (SimImmAttrValues& attr : object.attrs) {
+      attr.name = getText(in, &pos);
+      attr.values.resize(getNumber(in, &pos));
+      for (std::string& value : attr.values) value = getText(in, &pos);
+    }
+    objects->push_back(std::move(object));
+  }
+}

@@ -1,0 +1,74 @@
+// The old model of the simulated node: the IMM XML files of imm/old, in name
+// order. Shared by all sessions of a process and safe from several threads.
+//
+// The first read of a class indexes the whole dump in one streaming pass:
+// each object is kept compactly (its text, no records) with the other
+// objects of its class, so a later read of any class decodes only that
+// class's objects and no read parses the dump again. The compact objects go
+// to an anonymous spool file in runs of about a megabyte a class, so memory
+// stays small however large the dump. Copies go through the files instead
+// (streamObjects), one object at a time.
+
+#ifndef VOSK_SIM_SIM_IMM_OLD_MODEL_H
+#define VOSK_SIM_SIM_IMM_OLD_MODEL_H
+
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "SimImmClassModel.h"
+#include "SimImmObject.h"
+
+class SimImmOldModel {
+ public:
+  explicit SimImmOldModel(std::vector<std::string> files);
+  ~SimImmOldModel();
+  SimImmOldModel(const SimImmOldModel&) = delete;
+  SimImmOldModel& operator=(const SimImmOldModel&) = delete;
+
+  // The class definitions, read once. False, with `why` set, when the files
+  // do not give them.
+  bool classes(const SimImmClassModel** model, std::string* why);
+
+  // The objects of `className` in file order (empty for a class without
+  // objects). False, with `why` set, when the dump cannot be indexed: it is
+  // malformed or holds objects of undefined classes.
+  bool objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why);
+
+  // Hands each object of `classNames` to `each`, straight from the files.
+  bool streamObjects(const std::set<std::string>& classNames, const std::function<void(const SimImmObject&)>& each,
+                     std::string* why) const;
+
+ private:
+  enum class State { kNotRead, kRead, kFailed };
+
+  // The compact objects of one class: runs in the spool file, then the
+  // last ones in memory.
+  struct ClassObjects {
+    std::vector<std::pair<long, size_t>> runs;  // offset, size
+    std::string pending;
+  };
+  static constexpr size_t kRunSize = 1 << 20;
+
+  bool index(std::string* why);
+  void add(const SimImmObject& object);
+  bool load(const ClassObjects& objects, std::string* encoded, std::string* why) const;
+  static void encode(const SimImmObject& object, std::string* out);
+  static void decode(const std::string& in, const std::string& className, std::vector<SimImmObject>* objects);
+
+  const std::vector<std::string> files_;
+  std::mutex mutex_;
+  State classState_ = State::kNotRead;
+  SimImmClassModel classes_;
+  std::string classError_;
+  State indexState_ = State::kNotRead;
+  std::map<std::string, ClassObjects> objects_;
+  std::FILE* spool_ = nullptr;  // null: everything stays in memory
+  std::string indexError_;
+};
+
+#endif

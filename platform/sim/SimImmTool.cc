@@ -1,0 +1,216 @@
+#include "SimImmTool.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "SimEnvironment.h"
+#include "SimFaults.h"
+#include "SimImmVersions.h"
+
+namespace {
+
+SaAisErrorT refuse(SaAisErrorT code, const std::string& reason, std::string* why) {
+  *why = reason;
+  return code;
+}
+
+bool exists(const std::string& path) {
+  struct stat st;
+  return ::stat(path.c_str(), &st) == 0;
+}
+
+// The reason as one line: line ends inside become blanks, trailing ones go.
+std::string oneLine(const char* text) {
+  std::string line = text;
+  for (char& c : line) {
+    if (c == '\n' || c == '\r') c = ' ';
+  }
+  while (!line.empty() && line.back() == ' ') line.pop_back();
+  return line;
+}
+
+SaAisErrorT moveInto(const std::string& from, const std::string& folder, const std::string& name,
+                     std::string* moved, std::string* why) {
+  if (!SimEnvironment::makeDirectories(folder)) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot create " + folder, why);
+  *moved = folder + "/" + name;
+  if (std::rename(from.c_str(), moved->c_str()) != 0) {
+    return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot move " + from + " to " + *moved + ": " + std::strerror(errno), why);
+  }
+  return SA_AIS_OK;
+}
+
+}  // namespace
+
+SimImmTool& SimImmTool::instance() {
+  static SimImmTool tool;
+  return tool;
+}
+
+SaAisErrorT SimImmTool::initialize(SafcImmCtHandleT* handle, SaUint32T mode) {
+  const char* call = "safcImmCtInitialize_2";
+  std::string why;
+  SaAisErrorT rc = static_cast<SaAisErrorT>(SimFaults::instance().inject("Initialize"));
+  std::string root = SimEnvironment::root();
+  if (rc != 0) {
+    why = "injected by VOSK_SIM_FAULTS";
+  } else if (handle == nullptr || mode > 1) {
+    rc = refuse(SA_AIS_ERR_INVALID_PARAM, "no handle or mode " + std::to_string(mode) + " (0 or 1 expected)", &why);
+  } else if (root.empty()) {
+    rc = refuse(SA_AIS_ERR_LIBRARY, "VOSK_SIM_ROOT is not set: there is no simulated node", &why);
+  } else if (!exists(root)) {
+    rc = refuse(SA_AIS_ERR_LIBRARY, "VOSK_SIM_ROOT " + root + " does not exist", &why);
+  } else {
+    auto session = std::make_shared<SimImmSession>(SimImmNode::forRoot(root), SimEnvironment::out());
+    std::lock_guard<std::mutex> lock(sessionsMutex_);
+    *handle = nextHandle_++;
+    sessions_[*handle] = session;
+    return SA_AIS_OK;
+  }
+  SimEnvironment::reportReason(call, "", rc, why);
+  return rc;
+}
+
+SaAisErrorT SimImmTool::run(const char* call, const char* faultName, SafcImmCtHandleT handle, const char* subject,
+                            const Work& work) {
+  std::shared_ptr<SimImmSession> session = find(handle);
+  std::string subjectText = subject != nullptr ? subject : session ? session->schemaName() : "";
+  std::string why;
+  SaAisErrorT rc = static_cast<SaAisErrorT>(SimFaults::instance().inject(faultName, subjectText.c_str()));
+  if (rc != 0) {
+    why = "injected by VOSK_SIM_FAULTS";
+  } else if (!session) {
+    rc = refuse(SA_AIS_ERR_BAD_HANDLE, "unknown session handle " + std::to_string(handle), &why);
+  } else {
+    rc = work(*session, &why);
+  }
+  if (rc != SA_AIS_OK) SimEnvironment::reportReason(call, subjectText, rc, why);
+  return rc;
+}
+
+SaAisErrorT SimImmTool::readSchemaVersion(SafcImmCtHandleT handle, const char* schemaName,
+                                          SafcImmCtSchemaVersionT_2* from, SafcImmCtSchemaVersionT_2* to) {
+  return run("safcImmCtReadSchemaVersion_2", "ReadSchemaVersion", handle, schemaName != nullptr ? schemaName : "",
+             [&](SimImmSession& session, std::string* why) {
+               if (schemaName == nullptr || schemaName[0] == '\0' || std::strchr(schemaName, '/') != nullptr ||
+                   from == nullptr || to == nullptr) {
+                 return refuse(SA_AIS_ERR_INVALID_PARAM, "no schema name, a name with '/', or no version records",
+                               why);
+               }
+               std::string current = session.schemaName();
+               if (!current.empty() && current != schemaName) {
+                 return refuse(SA_AIS_ERR_BAD_OPERATION, "the session already converts schema " + current, why);
+               }
+               switch (SimImmVersions::find(session.node().versionsPath(), schemaName, from, to, why)) {
+                 case SimImmVersions::Result::kUnreadable:
+                   return SA_AIS_ERR_FAILED_OPERATION;
+                 case SimImmVersions::Result::kNotListed:
+                   return SA_AIS_ERR_NOT_EXIST;
+                 case SimImmVersions::Result::kFound:
+                   break;
+               }
+               if (!claim(handle, schemaName)) {
+                 return refuse(SA_AIS_ERR_EXIST, "another open session converts schema " + std::string(schemaName),
+                               why);
+               }
+               return SA_AIS_OK;
+             });
+}
+
+SaAisErrorT SimImmTool::failUpgrade(SafcImmCtHandleT handle, const char* reason) {
+  return run("safcImmCtFailUpgrade", "FailUpgrade", handle, nullptr, [&](SimImmSession& session, std::string* why) {
+    if (reason == nullptr) return refuse(SA_AIS_ERR_INVALID_PARAM, "no reason", why);
+    return rollback(session.outDir(), reason, why);
+  });
+}
+
+SaAisErrorT SimImmTool::finalize(SafcImmCtHandleT handle) {
+  return run("safcImmCtFinalize", "Finalize", handle, nullptr, [&](SimImmSession& session, std::string* why) {
+    std::string schemaName = session.schemaName();
+    if (schemaName.empty()) {
+      if (session.hasContent()) {
+        return refuse(SA_AIS_ERR_BAD_OPERATION,
+                      "the session has a model but no schema to name it: read the schema version first", why);
+      }
+      close(handle);
+      return SA_AIS_OK;
+    }
+    if (!SimEnvironment::makeDirectories(session.outDir())) {
+      return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot create " + session.outDir(), why);
+    }
+    std::string temp = session.outDir() + "/." + schemaName + ".xml." + std::to_string(::getpid()) + "." +
+                       std::to_string(handle) + ".tmp";
+    SaAisErrorT rc = session.writeModel(temp, why);
+    if (rc == SA_AIS_OK) rc = commit(session.outDir(), temp, schemaName, why);
+    if (rc != SA_AIS_OK) {
+      std::remove(temp.c_str());
+      return rc;
+    }
+    close(handle);
+    return SA_AIS_OK;
+  });
+}
+
+std::shared_ptr<SimImmSession> SimImmTool::find(SafcImmCtHandleT handle) {
+  std::lock_guard<std::mutex> lock(sessionsMutex_);
+  auto found = sessions_.find(handle);
+  return found != sessions_.end() ? found->second : nullptr;
+}
+
+bool SimImmTool::claim(SafcImmCtHandleT handle, const std::string& schemaName) {
+  std::lock_guard<std::mutex> lock(sessionsMutex_);
+  auto self = sessions_.find(handle);
+  if (self == sessions_.end()) return true;  // finalized meanwhile: nothing left to claim for
+  const std::shared_ptr<SimImmSession>& session = self->second;
+  for (const auto& entry : sessions_) {
+    if (entry.first != handle && entry.second->outDir() == session->outDir() &&
+        entry.second->schemaName() == schemaName) {
+      return false;
+    }
+  }
+  session->setSchemaName(schemaName);
+  return true;
+}
+
+void SimImmTool::close(SafcImmCtHandleT handle) {
+  std::lock_guard<std::mutex> lock(sessionsMutex_);
+  sessions_.erase(handle);
+}
+
+SaAisErrorT SimImmTool::commit(const std::string& outDir, const std::string& temp, const std::string& schemaName,
+                               std::string* why) {
+  std::lock_guard<std::mutex> lock(runsMutex_);
+  Run& run = runs_[outDir];
+  bool discarded = run.rolledBack || exists(outDir + "/rollback");
+  std::string target;
+  SaAisErrorT rc = moveInto(temp, outDir + (discarded ? "/discarded" : "/model"), schemaName + ".xml", &target, why);
+  if (rc == SA_AIS_OK && !discarded) run.finalized.push_back(schemaName + ".xml");
+  return rc;
+}
+
+SaAisErrorT SimImmTool::rollback(const std::string& outDir, const char* reason, std::string* why) {
+  std::lock_guard<std::mutex> lock(runsMutex_);
+  if (!SimEnvironment::makeDirectories(outDir)) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot create " + outDir, why);
+  std::string path = outDir + "/rollback";
+  std::FILE* file = std::fopen(path.c_str(), "a");
+  if (file == nullptr) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot open " + path + ": " + std::strerror(errno), why);
+  std::string line = oneLine(reason) + "\n";
+  bool written = std::fputs(line.c_str(), file) >= 0;
+  written = std::fclose(file) == 0 && written;
+  if (!written) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot write " + path, why);
+
+  Run& run = runs_[outDir];
+  run.rolledBack = true;
+  for (const std::string& name : run.finalized) {
+    std::string moved;
+    if (SaAisErrorT rc = moveInto(outDir + "/model/" + name, outDir + "/discarded", name, &moved, why);
+        rc != SA_AIS_OK) {
+      return rc;
+    }
+  }
+  run.finalized.clear();
+  return SA_AIS_OK;
+}

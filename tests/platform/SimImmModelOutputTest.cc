@@ -1,0 +1,267 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "SimImmNodeTest.h"
+#include "safcImmCt.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+bool sameObjects(const std::vector<SimImmObject>& a, const std::vector<SimImmObject>& b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (a[i].className != b[i].className || a[i].dn != b[i].dn || a[i].attrs.size() != b[i].attrs.size()) return false;
+    for (size_t j = 0; j < a[i].attrs.size(); ++j) {
+      if (a[i].attrs[j].name != b[i].attrs[j].name || a[i].attrs[j].values != b[i].attrs[j].values) return false;
+    }
+  }
+  return true;
+}
+
+class SimImmModelOutputTest : public SimImmCtTest {
+ public:
+  // Reads `className` in the session and writes the records back unchanged.
+  void readAndWriteBack(SafcImmCtHandleT handle, const char* className) {
+    SafcImmCtInstanceGroupT** groups = nullptr;
+    ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, const_cast<char*>(className), &groups));
+    ASSERT_EQ(SA_AIS_OK, safcImmCtWriteInstances(handle, groups));
+    ASSERT_EQ(SA_AIS_OK, safcImmCtInstanceGroupsMemoryFree(handle, groups));
+  }
+
+  void copy(SafcImmCtHandleT handle, std::vector<std::string> classNames) {
+    std::vector<SaImmClassNameT> names;
+    for (std::string& name : classNames) names.push_back(name.data());
+    names.push_back(nullptr);
+    ASSERT_EQ(SA_AIS_OK, safcImmCtCopyInstances(handle, names.data()));
+  }
+
+  std::vector<SimImmObject> oldObjects() { return objectsIn(node.path() + "/imm/old/1-model.xml"); }
+
+  // A session of `schema` that reads Top and copies Child, finalized or not.
+  SafcImmCtHandleT convert(const char* schema, bool finalize) {
+    SafcImmCtHandleT handle = openSchema(schema);
+    readAndWriteBack(handle, "Top");
+    copy(handle, {"Child"});
+    if (finalize) {
+      EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+    }
+    return handle;
+  }
+};
+
+TEST_F(SimImmModelOutputTest, ADumpReadIntoRecordsAndWrittenBackGivesTheSameObjects) {
+  SafcImmCtHandleT handle = openSchema("SchemaA");
+  readAndWriteBack(handle, "Top");
+  readAndWriteBack(handle, "Child");
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+  std::string model = out("model/SchemaA.xml");
+  EXPECT_TRUE(sameObjects(oldObjects(), objectsIn(model)));
+
+  // The written model is a dump again: its definitions give the same types.
+  setenv("VOSK_SIM_ROOT", node.path().c_str(), 1);
+  TempDir second;
+  second.write("imm/old/model.xml", TempDir::read(model));
+  setenv("VOSK_SIM_ROOT", second.path().c_str(), 1);
+  SafcImmCtHandleT again = open();
+  SafcImmCtInstanceGroupT** groups = nullptr;
+  ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(again, const_cast<char*>("Top"), &groups));
+  EXPECT_THAT(describe(groups),
+              ElementsAre("|topId:9=1|i32:1=-5|u32:2=4294967295|i64:3=-9223372036854775808|u64:4=18446744073709551615"
+                          "|t:5=1700000000000000000|n:6=x=1,topId=1;y=2|f:7=0.5|d:8=0.1|s:9=a & b|a:10=00ff10"));
+  EXPECT_NE(std::string::npos, TempDir::read(model).find("<default-value>7</default-value>"));
+}
+
+TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
+  // 007 and +3 are not how the tool writes numbers: a copy does not pass
+  // through records.
+  node.write("imm/old/2-odd.xml", immXml(R"(<class name="Odd"><rdn><name>oddId</name><type>SA_STRING_T</type></rdn>
+      <attr><name>n</name><type>SA_INT32_T</type></attr></class>
+      <object class="Odd"><dn>oddId=1,topId=1</dn>
+        <attr><name>n</name><value>007</value><value>+3</value></attr></object>
+      <object class="Top"><dn>topId=2</dn></object>)"));
+  SafcImmCtHandleT handle = openSchema("SchemaA");
+  copy(handle, {"Odd", "Top", "Empty"});
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+  std::vector<SimImmObject> copied = objectsIn(out("model/SchemaA.xml"));
+  std::vector<SimImmObject> expected = oldObjects();
+  expected.erase(expected.begin() + 1, expected.end());  // Top only
+  std::vector<SimImmObject> more = objectsIn(node.path() + "/imm/old/2-odd.xml");
+  expected.insert(expected.end(), more.begin(), more.end());
+  EXPECT_TRUE(sameObjects(expected, copied));
+}
+
+TEST_F(SimImmModelOutputTest, WritingOrCopyingAClassTwiceInASessionIsRefused) {
+  SafcImmCtHandleT handle = openSchema("SchemaA");
+  readAndWriteBack(handle, "Top");
+  char top[] = "Top";
+  SaImmClassNameT names[] = {top, nullptr};
+  EXPECT_EQ(SA_AIS_ERR_EXIST, safcImmCtCopyInstances(handle, names));
+  EXPECT_TRUE(recorded({"safcImmCtCopyInstances [SchemaA] error 14", "class Top is given twice"}));
+}
+
+// Each case is a run of its own: an output folder of its own.
+TEST_F(SimImmModelOutputTest, AFailedUpgradeLeavesNothingInModel) {
+  struct Case {
+    const char* name;
+    std::function<void(SimImmModelOutputTest&, const std::string& outDir)> run;
+  };
+  const Case cases[] = {
+      {"finalized before the request",
+       [](SimImmModelOutputTest& t, const std::string& outDir) {
+         t.convert("SchemaA", true);
+         SafcImmCtHandleT other = t.convert("SchemaB", false);
+         EXPECT_TRUE(TempDir::exists(outDir + "model/SchemaA.xml"));
+         EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(other, "Write failed\n"));
+         EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(other));
+       }},
+      {"finalized after the request",
+       [](SimImmModelOutputTest& t, const std::string&) {
+         SafcImmCtHandleT handle = t.convert("SchemaA", false);
+         SafcImmCtHandleT other = t.convert("SchemaB", false);
+         EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(handle, "Write failed\n"));
+         EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+         EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(other));
+       }},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    TempDir run;
+    setenv("VOSK_SIM_OUT", run.path().c_str(), 1);
+    std::string outDir = run.path() + "/";
+    c.run(*this, outDir);
+    EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaA.xml"));
+    EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaB.xml"));
+    EXPECT_TRUE(sameObjects(objectsIn(outDir + "discarded/SchemaA.xml"), objectsIn(outDir + "discarded/SchemaB.xml")));
+    EXPECT_EQ(3u, objectsIn(outDir + "discarded/SchemaA.xml").size());
+    EXPECT_THAT(TempDir::lines(outDir + "rollback"), ElementsAre("Write failed"));
+  }
+  // Another run in the same process is not rolled back.
+  unsetenv("VOSK_SIM_OUT");
+  convert("SchemaA", true);
+  EXPECT_TRUE(TempDir::exists(out("model/SchemaA.xml")));
+}
+
+TEST_F(SimImmModelOutputTest, ARollbackFileAlreadyPresentSendsTheModelToDiscarded) {
+  node.write("out/rollback", "an earlier request\n");
+  convert("SchemaA", true);
+  EXPECT_FALSE(TempDir::exists(out("model/SchemaA.xml")));
+  EXPECT_TRUE(TempDir::exists(out("discarded/SchemaA.xml")));
+}
+
+TEST_F(SimImmModelOutputTest, AFailedFinalizeLeavesNoModelAndTheSessionOpen) {
+  faults("Finalize=21x1");
+  SafcImmCtHandleT handle = convert("SchemaA", false);
+  EXPECT_EQ(SA_AIS_ERR_FAILED_OPERATION, safcImmCtFinalize(handle));
+  EXPECT_FALSE(TempDir::exists(out("model/SchemaA.xml")));
+  EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+  EXPECT_EQ(3u, objectsIn(out("model/SchemaA.xml")).size());
+}
+
+TEST_F(SimImmModelOutputTest, ASessionWithAModelButNoSchemaCannotFinalize) {
+  SafcImmCtHandleT empty = open();
+  EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(empty));
+  SafcImmCtHandleT handle = open();
+  readAndWriteBack(handle, "Top");
+  EXPECT_EQ(SA_AIS_ERR_BAD_OPERATION, safcImmCtFinalize(handle));
+  EXPECT_TRUE(recorded({"safcImmCtFinalize [] error 20", "read the schema version first"}));
+  SafcImmCtSchemaVersionT_2 from{}, to{};
+  ASSERT_EQ(SA_AIS_OK, safcImmCtReadSchemaVersion_2(handle, "SchemaB", &from, &to));
+  EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+  EXPECT_EQ(1u, objectsIn(out("model/SchemaB.xml")).size());
+}
+
+TEST_F(SimImmModelOutputTest, SessionsOnTwoThreadsWriteTheirOwnSchemas) {
+  node.write("versions", "S0 1_0_0 2_0_0\nS1 1_0_0 2_0_0\nS2 1_0_0 2_0_0\nS3 1_0_0 2_0_0\n");
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([this, i] {
+      std::string schema = "S" + std::to_string(i);
+      SafcImmCtHandleT handle = openSchema(schema.c_str());
+      for (int round = 0; round < 20; ++round) {
+        SafcImmCtInstanceGroupT** groups = nullptr;
+        ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, const_cast<char*>("Child"), &groups));
+        ASSERT_EQ(SA_AIS_OK, safcImmCtInstanceGroupsMemoryFree(handle, groups));
+      }
+      GroupBuilder mine("Top");
+      mine.object(nullptr).attr("topId", SA_IMM_ATTR_SASTRINGT, {schema}).attr("i32", SA_IMM_ATTR_SAINT32T, {"1"});
+      ASSERT_EQ(SA_AIS_OK, safcImmCtWriteInstances(handle, mine.groups()));
+      copy(handle, {"Child"});
+      ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (int i = 0; i < 4; ++i) {
+    std::vector<SimImmObject> objects = objectsIn(out("model/S" + std::to_string(i) + ".xml"));
+    ASSERT_EQ(3u, objects.size());
+    EXPECT_EQ("topId=S" + std::to_string(i), objects[0].dn);
+    EXPECT_EQ("childId=a\\,b,topId=1", objects[1].dn);
+  }
+}
+
+// With a new model the written instances must fit it.
+TEST_F(SimImmModelOutputTest, WrittenInstancesAreCheckedAgainstTheNewModel) {
+  node.write("imm/new/model.xml", immXml(R"(<class name="Top"><rdn><name>topId</name><type>SA_STRING_T</type></rdn>
+      <attr><name>i32</name><type>SA_INT32_T</type></attr></class>)"));
+  struct Case {
+    const char* name;
+    std::function<void(GroupBuilder&)> build;
+    const char* className;
+    SaAisErrorT code;
+    const char* reason;
+  };
+  const Case cases[] = {
+      {"fits",
+       [](GroupBuilder& g) {
+         g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("i32", SA_IMM_ATTR_SAINT32T, {});
+       },
+       "Top", SA_AIS_OK, ""},
+      {"unknown class", [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}); }, "Child",
+       SA_AIS_ERR_INVALID_PARAM, "class Child is not defined in the new model"},
+      {"unknown attribute",
+       [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("u32", SA_IMM_ATTR_SAUINT32T, {"1"}); },
+       "Top", SA_AIS_ERR_INVALID_PARAM, "attribute u32 is not defined in class Top of the new model"},
+      {"wrong type",
+       [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("i32", SA_IMM_ATTR_SAINT64T, {"1"}); },
+       "Top", SA_AIS_ERR_INVALID_PARAM, "attribute i32 has type SA_INT64_T, the new model says SA_INT32_T"},
+      {"no naming attribute", [](GroupBuilder& g) { g.attr("i32", SA_IMM_ATTR_SAINT32T, {"1"}); }, "Top",
+       SA_AIS_ERR_INVALID_PARAM, "no naming attribute topId"},
+      {"naming attribute without value", [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {}); }, "Top",
+       SA_AIS_ERR_INVALID_PARAM, "naming attribute topId has no value"},
+      {"unknown value type", [](GroupBuilder& g) { g.attr("topId", 42, {"1"}); }, "Top",
+       SA_AIS_ERR_INVALID_PARAM, "unknown value type 42"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    SafcImmCtHandleT handle = open();
+    GroupBuilder group(c.className);
+    group.object("root=1");
+    c.build(group);
+    EXPECT_EQ(c.code, safcImmCtWriteInstances(handle, group.groups()));
+    if (c.code != SA_AIS_OK) {
+      EXPECT_TRUE(recorded({"safcImmCtWriteInstances [] error 7", c.reason}));
+    }
+  }
+}
+
+TEST_F(SimImmModelOutputTest, WithoutANewModelTheNamingAttributeFollowsTheOldDefinitionOrTheClassName) {
+  SafcImmCtHandleT handle = openSchema("SchemaA");
+  GroupBuilder known("Child");  // old model: childId, a name
+  known.object("topId=1").attr("weight", SA_IMM_ATTR_SAUINT32T, {"4"}).attr("childId", SA_IMM_ATTR_SANAMET, {"x,y"});
+  GroupBuilder unknown("NewThing");
+  unknown.object(nullptr).attr("newThingId", SA_IMM_ATTR_SASTRINGT, {"1"});
+  GroupBuilder unnamed("Nameless");
+  unnamed.object(nullptr).attr("value", SA_IMM_ATTR_SASTRINGT, {"1"});
+  EXPECT_EQ(SA_AIS_OK, safcImmCtWriteInstances(handle, known.groups()));
+  EXPECT_EQ(SA_AIS_OK, safcImmCtWriteRtInstances(handle, const_cast<char*>("impl"), unknown.groups()));
+  EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtWriteInstances(handle, unnamed.groups()));
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+  std::vector<SimImmObject> objects = objectsIn(out("model/SchemaA.xml"));
+  ASSERT_EQ(2u, objects.size());
+  EXPECT_EQ("childId=x\\,y,topId=1", objects[0].dn);
+  EXPECT_EQ("newThingId=1", objects[1].dn);
+}
+
+}  // namespace

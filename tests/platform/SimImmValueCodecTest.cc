@@ -1,0 +1,127 @@
+#include "SimImmValueCodec.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "SimImmObject.h"
+#include "safcImmCt.h"
+
+namespace {
+
+TEST(SimImmValueCodecTest, TextsOfEveryTypeParseAndFormatBackUnchanged) {
+  struct Case {
+    int type;
+    const char* text;
+  };
+  const Case cases[] = {
+      {SA_IMM_ATTR_SAINT32T, "-2147483648"},  {SA_IMM_ATTR_SAINT32T, "2147483647"},
+      {SA_IMM_ATTR_SAUINT32T, "4294967295"},  {SA_IMM_ATTR_SAINT64T, "-9223372036854775808"},
+      {SA_IMM_ATTR_SAUINT64T, "18446744073709551615"}, {SA_IMM_ATTR_SATIMET, "1700000000000000000"},
+      {SA_IMM_ATTR_SAFLOATT, "0.1"},          {SA_IMM_ATTR_SADOUBLET, "0.1"},
+      {SA_IMM_ATTR_SADOUBLET, "-1.25e+300"},  {SA_IMM_ATTR_SANAMET, "a=1,b=2"},
+      {SA_IMM_ATTR_SANAMET, ""},              {SA_IMM_ATTR_SASTRINGT, " with blanks & <marks> "},
+      {SA_IMM_ATTR_SAANYT, "00ff10a7"},       {SA_IMM_ATTR_SAANYT, ""},
+  };
+  for (const Case& c : cases) {
+    SimImmArena arena;
+    void* value = arena.allocate(SimImmValueCodec::valueSize(c.type));
+    std::string why, text;
+    ASSERT_TRUE(SimImmValueCodec::parse(c.type, c.text, value, arena, &why)) << c.text << ": " << why;
+    ASSERT_TRUE(SimImmValueCodec::format(c.type, value, &text, &why)) << why;
+    EXPECT_EQ(c.text, text) << SimImmValueCodec::nameOfType(c.type);
+  }
+}
+
+TEST(SimImmValueCodecTest, ValuesLieInTheLayoutOfTheirType) {
+  SimImmArena arena;
+  std::string why;
+  SaNameT name{};
+  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SANAMET, "x=1", &name, arena, &why));
+  EXPECT_EQ(3, name.length);
+  EXPECT_STREQ("x=1", reinterpret_cast<const char*>(name.value));
+  SaAnyT any{};
+  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SAANYT, "01Fe", &any, arena, &why));
+  ASSERT_EQ(2u, any.bufferSize);
+  EXPECT_EQ(0x01, any.bufferAddr[0]);
+  EXPECT_EQ(0xfe, any.bufferAddr[1]);
+  SaStringT string = nullptr;
+  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SASTRINGT, "abc", &string, arena, &why));
+  EXPECT_STREQ("abc", string);
+  SaUint64T u64 = 0;
+  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SAUINT64T, "18446744073709551615", &u64, arena, &why));
+  EXPECT_EQ(UINT64_MAX, u64);
+}
+
+TEST(SimImmValueCodecTest, TextsThatAreNoValueOfTheTypeAreRefused) {
+  struct Case {
+    int type;
+    std::string text;
+  };
+  const Case cases[] = {
+      {SA_IMM_ATTR_SAINT32T, "12x"},        {SA_IMM_ATTR_SAINT32T, "2147483648"}, {SA_IMM_ATTR_SAINT32T, ""},
+      {SA_IMM_ATTR_SAINT32T, " 1"},         {SA_IMM_ATTR_SAUINT32T, "-1"},        {SA_IMM_ATTR_SAUINT32T, "4294967296"},
+      {SA_IMM_ATTR_SAINT64T, "9223372036854775808"}, {SA_IMM_ATTR_SAUINT64T, "+1"}, {SA_IMM_ATTR_SATIMET, "soon"},
+      {SA_IMM_ATTR_SADOUBLET, "1.5.2"},     {SA_IMM_ATTR_SAFLOATT, ""},            {SA_IMM_ATTR_SAANYT, "abc"},
+      {SA_IMM_ATTR_SAANYT, "zz"},           {SA_IMM_ATTR_SANAMET, std::string(600, 'n')},
+  };
+  for (const Case& c : cases) {
+    SimImmArena arena;
+    void* value = arena.allocate(SimImmValueCodec::valueSize(c.type));
+    std::string why;
+    EXPECT_FALSE(SimImmValueCodec::parse(c.type, c.text, value, arena, &why)) << c.type << " \"" << c.text << "\"";
+    EXPECT_FALSE(why.empty());
+  }
+}
+
+TEST(SimImmValueCodecTest, TypeNamesMapToTheirCodes) {
+  EXPECT_EQ(SA_IMM_ATTR_SAINT32T, SimImmValueCodec::typeOfName("SA_INT32_T"));
+  EXPECT_EQ(SA_IMM_ATTR_SAANYT, SimImmValueCodec::typeOfName("SA_ANY_T"));
+  EXPECT_EQ(0, SimImmValueCodec::typeOfName("SA_INT8_T"));
+  for (int type = 1; type <= 10; ++type) {
+    EXPECT_EQ(type, SimImmValueCodec::typeOfName(SimImmValueCodec::nameOfType(type)));
+  }
+  EXPECT_EQ(nullptr, SimImmValueCodec::nameOfType(11));
+}
+
+TEST(SimImmValueCodecTest, NameRecordsAreReadUpToTheirLengthOrTerminator) {
+  SaNameT name{};
+  name.length = 700;  // longer than the record: the text ends at its terminator
+  std::memset(name.value, 'q', sizeof name.value);
+  name.value[SA_MAX_NAME_LENGTH - 1] = '\0';
+  std::string text, why;
+  ASSERT_TRUE(SimImmValueCodec::format(SA_IMM_ATTR_SANAMET, &name, &text, &why));
+  EXPECT_EQ(599u, text.size());
+  name.length = 2;
+  ASSERT_TRUE(SimImmValueCodec::format(SA_IMM_ATTR_SANAMET, &name, &text, &why));
+  EXPECT_EQ("qq", text);
+}
+
+TEST(SimImmObjectTest, DnsSplitAtTheFirstUnescapedComma) {
+  struct Case {
+    const char* dn;
+    bool ok;
+    const char* attr;
+    const char* value;
+    const char* parent;
+  };
+  const Case cases[] = {
+      {"a=1", true, "a", "1", ""},
+      {"a=1,b=2,c=3", true, "a", "1", "b=2,c=3"},
+      {"a=x\\,y,b=2", true, "a", "x,y", "b=2"},
+      {"a=,b=2", true, "a", "", "b=2"},
+      {"noequals,b=2", false, "", "", ""},
+      {"=1,b=2", false, "", "", ""},
+  };
+  for (const Case& c : cases) {
+    std::string attr, value, parent;
+    ASSERT_EQ(c.ok, SimImmObject::splitDn(c.dn, &attr, &value, &parent)) << c.dn;
+    if (!c.ok) continue;
+    EXPECT_EQ(c.attr, attr) << c.dn;
+    EXPECT_EQ(c.value, value) << c.dn;
+    EXPECT_EQ(c.parent, parent) << c.dn;
+    EXPECT_EQ(c.dn, SimImmObject::makeDn(attr, value, parent));
+  }
+}
+
+}  // namespace
