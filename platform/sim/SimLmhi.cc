@@ -29,6 +29,8 @@ struct LoadModule {
 };
 
 // A board type or tag names one folder: no separators, no way upwards.
+const char* orEmpty(const char* text) { return text != nullptr ? text : ""; }
+
 bool isFolderName(const char* name) {
   if (name == nullptr) return false;
   std::string text(name);
@@ -100,23 +102,25 @@ extern "C" int Lmhi_get_lms(char* boardType, char* tag, LmhiLms* result) {
   *result = LmhiLms{};
   if (int rc = SimFaults::instance().inject("get_lms", boardType)) return rc;
   if (!isFolderName(boardType) || !isFolderName(tag)) {
-    SimEnvironment::reportReason("Lmhi_get_lms", "board type and tag must be plain folder names");
+    SimEnvironment::reportReason("Lmhi_get_lms", orEmpty(boardType), simlmhi::kInvalidArgument,
+                                 "board type and tag must be plain folder names");
     return simlmhi::kInvalidArgument;
   }
   std::string root = SimEnvironment::root();
   if (root.empty()) {
-    SimEnvironment::reportReason("Lmhi_get_lms", "no load-module handler: VOSK_SIM_ROOT is unset");
+    SimEnvironment::reportReason("Lmhi_get_lms", boardType, simlmhi::kNoNode, "no load-module handler: VOSK_SIM_ROOT is unset");
     return simlmhi::kNoNode;
   }
   fs::path tagFolder = (fs::absolute(root) / "lmhi" / boardType / tag).lexically_normal();
   std::error_code error;
   if (!fs::is_directory(tagFolder, error)) {
-    SimEnvironment::reportReason("Lmhi_get_lms", "no load modules: no folder " + tagFolder.string());
+    SimEnvironment::reportReason("Lmhi_get_lms", boardType, simlmhi::kNotFound, "no load modules: no folder " + tagFolder.string());
     return simlmhi::kNotFound;
   }
   std::vector<LoadModule> modules;
   if (!readLoadModules(tagFolder, &modules)) {
-    SimEnvironment::reportReason("Lmhi_get_lms", "cannot read the load modules in " + tagFolder.string());
+    SimEnvironment::reportReason("Lmhi_get_lms", boardType, simlmhi::kReadError,
+                                 "cannot read the load modules in " + tagFolder.string());
     return simlmhi::kReadError;
   }
   try {
