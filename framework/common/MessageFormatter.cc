@@ -43,6 +43,19 @@ const char* MessageFormatter::formatV(const char* fmt, va_list args) {
   return placeMessage(b, b.scratch, length);
 }
 
+std::string MessageFormatter::plain(const char* fmt, ...) {
+  va_list args;
+  va_start(args, fmt);
+  va_list again;
+  va_copy(again, args);
+  int n = std::vsnprintf(nullptr, 0, fmt, args);
+  va_end(args);
+  std::string text(n > 0 ? static_cast<size_t>(n) : 0, '\0');
+  if (n > 0) std::vsnprintf(text.data(), text.size() + 1, fmt, again);
+  va_end(again);
+  return text;
+}
+
 const char* MessageFormatter::copy(const char* text) {
   ThreadBuffer& b = threadBuffer();
   if (text == b.text) return text;

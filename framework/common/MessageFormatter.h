@@ -10,6 +10,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <string>
 
 class MessageFormatter {
  public:
@@ -18,6 +19,10 @@ class MessageFormatter {
 
   static const char* format(const char* fmt, ...) __attribute__((format(printf, 1, 2)));
   static const char* formatV(const char* fmt, va_list args);
+
+  // Formats into a new string, without the thread's prefix: for texts that
+  // are handed on rather than logged (a failure reason, say).
+  static std::string plain(const char* fmt, ...) __attribute__((format(printf, 1, 2)));
 
   // A text that is already this thread's message is returned as it is;
   // any other text is copied in behind the prefix.

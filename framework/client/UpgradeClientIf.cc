@@ -1,0 +1,145 @@
+#include "client/UpgradeClientIf.h"
+
+#include <libxml/parser.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+#include "client/LmhiWrapper.h"
+#include "client/ModificationFileLookup.h"
+#include "client/UpgradeHandler.h"
+#include "client/WrapperSignal.h"
+#include "common/Log.h"
+#include "common/SystemClock.h"
+#include "icti/IctiHandler.h"
+#include "icti/SafcImmCtWrapper.h"
+#include "xml/UpgradeActionIf.h"
+#include "xml/XmlHandler.h"
+
+namespace {
+
+constexpr unsigned int kSleepInterval = 10;
+
+std::atomic<bool> g_success{true};
+ClockIf* g_clock = nullptr;
+
+ClockIf& schemaClock() { return g_clock != nullptr ? *g_clock : SystemClock::instance(); }
+
+// Deliberately "( null )", with the blanks, for an unset variable.
+std::string identity(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value != nullptr ? value : "( null )";
+}
+
+struct Identity {
+  std::string wmtName = identity("WMT_NAME");
+  std::string wmtNumber = identity("WMT_NO");
+  std::string wmtRevision = identity("WMT_REV");
+  std::string upNumber = identity("UP_NO");
+  std::string upRevision = identity("UP_REV");
+};
+
+const Identity& processIdentity() {
+  static const Identity identity;
+  return identity;
+}
+
+}  // namespace
+
+void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<SchemaData>& schemas,
+                              std::vector<UpgradeActionIf*>& actions) {
+  if (argc != 2) {
+    TAV_LOG(ERROR, "Expected exactly two argument, got %d", argc);
+    std::abort();
+  }
+  TAV_LOG(TRACE1, "UpgradeHandler::UpgradeHandler(int, char **).");
+  const std::string socketPath = argv[1];
+  static const bool xmlChecked = (xmlCheckVersion(20910), true);
+  (void)xmlChecked;
+  PersistentLog::instance();
+
+  const Identity& id = processIdentity();
+  std::vector<std::vector<std::string>> modificationFiles(schemas.size());
+  std::string schemaNames;
+  LmhiWrapper lmhi;
+  for (size_t i = 0; i < schemas.size(); ++i) {
+    getModificationFiles(lmhi, schemas[i].boardType, &modificationFiles[i]);
+    schemaNames += schemas[i].schemaName + " ";
+  }
+  TAV_LOG(INFO, "Starting upgrade to UP: %s-%s, LM: %s-%s, upgrader name: %s ", id.upNumber.c_str(),
+          id.upRevision.c_str(), id.wmtNumber.c_str(), id.wmtRevision.c_str(), id.wmtName.c_str());
+  TAV_LOG_ONLY(PersistentLog::kSeverityInfo, "Starting upgrader: %s, for schemas: %s", id.wmtName.c_str(),
+               schemaNames.c_str());
+
+  g_success = true;
+  std::vector<std::thread> threads;
+  for (size_t i = 0; i < schemas.size(); ++i) {
+    threads.emplace_back(upgradeSchema, std::cref(schemas[i]), std::cref(modificationFiles[i]), std::cref(actions));
+  }
+  for (std::thread& thread : threads) thread.join();
+
+  PersistentLog::instance().close();
+  xmlCleanupParser();
+  for (UpgradeActionIf* action : actions) delete action;
+  actions.clear();
+
+  if (g_success) WrapperSignal::send(socketPath);
+  sleepForever(SystemClock::instance());
+}
+
+void UpgradeClientIf::upgrade(int argc, char** argv, const std::string& schemaName, const std::string& schemaPath,
+                              const std::string& boardType, const std::string& immNs,
+                              std::vector<UpgradeActionIf*>& actions) {
+  upgrade(argc, argv, std::vector<SchemaData>{{schemaName, schemaPath, boardType, immNs}}, actions);
+}
+
+void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<std::vector<std::string>>& schemas,
+                              std::vector<UpgradeActionIf*>& actions) {
+  std::vector<SchemaData> records;
+  for (const std::vector<std::string>& row : schemas) {
+    auto field = [&row](size_t i) { return i < row.size() ? row[i] : std::string(); };
+    records.push_back({field(0), field(1), field(2), field(3)});
+  }
+  upgrade(argc, argv, records, actions);
+}
+
+void UpgradeClientIf::upgradeSchema(const SchemaData& schema, const std::vector<std::string>& modificationFiles,
+                                    const std::vector<UpgradeActionIf*>& actions) {
+  SafcImmCtWrapper tool;
+  auto* ictiHandler = new IctiHandler(tool, schemaClock(), schema.schemaName, schema.immNs);
+  auto* parser = new XmlHandler(ictiHandler);
+  auto* driver = new UpgradeHandler(schema.schemaName, schema.schemaPath, modificationFiles, schema.immNs, actions,
+                                    ictiHandler, parser, schemaClock());
+  TAV_LOG(INFO, "UPGRADE STARTING");
+  if (driver->upgrade()) {
+    TAV_LOG(INFO, "UPGRADE IS DONE");
+  } else {
+    g_success.store(false, std::memory_order_relaxed);
+    TAV_LOG(INFO,
+            "Upgrade of %s failed. No signal is sent to upgradeWrapper because QRN will do a rollback so there is no "
+            "point in signaling a success.\n",
+            schema.schemaName.c_str());
+  }
+  delete driver;
+  delete parser;
+  delete ictiHandler;
+}
+
+bool UpgradeClientIf::succeeded() { return g_success.load(std::memory_order_relaxed); }
+
+void UpgradeClientIf::useClock(ClockIf* clock) { g_clock = clock; }
+
+void UpgradeClientIf::sleepForever(ClockIf& clock) {
+  std::printf("Entering the never ending loop, if you want to terminate this program you are going to have to kill it.\n");
+  std::fflush(stdout);
+  for (;;) {
+    unsigned int left = clock.sleepSeconds(kSleepInterval);
+    if (left > 0) {
+      std::printf("sleep was disturbed, time left: %ds (sleep interval: %ds).", static_cast<int>(left),
+                  static_cast<int>(kSleepInterval));
+      std::fflush(stdout);
+    }
+  }
+}

@@ -1,0 +1,333 @@
+#include "icti/IctiHandler.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "common/Log.h"
+#include "icti/InstanceGroup.h"
+
+namespace {
+
+constexpr size_t kFailureTextSize = 700;
+
+const char* identity(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value != nullptr ? value : "(null)";
+}
+
+// A null-terminated array of records built for one platform call; the
+// records are freed with the array.
+class GroupRecords {
+ public:
+  ~GroupRecords() {
+    for (SafcImmCtInstanceGroupT* record : records_) InstanceGroup::freeInstanceGroupRecord(record);
+  }
+  void add(SafcImmCtInstanceGroupT* record) { records_.push_back(record); }
+  int size() const { return static_cast<int>(records_.size()); }
+  SafcImmCtInstanceGroupT** terminated() {
+    terminated_ = records_;
+    terminated_.push_back(nullptr);
+    return terminated_.data();
+  }
+
+ private:
+  std::vector<SafcImmCtInstanceGroupT*> records_;
+  std::vector<SafcImmCtInstanceGroupT*> terminated_;
+};
+
+class ClassNames {
+ public:
+  ~ClassNames() {
+    for (char* name : names_) std::free(name);
+  }
+  void add(const std::string& name) { names_.push_back(strdup(name.c_str())); }
+  int size() const { return static_cast<int>(names_.size()); }
+  SaImmClassNameT* terminated() {
+    terminated_ = names_;
+    terminated_.push_back(nullptr);
+    return terminated_.data();
+  }
+
+ private:
+  std::vector<char*> names_;
+  std::vector<char*> terminated_;
+};
+
+std::string withoutPrefix(const std::string& immName, const std::string& prefix) {
+  return immName.compare(0, prefix.size(), prefix) == 0 ? immName.substr(prefix.size()) : immName;
+}
+
+}  // namespace
+
+IctiHandler::IctiHandler(SafcImmCtWrapperIf& wrapper, ClockIf& clock, const std::string& schemaName,
+                         const std::string& immNs)
+    : wrapper_(wrapper), clock_(clock), schemaName_(schemaName), immNs_(immNs) {}
+
+IctiHandler::~IctiHandler() {
+  for (auto& entry : instanceGroupMap_) delete entry.second;
+  for (auto& entry : instanceGroupMapRTP_) delete entry.second;
+  delete fromVersion_;
+  delete toVersion_;
+}
+
+bool IctiHandler::init(const ClassList& configClasses, const ClassList& rtpClasses) {
+  implementerName_.clear();
+  if (!openSession()) return false;
+  readVersions();
+  for (const auto& entry : configClasses) {
+    TAV_LOG(INFO, "Inserting class %s, rdn attr %s", entry.first.c_str(), entry.second.c_str());
+    configClasses_[entry.first] = entry.second;
+  }
+  for (const auto& entry : rtpClasses) {
+    TAV_LOG(INFO, "Inserting runtime persistent class %s, rdn attr %s", entry.first.c_str(), entry.second.c_str());
+    rtpClasses_[entry.first] = entry.second;
+  }
+  return true;
+}
+
+bool IctiHandler::openSession() {
+  const char* bt = std::getenv("BT");
+  SaUint32T mode = (bt != nullptr && std::strcmp(bt, "VM") == 0) ? 1 : 0;
+  for (int attempt = 1; attempt <= kInitAttempts; ++attempt) {
+    SaAisErrorT rc = wrapper_.initialize(&handle_, mode);
+    if (rc == SA_AIS_OK) return true;
+    if (rc != SA_AIS_ERR_UNAVAILABLE) {
+      TAV_LOG(ERROR, "Failed to init upgrade, error %d, handle value %llu.", rc,
+              static_cast<unsigned long long>(handle_));
+      return false;
+    }
+    TAV_LOG(INFO_ABN, "Failed to init upgrade, error %d, handle value %llu. Initialize ICTI attempt: %d out of %d.",
+            rc, static_cast<unsigned long long>(handle_), attempt, kInitAttempts);
+    if (attempt == kInitAttempts) break;
+    // A signal may end the pause early; the rest of it is still waited.
+    for (unsigned int left = kInitPauseSeconds; left > 0;) left = clock_.sleepSeconds(left);
+  }
+  return false;
+}
+
+void IctiHandler::readVersions() {
+  fromVersion_ = new SafcImmCtSchemaVersionT_2();
+  toVersion_ = new SafcImmCtSchemaVersionT_2();
+  SaAisErrorT rc = wrapper_.readSchemaVersion(handle_, schemaName_.c_str(), fromVersion_, toVersion_);
+  versionsRead_ = rc == SA_AIS_OK;
+  if (!versionsRead_) {
+    failUpgrade(MessageFormatter::plain("Failed to get schema versions for %s, error %d!\n", schemaName_.c_str(), rc).c_str());
+  }
+}
+
+bool IctiHandler::getSchemaVersions(SafcImmCtSchemaVersionT_2& from, SafcImmCtSchemaVersionT_2& to) const {
+  if (!versionsRead_) return false;
+  from = *fromVersion_;
+  to = *toVersion_;
+  return true;
+}
+
+std::string IctiHandler::getRdn(const std::string& className) {
+  TAV_LOG(TRACE1, "Getting RDN attribute for %s", className.c_str());
+  return configClasses_[className];
+}
+
+void IctiHandler::setImplementerName(const std::string& implementerName) { implementerName_ = implementerName; }
+
+std::string IctiHandler::immClassName(const std::string& className, const std::string& prefix, bool usePrefix) {
+  if (className == kUnprefixedClass) {
+    TAV_LOG(TRACE1, "Found class %s , adding prefix cancelled", className.c_str());
+    return className;
+  }
+  return (usePrefix ? prefix : immNs_) + className;
+}
+
+InstanceGroupIf* IctiHandler::getInstanceGroup(const std::string& className, const std::string& prefix,
+                                               bool usePrefix) {
+  std::string immName = immClassName(className, prefix, usePrefix);
+  auto cached = instanceGroupMap_.find(immName);
+  if (cached != instanceGroupMap_.end()) {
+    TAV_LOG(TRACE1, "Return cached data for MO %s", immName.c_str());
+    return cached->second;
+  }
+  TAV_LOG(INFO, ">>>>>>>>>> Read the database MO %s should be applied on. <<<<<<<<<<", immName.c_str());
+  return readInstanceGroup(immName);
+}
+
+InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName) {
+  SafcImmCtInstanceGroupT** records = nullptr;
+  SaAisErrorT rc = wrapper_.readInstances(handle_, const_cast<char*>(immName.c_str()), &records);
+  if (rc != SA_AIS_OK) {
+    TAV_LOG(INFO_ABN, "Failed to read instances for %s, error code %d\n", immName.c_str(), rc);
+    return nullptr;
+  }
+  std::string rdnAttribute = getRdn(immName);
+  // The tool answers with one record for the class; a class without
+  // objects may come back as no record at all.
+  InstanceGroup* group = records != nullptr && records[0] != nullptr
+                             ? new InstanceGroup(records[0], rdnAttribute, immNs_)
+                             : new InstanceGroup(immNs_, withoutPrefix(immName, immNs_));
+  instanceGroupMap_[immName] = group;
+  TAV_LOG(TRACE1, "created %s", immName.c_str());
+  rc = wrapper_.instanceGroupsMemoryFree(handle_, records);
+  if (rc != SA_AIS_OK) {
+    failUpgrade(MessageFormatter::plain("Failed to free memory, error code %d\n", rc).c_str());
+    return nullptr;
+  }
+  TAV_LOG(INFO, ">>>>>>>>>> Database for MO %s read. <<<<<<<<<<", immName.c_str());
+  return group;
+}
+
+InstanceIf* IctiHandler::getTheOnlyInstance(const std::string& className, const std::string& prefix) {
+  InstanceGroupIf* group = getInstanceGroup(className, prefix);
+  if (group == nullptr || group->getNumberOfInstances() != 1) return nullptr;
+  return group->getFirstInstance();
+}
+
+InstanceGroupIf* IctiHandler::addInstanceGroup(const std::string& className) {
+  std::string immName = immClassName(className, "", false);
+  TAV_LOG(INFO, "Adding new instance group %s", immName.c_str());
+  if (instanceGroupMap_.count(immName) != 0) {
+    TAV_LOG(INFO_ABN, "Trying to add already existing instance group: %s\n", immName.c_str());
+    return nullptr;
+  }
+  InstanceGroup* group = new InstanceGroup(className == kUnprefixedClass ? "" : immNs_, className);
+  instanceGroupMap_[immName] = group;
+  return group;
+}
+
+bool IctiHandler::removeInstanceGroup(const std::string& className) {
+  std::string immName = immClassName(className, "", false);
+  TAV_LOG(INFO, "Remove instance group %s", immName.c_str());
+  auto found = instanceGroupMap_.find(immName);
+  if (found == instanceGroupMap_.end()) {
+    TAV_LOG(INFO_ABN, "ABN: Trying to remove a non existent instance group: %s\n", immName.c_str());
+    return false;
+  }
+  delete found->second;
+  instanceGroupMap_.erase(found);
+  return true;
+}
+
+InstanceGroupIf* IctiHandler::getInstanceGroupForLdn(const std::string& ldn) {
+  std::string firstRdn = ldn.substr(0, ldn.find(','));
+  size_t idPos = firstRdn.find("Id=");
+  std::string className = idPos == std::string::npos ? firstRdn.substr(0, firstRdn.find('=')) : firstRdn.substr(0, idPos);
+  if (!className.empty()) className[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(className[0])));
+  TAV_LOG(TRACE1, "Fetching instanceGroup for classname: %s", className.c_str());
+  return getInstanceGroup(className);
+}
+
+void IctiHandler::failUpgrade(const char* message) {
+  char text[kFailureTextSize];
+  std::snprintf(text, sizeof text,
+                "UPGRADE FAIL: Application identity: wmtName = %s, wmtNumber = %s, wmtRevision = %s, "
+                "wpkRevision = %s. %s",
+                identity("WMT_NAME"), identity("WMT_NO"), identity("WMT_REV"), identity("WPK_REV"), message);
+  TAV_LOG(ERROR, "%s", text);
+  SaAisErrorT rc = wrapper_.failUpgrade(handle_, text);
+  if (rc == SA_AIS_OK) return;
+  TAV_LOG(ERROR, "Failed to trigger rollback. Error: %d, handle value: %llu.", rc,
+          static_cast<unsigned long long>(handle_));
+  if (rc == SA_AIS_ERR_BAD_HANDLE) {
+    TAV_LOG(ERROR, "The program will be aborted.");
+    std::abort();
+  }
+}
+
+bool IctiHandler::isAlive() { return true; }
+
+void IctiHandler::splitRuntimePersistentGroups() {
+  TAV_LOG(INFO, "Finalize RTP classes write, instanceGroupMap.size() %d: ,instanceGroupMapRTP.size() %d: ",
+          static_cast<int>(instanceGroupMap_.size()), static_cast<int>(instanceGroupMapRTP_.size()));
+  for (const auto& rtpClass : rtpClasses_) {
+    auto found = instanceGroupMap_.find(rtpClass.first);
+    if (found == instanceGroupMap_.end()) continue;
+    instanceGroupMapRTP_[found->first] = found->second;
+    instanceGroupMap_.erase(found);
+  }
+  TAV_LOG(INFO, "RTP classes write after split, instanceGroupMap.size() %d: , instanceGroupMapRTP.size() %d: ",
+          static_cast<int>(instanceGroupMap_.size()), static_cast<int>(instanceGroupMapRTP_.size()));
+  TAV_LOG(INFO, "RTP classes write runtimePersistentToWrite %d: ", static_cast<int>(instanceGroupMapRTP_.size()));
+}
+
+bool IctiHandler::writeCopyClasses() {
+  struct timespec start = clock_.monotonicNow();
+  if (!implementerName_.empty()) splitRuntimePersistentGroups();
+
+  GroupRecords toWrite;
+  GroupRecords rtpToWrite;
+  ClassNames toCopy;
+  for (const auto& configClass : configClasses_) {
+    auto cached = instanceGroupMap_.find(configClass.first);
+    if (cached != instanceGroupMap_.end()) {
+      TAV_LOG(TRACE1, "Add %s to IGs to write", configClass.first.c_str());
+      toWrite.add(cached->second->createInstanceGroupRecord());
+    } else {
+      TAV_LOG(TRACE1, "Add %s to InstanceGroups to copy", configClass.first.c_str());
+      toCopy.add(configClass.first);
+    }
+  }
+  for (const auto& rtpClass : rtpClasses_) {
+    auto cached = instanceGroupMapRTP_.find(rtpClass.first);
+    if (cached == instanceGroupMapRTP_.end()) continue;
+    TAV_LOG(TRACE1, "Add %s to runtime persistent IGs to write", rtpClass.first.c_str());
+    rtpToWrite.add(cached->second->createInstanceGroupRecord());
+  }
+  struct timespec tablesDone = clock_.monotonicNow();
+  tablesMs_ = ClockIf::millisecondsBetween(start, tablesDone);
+  writeCount_ = toWrite.size();
+  copyCount_ = toCopy.size();
+  rtpCount_ = rtpToWrite.size();
+
+  if (toWrite.size() > 0) {
+    TAV_LOG(INFO, "Write instances to CS.");
+    SaAisErrorT rc = wrapper_.writeInstances(handle_, toWrite.terminated());
+    if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Write instances init failed, SaAisErrorT = %d", rc).c_str());
+  }
+  struct timespec writeDone = clock_.monotonicNow();
+  writeMs_ = ClockIf::millisecondsBetween(tablesDone, writeDone);
+  if (rtpToWrite.size() > 0) {
+    TAV_LOG(INFO, "Write runtime persistent instances to CS with implmenterName: %s ", implementerName_.c_str());
+    SaAisErrorT rc = wrapper_.writeRtInstances(handle_, const_cast<char*>(implementerName_.c_str()),
+                                               rtpToWrite.terminated());
+    if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Write RTP instances failed, SaAisErrorT = %d", rc).c_str());
+  }
+  struct timespec copyStart = clock_.monotonicNow();
+  if (toCopy.size() > 0) {
+    TAV_LOG(INFO, "Copy instances to CS.");
+    SaAisErrorT rc = wrapper_.copyInstances(handle_, toCopy.terminated());
+    if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Copy instances init failed, SaAisErrorT = %d", rc).c_str());
+  }
+  copyMs_ = ClockIf::millisecondsBetween(copyStart, clock_.monotonicNow());
+  return callFinalize();
+}
+
+bool IctiHandler::writeIntroducedClasses() {
+  struct timespec start = clock_.monotonicNow();
+  GroupRecords toWrite;
+  for (const auto& configClass : configClasses_) {
+    auto cached = instanceGroupMap_.find(configClass.first);
+    if (cached != instanceGroupMap_.end()) toWrite.add(cached->second->createInstanceGroupRecord());
+  }
+  writeCount_ = toWrite.size();
+  SaAisErrorT rc = wrapper_.writeInstances(handle_, toWrite.terminated());
+  if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Write instances init failed, SaAisErrorT = %d", rc).c_str());
+  introduceMs_ = ClockIf::millisecondsBetween(start, clock_.monotonicNow());
+  return callFinalize();
+}
+
+bool IctiHandler::callFinalize() {
+  TAV_LOG(INFO, "IctiHandler::callFinalize()");
+  struct timespec start = clock_.monotonicNow();
+  SaAisErrorT rc = wrapper_.finalize(handle_);
+  struct timespec end = clock_.monotonicNow();
+  TAV_LOG(INFO,
+          "icti finalize %d ms, tables %d ms, writeClasses %d ms size %d, copyClasses %d ms, size %d, "
+          "writeRTPClasses size %d, introduce %d ms",
+          ClockIf::millisecondsBetween(start, end), tablesMs_, writeMs_, writeCount_, copyMs_, copyCount_, rtpCount_,
+          introduceMs_);
+  if (rc != SA_AIS_OK) {
+    TAV_LOG(ERROR, "Finalize failed, SaAisErrorT = %d", rc);
+    return false;
+  }
+  return true;
+}

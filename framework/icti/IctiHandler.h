@@ -1,0 +1,110 @@
+// One schema's session with the platform's IMM conversion tool.
+//
+// The schema driver calls init() (open the session, read the versions, learn
+// the classes), lets the actions work on the instance groups (read from the
+// old model on first request and cached here), and then exactly one of
+// callFinalize(), writeIntroducedClasses() or writeCopyClasses(), each of
+// which ends the session. On any failure that leaves the new model in doubt
+// the handler asks the platform to fail the upgrade, which rolls the node
+// back.
+//
+// Used by one schema thread only. Owns every cached group.
+
+#ifndef VOSK_ICTI_ICTI_HANDLER_H
+#define VOSK_ICTI_ICTI_HANDLER_H
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/ClockIf.h"
+#include "icti/IctiHandlerIf.h"
+#include "icti/SafcImmCtWrapperIf.h"
+
+class InstanceGroup;
+
+class IctiHandler : public IctiHandlerIf {
+ public:
+  // (class name, RDN attribute name) pairs, as found in the IMM class file.
+  using ClassList = std::vector<std::pair<std::string, std::string>>;
+
+  static constexpr int kInitAttempts = 3;
+  static constexpr unsigned int kInitPauseSeconds = 5;
+  static constexpr const char* kUnprefixedClass = "KmovENodeBFunction";
+
+  // `immNs` is the namespace prefix of the schema's IMM class names.
+  IctiHandler(SafcImmCtWrapperIf& wrapper, ClockIf& clock, const std::string& schemaName, const std::string& immNs);
+  ~IctiHandler() override;
+
+  IctiHandler(const IctiHandler&) = delete;
+  IctiHandler& operator=(const IctiHandler&) = delete;
+
+  InstanceGroupIf* getInstanceGroup(const std::string& className, const std::string& prefix = "",
+                                    bool usePrefix = false) override;
+  InstanceIf* getTheOnlyInstance(const std::string& className, const std::string& prefix) override;
+  InstanceGroupIf* addInstanceGroup(const std::string& className) override;
+  bool removeInstanceGroup(const std::string& className) override;
+  InstanceGroupIf* getInstanceGroupForLdn(const std::string& ldn) override;
+  void failUpgrade(const char* message) override;
+  bool isAlive() override;
+
+  // Opens the session (three attempts while the tool answers "try again
+  // later", 5 seconds apart), reads the schema's versions and records the
+  // classes. False when the session could not be opened.
+  bool init(const ClassList& configClasses, const ClassList& rtpClasses);
+
+  // The versions read by init(); false when they could not be read.
+  bool getSchemaVersions(SafcImmCtSchemaVersionT_2& from, SafcImmCtSchemaVersionT_2& to) const;
+
+  // The RDN attribute name of a configuration class; an unknown class is
+  // recorded with an empty name.
+  std::string getRdn(const std::string& className);
+
+  // Runtime-persistent groups are written under this implementer; empty
+  // (the default, cleared by init) writes them with the configuration classes.
+  void setImplementerName(const std::string& implementerName);
+
+  // Ends the session: the new model takes effect. False on failure.
+  bool callFinalize();
+  // For a schema the upgrade introduces: writes every cached configuration
+  // group, then finalizes.
+  bool writeIntroducedClasses();
+  // The ordinary end: writes the cached groups, has the platform copy every
+  // configuration class no action touched, writes runtime-persistent groups
+  // under the implementer, then finalizes.
+  bool writeCopyClasses();
+
+ private:
+  std::string immClassName(const std::string& className, const std::string& prefix, bool usePrefix);
+  bool openSession();
+  void readVersions();
+  InstanceGroup* readInstanceGroup(const std::string& immName);
+  void splitRuntimePersistentGroups();
+
+  SafcImmCtWrapperIf& wrapper_;
+  ClockIf& clock_;
+  const std::string schemaName_;
+  const std::string immNs_;
+  std::string implementerName_;
+  SafcImmCtHandleT handle_ = 0;
+  SafcImmCtSchemaVersionT_2* fromVersion_ = nullptr;
+  SafcImmCtSchemaVersionT_2* toVersion_ = nullptr;
+  bool versionsRead_ = false;
+  std::map<std::string, InstanceGroup*> instanceGroupMap_;
+  std::map<std::string, InstanceGroup*> instanceGroupMapRTP_;
+  std::map<std::string, std::string> configClasses_;
+  std::map<std::string, std::string> rtpClasses_;
+
+  // Durations of the end operations' phases, for the timing report of
+  // callFinalize().
+  int tablesMs_ = 0;
+  int writeMs_ = 0;
+  int copyMs_ = 0;
+  int introduceMs_ = 0;
+  int writeCount_ = 0;
+  int copyCount_ = 0;
+  int rtpCount_ = 0;
+};
+
+#endif
