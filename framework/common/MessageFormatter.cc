@@ -46,13 +46,18 @@ const char* MessageFormatter::formatV(const char* fmt, va_list args) {
 std::string MessageFormatter::plain(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
-  va_list again;
-  va_copy(again, args);
-  int n = std::vsnprintf(nullptr, 0, fmt, args);
+  std::string text = plainV(fmt, args);
   va_end(args);
+  return text;
+}
+
+std::string MessageFormatter::plainV(const char* fmt, va_list args) {
+  va_list sizing;
+  va_copy(sizing, args);
+  int n = std::vsnprintf(nullptr, 0, fmt, sizing);
+  va_end(sizing);
   std::string text(n > 0 ? static_cast<size_t>(n) : 0, '\0');
-  if (n > 0) std::vsnprintf(text.data(), text.size() + 1, fmt, again);
-  va_end(again);
+  if (n > 0) std::vsnprintf(text.data(), text.size() + 1, fmt, args);
   return text;
 }
 

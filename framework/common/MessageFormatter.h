@@ -23,6 +23,7 @@ class MessageFormatter {
   // Formats into a new string, without the thread's prefix: for texts that
   // are handed on rather than logged (a failure reason, say).
   static std::string plain(const char* fmt, ...) __attribute__((format(printf, 1, 2)));
+  static std::string plainV(const char* fmt, va_list args);
 
   // A text that is already this thread's message is returned as it is;
   // any other text is copied in behind the prefix.

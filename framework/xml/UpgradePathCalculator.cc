@@ -13,7 +13,11 @@ const char kSuffix[] = ".xml";
 }  // namespace
 
 bool UpgradePathCalculator::splitVersions(const std::string& file, std::string& from, std::string& to) const {
-  size_t prefix = file.find(kPrefix);
+  // Only the file's own name counts: a folder in front of it may itself be
+  // named after modification files (the load-module tag is).
+  size_t slash = file.rfind('/');
+  size_t nameStart = slash == std::string::npos ? 0 : slash + 1;
+  size_t prefix = file.find(kPrefix, nameStart);
   if (prefix == std::string::npos) return false;
   size_t fromStart = prefix + sizeof kPrefix - 1;
   size_t infix = file.find(kInfix, fromStart);
@@ -21,7 +25,7 @@ bool UpgradePathCalculator::splitVersions(const std::string& file, std::string& 
   // The to-version ends at the first ".xml" of the name; one that stands
   // before "_to_" cannot end it.
   size_t toStart = infix + sizeof kInfix - 1;
-  size_t suffix = file.find(kSuffix);
+  size_t suffix = file.find(kSuffix, nameStart);
   if (suffix == std::string::npos || suffix < toStart) return false;
   from = file.substr(fromStart, infix - fromStart);
   to = file.substr(toStart, suffix - toStart);

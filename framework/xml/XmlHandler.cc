@@ -106,12 +106,7 @@ XmlHandler::XmlHandler(IctiHandlerIf* ictiHandler) : ictiHandler_(ictiHandler) {
 void XmlHandler::reportFailure(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
-  va_list sizing;
-  va_copy(sizing, args);
-  int length = std::vsnprintf(nullptr, 0, fmt, sizing);
-  va_end(sizing);
-  std::string text(length > 0 ? static_cast<size_t>(length) : 0, '\0');
-  std::vsnprintf(&text[0], text.size() + 1, fmt, args);
+  std::string text = MessageFormatter::plainV(fmt, args);
   va_end(args);
 
   if (ictiHandler_ != nullptr) {

@@ -92,6 +92,8 @@ TEST(PathNamesTest, ReadsBothVersionsOrRefusesTheName) {
       {"modification_1_0_0.xml", false, "", ""},
       {"modification_1_0_0_to_2_0_0", false, "", ""},
       {"x.xml/modification_1_0_0_to_2_0_0", false, "", ""},
+      {"/node/lmhi/Radio/modification_files/LM1/modification_1_0_0_to_2_0_0.xml", true, "1_0_0", "2_0_0"},
+      {"/modification_1_0_0_to_2_0_0.xml/readme.txt", false, "", ""},
       {"", false, "", ""},
   };
   UpgradePathCalculator calculator;
