@@ -1,15 +1,27 @@
 #include "xml/UpgradeAction.h"
 
+#include <cstdarg>
 #include <cstdlib>
 
 #include "common/Log.h"
 #include "xml/Filter.h"
 
+void UpgradeAction::requireHandler(IctiHandlerIf* ictiHandler, const char* message) {
+  if (ictiHandler != nullptr) return;
+  TAV_LOG(ERROR, "%s", message);
+  abort();
+}
+
+void UpgradeAction::fail(IctiHandlerIf* ictiHandler, const char* fmt, ...) {
+  va_list args;
+  va_start(args, fmt);
+  std::string reason = MessageFormatter::plainV(fmt, args);
+  va_end(args);
+  ictiHandler->failUpgrade(reason.c_str());
+}
+
 bool UpgradeAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) {
-  if (ictiHandler == nullptr) {
-    TAV_LOG(ERROR, "ICTI handler pointer is NULL");
-    abort();
-  }
+  requireHandler(ictiHandler);
   if (!validateInstanceGroup(instanceGroup)) {
     TAV_LOG(INFO_ABN, "%s::execute() Validate instance group failed.", getName());
     reportMissingInstanceGroup(args, ictiHandler);

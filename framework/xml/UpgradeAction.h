@@ -49,6 +49,13 @@ class UpgradeAction : public UpgradeActionIf {
  protected:
   InstanceOperation instanceOperation() const { return instanceOperation_; }
 
+  // A null handler is a programming error: logs `message` at error level and
+  // aborts the process.
+  static void requireHandler(IctiHandlerIf* ictiHandler, const char* message = "ICTI handler pointer is NULL");
+  // Formats the reason (without the thread's message prefix) and has the
+  // handler fail the upgrade with it.
+  static void fail(IctiHandlerIf* ictiHandler, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+
  private:
   const char* const name_;
   const InstanceOperation instanceOperation_;
