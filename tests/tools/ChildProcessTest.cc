@@ -71,13 +71,6 @@ TEST(ChildProcessTest, ExitIsSeenOnTheExitDescriptor) {
   EXPECT_EQ(4, WEXITSTATUS(child.waitStatus()));
 }
 
-TEST(ChildProcessTest, StartFailureNamesTheProgram) {
-  ChildProcess child;
-  std::string error;
-  EXPECT_FALSE(child.start("/no/such/program", {}, {}, &error));
-  EXPECT_EQ("cannot start /no/such/program: No such file or directory", error);
-}
-
 bool connectTo(const std::string& path) {
   int fd = socket(AF_UNIX, SOCK_STREAM, 0);
   sockaddr_un address{};

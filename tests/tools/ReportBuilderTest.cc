@@ -52,21 +52,6 @@ INSTANTIATE_TEST_SUITE_P(
         OutcomeCase{outcome(RunOutcome::Kind::kUnexpectedExit, 17), 3,
                     "Outcome: crash, the upgrader exited with unexpected status 17 (NOT_DECODED (17))"}));
 
-TEST(RunOutcomeTest, AppResultNames) {
-  const char* const names[] = {
-      "APP_RESULT_OK",
-      "APP_RESULT_NO_WPK_ROOT",
-      "APP_RESULT_FAILED_TO_FIND_MODS",
-      "APP_RESULT_FAILED_TO_OPEN_APPDATA_FILE",
-      "APP_RESULT_FAILED_TO_PARSE_APPDATA_FILE",
-      "APP_RESULT_FAILED_TO_FIND_IMM_FILE",
-      "APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME",
-  };
-  for (int code = 0; code < 7; ++code) EXPECT_EQ(names[code], appResultName(code)) << code;
-  EXPECT_EQ("NOT_DECODED (7)", appResultName(7));
-  EXPECT_EQ("NOT_DECODED (-1)", appResultName(-1));
-}
-
 SchemaReport conversion() {
   SchemaReport s;
   s.name = "RadioNode";
@@ -191,11 +176,6 @@ TEST(ReportBuilderTest, FrontFailureWithoutLogSaysSo) {
       "Model files: none\n"
       "Discarded model files: none\n",
       report);
-}
-
-TEST(ReportBuilderTest, RolledBackWithoutRecordedReasonSaysSo) {
-  std::string report = ReportBuilder::build(outcome(RunOutcome::Kind::kRolledBack), RunFindings());
-  EXPECT_NE(std::string::npos, report.find("\nRollback reasons: none recorded\n"));
 }
 
 }  // namespace

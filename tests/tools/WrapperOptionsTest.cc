@@ -64,8 +64,6 @@ TEST(WrapperOptionsTest, RelativeSocketBecomesAbsolute) {
   EXPECT_NE(std::string::npos, socket.find("/n/out/upgradeWrapper.sock"));
 }
 
-TEST(WrapperOptionsTest, HelpNeedsNothingElse) { EXPECT_TRUE(parsed({"--help"}).help); }
-
 struct BadCase {
   std::vector<const char*> args;
   const char* error;
