@@ -12,8 +12,6 @@
 //   failed-run     writes a log, rollback requests and a discarded model the
 //                  way the simulated node does for a failed schema, then
 //                  prints the loop line without a connect
-//   good-run       writes a rotated log and model files of a successful run,
-//                  then connects and prints the loop line
 // Waiting is pause(): the wrapper ends it with a signal.
 
 #include <signal.h>
@@ -93,26 +91,6 @@ void writeFailedRun() {
   writeFile(out() + "/discarded/Transport.xml", "<imm:IMM-contents/>\n");
 }
 
-void writeGoodRun() {
-  std::string older = record(1, "IN", "Starting upgrader: voskOamUpgrader, for schemas: Equipment RadioNode ") +
-                      record(2, "IN", "RadioNode: Upgrading from (ver_rel_corr): 1_0_0 to 2_0_0") +
-                      record(3, "IN", "Equipment: Upgrading from (ver_rel_corr): 0_0_0 to 1_0_0") +
-                      record(4, "IN", "Equipment: New IMM schema Equipment introduced through upgrade");
-  std::string newer = record(5, "IN", "Equipment: UPGRADE IS DONE") +
-                      record(6, "IN", "RadioNode: Conversion path size: 2 modification files") +
-                      record(7, "IN", "RadioNode: Processing of modification file a/modification_1_0_0_to_1_1_0.xml "
-                                      "was a SUCCESS") +
-                      record(8, "IN", "RadioNode: Processing of modification file a/modification_1_1_0_to_2_0_0.xml "
-                                      "was a SUCCESS") +
-                      record(9, "IN", "RadioNode: Upgrade done in 42 ms (icti init took 1 ms, actions took 30 ms, "
-                                      "finalize took 11 ms, UpgType=2 )") +
-                      record(10, "IN", "RadioNode: UPGRADE IS DONE");
-  writeFile(out() + "/log/saLogUpgrade/upgrade.log.1", older);
-  writeFile(out() + "/log/saLogUpgrade/upgrade.log", newer);
-  writeFile(out() + "/model/Equipment.xml", "<imm:IMM-contents/>\n");
-  writeFile(out() + "/model/RadioNode.xml", "<imm:IMM-contents/>\n");
-}
-
 void printEnvironment() {
   const char* names = std::getenv("FAKE_PRINT");
   std::string list = names != nullptr ? names : "";
@@ -150,9 +128,6 @@ int main(int argc, char** argv) {
     printEnvironment();
   } else if (mode == "failed-run") {
     writeFailedRun();
-  } else if (mode == "good-run") {
-    writeGoodRun();
-    connectTo(argv[1]);
   } else if (mode != "loop") {
     std::fprintf(stderr, "unknown FAKE_MODE '%s'\n", mode.c_str());
     return 99;

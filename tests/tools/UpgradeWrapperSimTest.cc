@@ -84,17 +84,6 @@ INSTANTIATE_TEST_SUITE_P(
                  "    conversion path: 1 modification files\n"
                  "      1. /lmhi/Transport/modification_files/LM1/modification_1_0_0_to_1_1_0.xml: FAILURE\n"
                  "    result: failed\n    discarded model: @node/out/discarded/Transport.xml\n"}},
-        RunCase{"GoodRunReportsEverySchemaFromRotatedLog", {"--env", "FAKE_MODE=good-run"}, 0,
-                {"Schemas (2):\n  Equipment\n    versions: 0_0_0 -> 1_0_0 (new schema)\n    result: done\n"
-                 "    new model: @node/out/model/Equipment.xml\n",
-                 "  RadioNode\n    versions: 1_0_0 -> 2_0_0 (conversion)\n"
-                 "    conversion path: 2 modification files\n"
-                 "      1. a/modification_1_0_0_to_1_1_0.xml: SUCCESS\n"
-                 "      2. a/modification_1_1_0_to_2_0_0.xml: SUCCESS\n    result: done\n"
-                 "    timing: Upgrade done in 42 ms (icti init took 1 ms, actions took 30 ms, finalize took 11 ms, "
-                 "UpgType=2 )\n",
-                 "Persistent log:\n  @node/out/log/saLogUpgrade/upgrade.log.1\n"
-                 "  @node/out/log/saLogUpgrade/upgrade.log\n"}},
         RunCase{"VerboseForwardsTheSingleSocketArgument", {"--env", "FAKE_MODE=args", "-v"}, 1,
                 {"[upgrader] argc=2 [@node/out/upgradeWrapper.sock]\n"
                  "[upgrader] Entering the never ending loop, if you want to terminate this program you are going to "
@@ -119,9 +108,9 @@ TEST_F(WrapperRunTest, QuietRunPrintsNothingOfTheUpgrader) {
 
 TEST_F(WrapperRunTest, OutputFolderOptionDecidesWhereTheSimulatedNodeWrites) {
   std::string report;
-  EXPECT_EQ(0, run({"--env", "FAKE_MODE=good-run", "--out", "@out"}, &report));
-  EXPECT_TRUE(TempDir::exists(dir.path() + "/out/model/RadioNode.xml"));
-  EXPECT_NE(std::string::npos, report.find("new model: " + dir.path() + "/out/model/RadioNode.xml\n"));
+  EXPECT_EQ(1, run({"--env", "FAKE_MODE=failed-run", "--out", "@out"}, &report));
+  EXPECT_TRUE(TempDir::exists(dir.path() + "/out/discarded/Transport.xml"));
+  EXPECT_NE(std::string::npos, report.find("discarded model: " + dir.path() + "/out/discarded/Transport.xml\n"));
 }
 
 TEST_F(WrapperRunTest, ARunStartsFromAnEmptyOutputFolder) {

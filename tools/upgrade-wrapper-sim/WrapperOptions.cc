@@ -144,7 +144,7 @@ Options:
                         all others (identity: WMT_NAME, WMT_NO, WMT_REV,
                         UP_NO, UP_REV, WPK_REV; also RESTART_TYPE_3, BT)
   --env NAME            removes NAME from the upgrader's environment
-  --faults SPEC         VOSK_SIM_FAULTS, e.g. Initialize=31x2,ReadInstances@EUtranCellFDD=9
+  --faults ITEMS        VOSK_SIM_FAULTS, e.g. Initialize=31x2,ReadInstances@EUtranCellFDD=9
   --args "A B ..."      the upgrader's arguments instead of the socket path,
                         split at blanks; @socket stands for the socket path;
                         --args "" starts it without arguments
