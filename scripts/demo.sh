@@ -1,45 +1,31 @@
 #!/bin/sh
-# The demo behind `make demo`: shows the upgrader's pieces at work on a
-# simulated node.
+# The demo behind `make demo`: upgrades the bundled example package on the
+# bundled simulated radio node, through the wrapper simulator, and shows the
+# report and the new model.
 # Usage: scripts/demo.sh <build dir>
 set -eu
 
 build=${1:?usage: scripts/demo.sh <build dir>}
-tool="$build/tools/log-demo/vosk-log-demo"
-[ -x "$tool" ] || { echo "demo: $tool is missing; build first (make build)" >&2; exit 1; }
-
-cat <<'TEXT'
-== What this demo shows
-
-The upgrade framework's entry and the product binary are being built. Once
-they are in, this demo upgrades the example package in examples/ on a
-simulated node through upgrade-wrapper-sim and shows the new model, the
-persistent log and the wrapper's report.
-
-What runs today: the modification-file lookup. A simulated node gets two
-schemas with load modules of modification files; the lookup asks the
-simulated load-module handler for each schema's files, as the framework does
-before it starts one thread per schema, and writes the persistent log.
-The schema Lrat has its handler call failed on purpose (VOSK_SIM_FAULTS).
-
-TEXT
-
-node=$(mktemp -d /tmp/vosk-demo-XXXXXX)
-trap 'rm -rf "$node"' EXIT
-tag="$node/lmhi/RadioNode/modification_files"
-for file in CXP9024418_1/RadioNode_1_0_0_to_1_1_0.xml CXP9024418_1/RadioNode_1_1_0_to_2_0_0.xml \
-            CXP9024419_2/RadioNode_2_0_0_to_2_1_0.xml; do
-    mkdir -p "$(dirname "$tag/$file")"
-    echo '<upgrade/>' >"$tag/$file"
+wrapper="$build/tools/upgrade-wrapper-sim"
+program="$build/voskOamUpgrader/src/vosk-oam-upgrader"
+for needed in "$wrapper" "$program"; do
+    [ -x "$needed" ] || { echo "demo: $needed is missing; build first (make build)" >&2; exit 1; }
 done
-mkdir -p "$node/lmhi/Lrat/modification_files/CXP9024420_1"
-echo '<upgrade/>' >"$node/lmhi/Lrat/modification_files/CXP9024420_1/Lrat_3_0_0_to_4_0_0.xml"
+out="$(cd "$build" && pwd)/demo-out"
 
-echo "== Simulated node $node"
-(cd "$node" && find lmhi -type f | sort | sed 's/^/  /')
+echo "== Upgrading examples/package on the simulated node examples/node"
+echo "   (output folder $out)"
 echo
-echo "== VOSK_SIM_ROOT=$node VOSK_SIM_FAULTS=get_lms@Lrat=5 vosk-log-demo RadioNode Lrat"
-VOSK_SIM_ROOT="$node" VOSK_SIM_OUT="" VOSK_SIM_FAULTS="get_lms@Lrat=5" WMT_NAME=voskOamUpgrader "$tool" RadioNode Lrat
+status=0
+"$wrapper" --program "$program" --package examples/package --node examples/node --out "$out" || status=$?
+
 echo
-echo "== Persistent log: out/log/saLogUpgrade/upgrade.log"
-sed 's/^/  /' "$node/out/log/saLogUpgrade/upgrade.log"
+echo "== New model files"
+for file in "$out"/model/*.xml; do
+    [ -e "$file" ] || continue
+    echo "  $file: $(grep -c '<object ' "$file") objects"
+done
+echo
+echo "== Last records of the persistent log ($out/log/saLogUpgrade/upgrade.log)"
+tail -n 12 "$out/log/saLogUpgrade/upgrade.log" | cut -c1-200
+exit "$status"

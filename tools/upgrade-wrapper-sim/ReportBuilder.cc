@@ -1,0 +1,117 @@
+#include "ReportBuilder.h"
+
+namespace wrappersim {
+
+namespace {
+
+const char* kindText(SchemaReport::Kind kind) {
+  switch (kind) {
+    case SchemaReport::Kind::kSameVersion:
+      return " (same version)";
+    case SchemaReport::Kind::kNewSchema:
+      return " (new schema)";
+    case SchemaReport::Kind::kConversion:
+      return " (conversion)";
+    case SchemaReport::Kind::kUnknown:
+      break;
+  }
+  return "";
+}
+
+const char* resultText(SchemaReport::Result result) {
+  switch (result) {
+    case SchemaReport::Result::kDone:
+      return "done";
+    case SchemaReport::Result::kFailed:
+      return "failed";
+    case SchemaReport::Result::kNonUpgradeRestart:
+      return "non-upgrade restart, nothing to do";
+    case SchemaReport::Result::kNotFinished:
+      break;
+  }
+  return "not finished";
+}
+
+const char* stepText(ConversionStep::State state) {
+  switch (state) {
+    case ConversionStep::State::kSuccess:
+      return "SUCCESS";
+    case ConversionStep::State::kFailure:
+      return "FAILURE";
+    case ConversionStep::State::kNotFinished:
+      break;
+  }
+  return "not finished";
+}
+
+std::string baseName(const std::string& path) {
+  size_t slash = path.rfind('/');
+  return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+// The file of `files` named <schema>.xml, or empty.
+std::string schemaFile(const std::string& schema, const std::vector<std::string>& files) {
+  for (const std::string& file : files) {
+    if (baseName(file) == schema + ".xml") return file;
+  }
+  return "";
+}
+
+}  // namespace
+
+std::string ReportBuilder::build(const RunOutcome& outcome, const RunFindings& findings) {
+  std::string out = outcome.describe() + "\n";
+  if (!findings.rollbackReasons.empty()) {
+    out += "Rollback reasons (" + std::to_string(findings.rollbackReasons.size()) + "):\n";
+    for (const std::string& reason : findings.rollbackReasons) out += "  " + reason + "\n";
+  } else if (outcome.kind == RunOutcome::Kind::kRolledBack) {
+    out += "Rollback reasons: none recorded\n";
+  }
+
+  if (findings.schemas.empty()) {
+    out += "Schemas: none in the persistent log\n";
+  } else {
+    out += "Schemas (" + std::to_string(findings.schemas.size()) + "):\n";
+    for (const SchemaReport& schema : findings.schemas) addSchema(schema, findings, &out);
+  }
+  addFileList("Persistent log", findings.logFiles, &out);
+  addFileList("Model files", findings.modelFiles, &out);
+  addFileList("Discarded model files", findings.discardedFiles, &out);
+  return out;
+}
+
+void ReportBuilder::addSchema(const SchemaReport& schema, const RunFindings& findings, std::string* out) {
+  *out += "  " + schema.name + "\n";
+  if (!schema.fromVersion.empty() || !schema.toVersion.empty()) {
+    *out += "    versions: " + schema.fromVersion + " -> " + schema.toVersion + kindText(schema.kind) + "\n";
+  }
+  if (schema.kind == SchemaReport::Kind::kConversion || !schema.path.empty()) {
+    *out += "    conversion path: " +
+            (schema.announcedPathSize >= 0 ? std::to_string(schema.announcedPathSize) + " modification files"
+                                           : std::string("size not logged")) +
+            "\n";
+    for (size_t i = 0; i < schema.path.size(); ++i) {
+      *out += "      " + std::to_string(i + 1) + ". " + schema.path[i].file + ": " + stepText(schema.path[i].state) +
+              "\n";
+    }
+  }
+  *out += std::string("    result: ") + resultText(schema.result) + "\n";
+  if (!schema.timing.empty()) *out += "    timing: " + schema.timing + "\n";
+
+  std::string model = schemaFile(schema.name, findings.modelFiles);
+  std::string discarded = schemaFile(schema.name, findings.discardedFiles);
+  if (!model.empty()) *out += "    new model: " + model + "\n";
+  if (!discarded.empty()) *out += "    discarded model: " + discarded + "\n";
+  if (model.empty() && discarded.empty()) *out += "    new model: none written\n";
+}
+
+void ReportBuilder::addFileList(const char* title, const std::vector<std::string>& files, std::string* out) {
+  if (files.empty()) {
+    *out += std::string(title) + ": none\n";
+    return;
+  }
+  *out += std::string(title) + ":\n";
+  for (const std::string& file : files) *out += "  " + file + "\n";
+}
+
+}  // namespace wrappersim
