@@ -1,5 +1,5 @@
 /*
- * Basic types of the SA Forum Application Interface Specification that the
+ * Basic types of the SA Forum application interface that the
  * upgrader uses: result codes, names, versions, time and handles.
  */
 #ifndef VOSK_PLATFORM_SA_AIS_H

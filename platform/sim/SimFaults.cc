@@ -10,9 +10,9 @@ namespace {
 std::mutex g_instanceMutex;
 std::unique_ptr<SimFaults> g_instance;
 
-std::string environmentSpec() {
-  const char* spec = std::getenv("VOSK_SIM_FAULTS");
-  return spec != nullptr ? spec : "";
+std::string environmentFaults() {
+  const char* faults = std::getenv("VOSK_SIM_FAULTS");
+  return faults != nullptr ? faults : "";
 }
 
 bool parseNumber(const std::string& text, long* value) {
@@ -27,7 +27,7 @@ bool parseNumber(const std::string& text, long* value) {
 SimFaults& SimFaults::instance() {
   std::lock_guard<std::mutex> lock(g_instanceMutex);
   if (!g_instance) {
-    g_instance = std::make_unique<SimFaults>(environmentSpec());
+    g_instance = std::make_unique<SimFaults>(environmentFaults());
     for (const std::string& item : g_instance->malformedItems()) {
       SimEnvironment::reportReason("VOSK_SIM_FAULTS", item, 0, "ignoring malformed item \"" + item + "\"");
     }
@@ -40,14 +40,14 @@ void SimFaults::reload() {
   g_instance.reset();
 }
 
-SimFaults::SimFaults(const std::string& spec) { parse(spec); }
+SimFaults::SimFaults(const std::string& faults) { parse(faults); }
 
-void SimFaults::parse(const std::string& spec) {
+void SimFaults::parse(const std::string& faults) {
   size_t start = 0;
-  while (start <= spec.size()) {
-    size_t end = spec.find(',', start);
-    if (end == std::string::npos) end = spec.size();
-    std::string text = spec.substr(start, end - start);
+  while (start <= faults.size()) {
+    size_t end = faults.find(',', start);
+    if (end == std::string::npos) end = faults.size();
+    std::string text = faults.substr(start, end - start);
     start = end + 1;
     if (text.empty()) continue;
 

@@ -19,7 +19,7 @@ class SimFaults {
   // The faults of this process, parsed from the environment on first use.
   static SimFaults& instance();
 
-  explicit SimFaults(const std::string& spec);
+  explicit SimFaults(const std::string& faults);
 
   // The code to return instead of doing the call, or 0 to do it.
   int inject(const char* call, const char* subject = nullptr);
@@ -38,7 +38,7 @@ class SimFaults {
     long remaining;  // -1: always
   };
 
-  void parse(const std::string& spec);
+  void parse(const std::string& faults);
 
   std::mutex mutex_;
   std::vector<Item> items_;

@@ -20,14 +20,14 @@ TEST(SimFaultsTest, ItemsApplyByCallSubjectAndCount) {
 
 TEST(SimFaultsTest, MalformedItemsAreSetAsideAndTheRestApplies) {
   struct Case {
-    const char* spec;
+    const char* items;
     size_t malformed;
   };
   const Case cases[] = {{"", 0},          {"Initialize", 1},   {"=3", 1},          {"Initialize=abc", 1},
                         {"Initialize=0", 1}, {"Initialize=3x0", 1}, {"Initialize=3xz", 1}, {",,Finalize=2,", 0}};
   for (const Case& c : cases) {
-    SimFaults faults(c.spec);
-    EXPECT_EQ(c.malformed, faults.malformedItems().size()) << c.spec;
+    SimFaults faults(c.items);
+    EXPECT_EQ(c.malformed, faults.malformedItems().size()) << c.items;
   }
   SimFaults faults("bad,Finalize=2");
   EXPECT_EQ(2, faults.inject("Finalize"));

@@ -202,7 +202,7 @@ TEST_F(SimImmCtTest, FaultsReplaceEveryCall) {
   GroupBuilder written("Top");
   written.object(nullptr).attr("topId", SA_IMM_ATTR_SASTRINGT, {"9"});
   struct Case {
-    const char* spec;
+    const char* items;
     const char* call;
     SaAisErrorT code;
     std::function<SaAisErrorT()> run;
@@ -234,10 +234,10 @@ TEST_F(SimImmCtTest, FaultsReplaceEveryCall) {
        [&] { return safcImmCtFinalize(handle); }},
   };
   for (const Case& c : cases) {
-    faults(c.spec);
-    EXPECT_EQ(c.code, c.run()) << c.spec;
+    faults(c.items);
+    EXPECT_EQ(c.code, c.run()) << c.items;
     EXPECT_TRUE(recorded({c.call + std::string(" error ") + std::to_string(c.code), "injected by VOSK_SIM_FAULTS"}))
-        << c.spec;
+        << c.items;
   }
   // None of them did its work: no rollback, and the session is still open.
   EXPECT_FALSE(TempDir::exists(out("rollback")));

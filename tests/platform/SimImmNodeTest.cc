@@ -151,8 +151,8 @@ void SimImmCtTest::TearDown() {
   faults("");
 }
 
-void SimImmCtTest::faults(const char* spec) {
-  setenv("VOSK_SIM_FAULTS", spec, 1);
+void SimImmCtTest::faults(const char* items) {
+  setenv("VOSK_SIM_FAULTS", items, 1);
   SimFaults::reload();
 }
 

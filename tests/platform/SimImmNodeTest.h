@@ -58,7 +58,7 @@ class SimImmCtTest : public testing::Test {
   void TearDown() override;
 
   // Sets VOSK_SIM_FAULTS for the next calls.
-  static void faults(const char* spec);
+  static void faults(const char* items);
 
   SafcImmCtHandleT open();
   // Opens a session for schema `schema` (listed in versions).

@@ -26,17 +26,17 @@ class GroupRecordBuilder {
   // The null-terminated array of one group, as readInstances returns it.
   SafcImmCtInstanceGroupT** build() {
     group_.className = const_cast<char*>(className_.c_str());
-    for (auto& spec : instances_) {
+    for (auto& wanted : instances_) {
       SafcImmCtInstanceT& instance = instanceStore_.emplace_back();
       instance.parentName = nullptr;
-      if (!spec.first.empty()) {
+      if (!wanted.first.empty()) {
         SaNameT& name = names_.emplace_back();
-        name.length = static_cast<SaUint16T>(spec.first.size());
-        std::strncpy(reinterpret_cast<char*>(name.value), spec.first.c_str(), SA_MAX_NAME_LENGTH - 1);
+        name.length = static_cast<SaUint16T>(wanted.first.size());
+        std::strncpy(reinterpret_cast<char*>(name.value), wanted.first.c_str(), SA_MAX_NAME_LENGTH - 1);
         instance.parentName = &name;
       }
       std::vector<SaImmAttrValuesT_2*>& attributes = attributeArrays_.emplace_back();
-      for (auto& attribute : spec.second) {
+      for (auto& attribute : wanted.second) {
         SaImmAttrValuesT_2& record = attributeStore_.emplace_back();
         char*& value = strings_.emplace_back(const_cast<char*>(texts_.emplace_back(attribute.second).c_str()));
         std::vector<void*>& values = valueArrays_.emplace_back();
