@@ -39,6 +39,14 @@ TEST_F(MessageFormatterTest, AMessageMayQuoteThePreviousOne) {
   EXPECT_STREQ("S: x", same);
 }
 
+TEST_F(MessageFormatterTest, PlainTextsCarryNoPrefixAndAreNotCut) {
+  MessageFormatter::setPrefix("S");
+  std::string longText(3000, 'b');
+  EXPECT_EQ("reason 7", MessageFormatter::plain("reason %d", 7));
+  EXPECT_EQ(longText, MessageFormatter::plain("%s", longText.c_str()));
+  EXPECT_EQ("", MessageFormatter::plain("%s", ""));
+}
+
 TEST_F(MessageFormatterTest, LongTextsAreCutNotOverflowed) {
   std::string longText(5000, 'a');
   MessageFormatter::setPrefix(std::string(5000, 'p').c_str());

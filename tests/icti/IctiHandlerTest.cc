@@ -283,6 +283,19 @@ TEST_F(IctiHandlerTest, RuntimePersistentGroupsGoUnderTheImplementerWhenOneIsSet
       "RTP classes write after split, instanceGroupMap.size() 0: , instanceGroupMapRTP.size() 1: "));
 }
 
+TEST_F(IctiHandlerTest, AFailedRuntimePersistentWriteIsReportedAndTheSessionStillEnds) {
+  ASSERT_TRUE(initWith({{"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
+  GroupRecordBuilder rt("NsRt");
+  answerRead("NsRt", rt);
+  ASSERT_NE(nullptr, handler.getInstanceGroup("Rt"));
+  handler.setImplementerName("upgradeImpl");
+  EXPECT_CALL(wrapper, writeRtInstances(_, _, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
+  EXPECT_CALL(wrapper, finalize(_)).WillOnce(Return(SA_AIS_OK));
+  EXPECT_TRUE(handler.writeCopyClasses());
+  EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) + "Write RTP instances failed, SaAisErrorT = 2"},
+            failures);
+}
+
 TEST_F(IctiHandlerTest, WithoutAnImplementerRuntimePersistentGroupsAreWrittenWithTheRest) {
   ASSERT_TRUE(initWith({{"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
   GroupRecordBuilder rt("NsRt");
