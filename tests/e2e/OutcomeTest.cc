@@ -197,6 +197,21 @@ TEST_F(ThreeSchemaRun, FailedWriteOrCopyRollsBackYetSignalsTheWrapper) {
   }
 }
 
+TEST_F(ThreeSchemaRun, SessionThatCannotBeOpenedEndsInAnAbort) {
+  // Without a session the rollback request has no valid handle: the
+  // platform answers "bad handle", and the program aborts.
+  RunResult result = identifiedRun().faults("Initialize=2").run();
+
+  EXPECT_EQ(3, result.exitStatus) << result.report;
+  EXPECT_EQ(0u, result.report.find("Outcome: crash, the upgrader was ended by signal 6 (SIGABRT)\n"))
+      << result.report;
+  EXPECT_LE(1u, result.loggedParts(": Failed to init upgrade, error 2, handle value 0."));
+  EXPECT_LE(1u, result.loggedParts(failure("Could not init ICTI session for schemaName: ")));
+  EXPECT_LE(1u, result.loggedParts(": Failed to trigger rollback. Error: 9, handle value: 0."));
+  EXPECT_LE(1u, result.loggedParts(": The program will be aborted."));
+  EXPECT_TRUE(result.rollback.empty()) << "the platform refused every rollback request";
+}
+
 TEST_F(ThreeSchemaRun, UnsetIdentityShowsAsNullInTheFailureText) {
   dropSecondStep(node, firstFile);
   RunResult result = WholeRun(node).env("WMT_NAME").env("WMT_NO").env("WMT_REV").env("WPK_REV").run();
