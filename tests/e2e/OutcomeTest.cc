@@ -58,6 +58,7 @@ TEST_F(ThreeSchemaRun, SuccessSignalsTheWrapperAndWritesTheNewModel) {
   EXPECT_EQ(0, result.exitStatus) << result.report << result.errors;
   EXPECT_EQ(0u, result.report.find(kSuccess)) << result.report;
   EXPECT_TRUE(result.rollback.empty());
+  EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "Radio.xml", "Transport.xml"}), result.modelFiles());
   EXPECT_TRUE(result.discardedFiles().empty());
   for (const char* schema : {"Radio", "Transport", "Equipment"}) {
     EXPECT_TRUE(result.logged(std::string(schema) + ": UPGRADE IS DONE")) << schema;
