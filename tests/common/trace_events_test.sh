@@ -78,8 +78,11 @@ alive "$daemon" || fail "the session daemon did not come up"
 say "session daemon $daemon started"
 
 ctl create "$session" --output="$work/trace"
-ctl enable-event --userspace --session="$session" 'com_talvora_upgrade:*'
-ctl enable-event --userspace --session="$session" 'com_talvora_yd_vosk_oam_upgrader:*'
+# Only the test program's events: test programs running beside it (ctest -j)
+# use the same providers. A process name is cut to 15 characters.
+only_app="\$ctx.procname == \"$(basename "$app" | cut -c1-15)\""
+ctl enable-event --userspace --session="$session" --filter="$only_app" 'com_talvora_upgrade:*'
+ctl enable-event --userspace --session="$session" --filter="$only_app" 'com_talvora_yd_vosk_oam_upgrader:*'
 ctl start "$session"
 
 # The application waits for the daemon to hand it the enabled events.

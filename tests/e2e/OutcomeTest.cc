@@ -1,0 +1,344 @@
+// Whole runs that end in each of the outcomes the upgrade wrapper tells
+// apart: success, a failed upgrade (rollback), a front failure, a crash.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "NodeBuilder.h"
+#include "SampleSchema.h"
+#include "TempDir.h"
+#include "WholeRun.h"
+
+namespace e2e {
+namespace {
+
+const char* kSuccess = "Outcome: success, the upgrader connected to the wrapper socket\n";
+const char* kRolledBack =
+    "Outcome: upgrade failed, the upgrader entered the never-ending loop without a connect; the node rolls back\n";
+const char* kIdentity =
+    "UPGRADE FAIL: Application identity: wmtName = e2eUpgrader, wmtNumber = CXC4711, wmtRevision = R2B, "
+    "wpkRevision = R7C. ";
+
+std::string failure(const std::string& reason) { return kIdentity + reason; }
+
+// Three schemas, one of each kind: Radio converts over two files in two load
+// modules (each reading one class), Transport keeps its version, Equipment is
+// new.
+class ThreeSchemaRun : public testing::Test {
+ protected:
+  ThreeSchemaRun() : node(dir.path()) {
+    node.add(sampleSchema("Radio", "1_0_0", "2_0_0"));
+    node.add(sampleSchema("Transport", "3_1_0", "3_1_0"));
+    node.add(sampleSchema("Equipment", "0_0_0", "1_0_0"));
+    firstFile = node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
+                                      NodeBuilder::readingModificationFile({"RadioPort"}));
+    secondFile = node.modificationFile("Radio", "CXC1_R2A", "modification_1_1_0_to_2_0_0.xml",
+                                       NodeBuilder::readingModificationFile({"Radio"}));
+  }
+
+  WholeRun identifiedRun() const {
+    WholeRun run(node);
+    run.env("WMT_NAME=e2eUpgrader").env("WMT_NO=CXC4711").env("WMT_REV=R2B").env("WPK_REV=R7C");
+    return run;
+  }
+
+  void expectNoModels(const RunResult& result) { EXPECT_TRUE(result.modelFiles().empty()) << result.report; }
+
+  TempDir dir;
+  NodeBuilder node;
+  std::string firstFile;
+  std::string secondFile;
+};
+
+TEST_F(ThreeSchemaRun, SuccessSignalsTheWrapperAndWritesTheNewModel) {
+  RunResult result = identifiedRun().run();
+
+  EXPECT_EQ(0, result.exitStatus) << result.report << result.errors;
+  EXPECT_EQ(0u, result.report.find(kSuccess)) << result.report;
+  EXPECT_TRUE(result.rollback.empty());
+  EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "Radio.xml", "Transport.xml"}), result.modelFiles());
+  EXPECT_TRUE(result.discardedFiles().empty());
+  for (const char* schema : {"Radio", "Transport", "Equipment"}) {
+    EXPECT_TRUE(result.logged(std::string(schema) + ": UPGRADE IS DONE")) << schema;
+  }
+  EXPECT_TRUE(result.logged("Starting upgrader: e2eUpgrader, for schemas: Equipment Radio Transport "));
+  EXPECT_TRUE(result.logged("Radio: Conversion path size: 2 modification files"));
+  EXPECT_TRUE(result.logged("Radio: Processing of modification file " + firstFile + " was a SUCCESS"));
+  EXPECT_TRUE(result.logged("Radio: Processing of modification file " + secondFile + " was a SUCCESS"));
+
+  // Both classes were read by a file, so both are written from memory, in
+  // class order, values and multiple values intact.
+  EXPECT_EQ((std::vector<std::string>{"radioId=1", "radioPortId=1,radioId=1", "radioPortId=2,radioId=1"}),
+            result.modelDns("Radio"));
+  const std::string radio = result.model("Radio");
+  for (const char* value : {"<value>root of Radio</value>", "<value>12345678901</value>", "<value>-7</value>",
+                            "<value>a</value>", "<value>b</value>"}) {
+    EXPECT_NE(std::string::npos, radio.find(value)) << value << "\n" << radio;
+  }
+}
+
+TEST_F(ThreeSchemaRun, UntouchedClassesAreCopiedUnchanged) {
+  // The second step reads nothing: Radio itself is copied by the platform.
+  node.modificationFile("Radio", "CXC1_R2A", "modification_1_1_0_to_2_0_0.xml",
+                        NodeBuilder::readingModificationFile({}));
+  RunResult result = WholeRun(node).run();
+
+  EXPECT_EQ(0, result.exitStatus) << result.report;
+  EXPECT_EQ((std::vector<std::string>{"radioPortId=1,radioId=1", "radioPortId=2,radioId=1", "radioId=1"}),
+            result.modelDns("Radio"));
+  EXPECT_TRUE(result.logged("Radio: Copy instances to CS."));
+}
+
+TEST_F(ThreeSchemaRun, ClassThatCannotBeReadWithoutActionsIsCopiedInstead) {
+  // The first step only names RadioPort: when reading it fails there is
+  // nothing to apply, and the platform copies the class unchanged.
+  RunResult result = WholeRun(node).faults("ReadInstances@RadioPort=9").run();
+
+  EXPECT_EQ(0, result.exitStatus) << result.report;
+  EXPECT_TRUE(result.logged("Radio: Failed to read instances for RadioPort, error code 9\n"));
+  EXPECT_TRUE(result.logged("Radio: Copy instances to CS."));
+  EXPECT_EQ((std::vector<std::string>{"radioId=1", "radioPortId=1,radioId=1", "radioPortId=2,radioId=1"}),
+            result.modelDns("Radio"));
+}
+
+struct FailureCase {
+  const char* name;
+  const char* faults;
+  // What the node is changed into before the run.
+  void (*prepare)(NodeBuilder&, const std::string& firstFile);
+  std::vector<std::string> reasons;  // rollback lines after the identity; "@first" is the first file's path
+  const char* loggedPart;            // one record holds it
+};
+
+void PrintTo(const FailureCase& c, std::ostream* out) { *out << c.name; }
+
+class FailingSchemaTest : public ThreeSchemaRun, public testing::WithParamInterface<FailureCase> {};
+
+TEST_P(FailingSchemaTest, RollsBackWithItsReasonsWhileTheOthersComplete) {
+  const FailureCase& c = GetParam();
+  if (c.prepare != nullptr) c.prepare(node, firstFile);
+  WholeRun run = identifiedRun();
+  if (c.faults[0] != '\0') run.faults(c.faults);
+  RunResult result = run.run();
+
+  EXPECT_EQ(1, result.exitStatus) << result.report << result.errors;
+  EXPECT_EQ(0u, result.report.find(kRolledBack)) << result.report;
+  std::vector<std::string> expected;
+  for (std::string reason : c.reasons) {
+    if (reason.find("@first") != std::string::npos) reason.replace(reason.find("@first"), 6, firstFile);
+    expected.push_back(failure(reason));
+  }
+  expected.push_back(failure("Final Fail"));
+  EXPECT_EQ(expected, result.rollback);
+  EXPECT_EQ(1u, result.loggedParts(c.loggedPart)) << c.loggedPart;
+  EXPECT_EQ(1u, result.loggedParts("Radio: Upgrade of Radio failed. No signal is sent to upgradeWrapper"));
+
+  EXPECT_TRUE(result.logged("Transport: UPGRADE IS DONE"));
+  EXPECT_TRUE(result.logged("Equipment: UPGRADE IS DONE"));
+  expectNoModels(result);
+  EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "Transport.xml"}), result.discardedFiles())
+      << "finalized sessions of a rolled-back run are discarded";
+}
+
+void dropSecondStep(NodeBuilder& node, const std::string&) {
+  node.remove("node/lmhi/Radio/modification_files/CXC1_R2A/modification_1_1_0_to_2_0_0.xml");
+}
+
+void failFirstStep(NodeBuilder& node, const std::string&) {
+  node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
+                        "<modifications><Mo name=\"RadioPort\"><MoAction name=\"NoSuchAction\"/></Mo></modifications>");
+}
+
+void forgetVersions(NodeBuilder& node, const std::string&) {
+  SchemaSetup radio = sampleSchema("Radio", "1_0_0", "2_0_0");
+  radio.inVersionsFile = false;
+  node.add(radio);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reasons, FailingSchemaTest,
+    testing::Values(
+        FailureCase{"NoConversionPath", "", dropSecondStep, {"Unable to find a conversion path"},
+                    "Radio: Could not calculate Conversion Path between versions from: 1_0_0 and to: 2_0_0"},
+        FailureCase{"FailingModificationFile", "", failFirstStep, {"Failed to process modification file @first"},
+                    "Unsupported action: NoSuchAction"},
+        FailureCase{"UnknownSchemaVersion", "", forgetVersions,
+                    {"Failed to get schema versions for Radio, error 12!",
+                     "Could not read schemaVersion for schemaName: \"Radio\"",
+                     "Failed to get from and to version for schemaName: \"Radio\""},
+                    "Failed to get schema versions for Radio, error 12!"},
+        FailureCase{"FinalizeRefused", "Finalize@Radio=21", nullptr, {}, "Radio: Finalize failed, SaAisErrorT = 21"},
+        FailureCase{"NoLoadModules", "get_lms@Radio=5", nullptr, {"Unable to find a conversion path"},
+                    "Could not get list of modification files from LMHI using tag modification_files, boardType "
+                    "Radio, return code was 5"}),
+    [](const testing::TestParamInfo<FailureCase>& info) { return std::string(info.param.name); });
+
+TEST_F(ThreeSchemaRun, FailedWriteOrCopyRollsBackYetSignalsTheWrapper) {
+  // A refused write or copy asks for the rollback but does not fail the
+  // schema: its session is still finalized and the wrapper gets its signal.
+  const struct {
+    const char* faults;
+    const char* reason;
+  } cases[] = {
+      {"WriteInstances@Radio=7", "Write instances init failed, SaAisErrorT = 7"},
+      {"CopyInstances@Radio=7", "Copy instances init failed, SaAisErrorT = 7"},
+  };
+  node.modificationFile("Radio", "CXC1_R2A", "modification_1_1_0_to_2_0_0.xml",
+                        NodeBuilder::readingModificationFile({}));
+  for (const auto& c : cases) {
+    RunResult result = identifiedRun().faults(c.faults).run();
+    EXPECT_EQ(0, result.exitStatus) << c.faults << "\n" << result.report;
+    EXPECT_EQ(std::vector<std::string>{failure(c.reason)}, result.rollback) << c.faults;
+    expectNoModels(result);
+    EXPECT_TRUE(result.logged("Radio: UPGRADE IS DONE")) << c.faults;
+    EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "Radio.xml", "Transport.xml"}), result.discardedFiles())
+        << c.faults;
+  }
+}
+
+TEST_F(ThreeSchemaRun, SessionThatCannotBeOpenedEndsInAnAbort) {
+  // Without a session the rollback request has no valid handle: the
+  // platform answers "bad handle", and the program aborts.
+  RunResult result = identifiedRun().faults("Initialize=2").run();
+
+  EXPECT_EQ(3, result.exitStatus) << result.report;
+  EXPECT_EQ(0u, result.report.find("Outcome: crash, the upgrader was ended by signal 6 (SIGABRT)\n"))
+      << result.report;
+  EXPECT_LE(1u, result.loggedParts(": Failed to init upgrade, error 2, handle value 0."));
+  EXPECT_LE(1u, result.loggedParts(failure("Could not init ICTI session for schemaName: ")));
+  EXPECT_LE(1u, result.loggedParts(": Failed to trigger rollback. Error: 9, handle value: 0."));
+  EXPECT_LE(1u, result.loggedParts(": The program will be aborted."));
+  EXPECT_TRUE(result.rollback.empty()) << "the platform refused every rollback request";
+}
+
+TEST_F(ThreeSchemaRun, UnsetIdentityShowsAsNullInTheFailureText) {
+  dropSecondStep(node, firstFile);
+  RunResult result = WholeRun(node).env("WMT_NAME").env("WMT_NO").env("WMT_REV").env("WPK_REV").run();
+
+  EXPECT_EQ(1, result.exitStatus);
+  ASSERT_FALSE(result.rollback.empty());
+  EXPECT_EQ("UPGRADE FAIL: Application identity: wmtName = (null), wmtNumber = (null), wmtRevision = (null), "
+            "wpkRevision = (null). Unable to find a conversion path",
+            result.rollback[0]);
+  EXPECT_TRUE(result.logged("Starting upgrader: ( null ), for schemas: Equipment Radio Transport "));
+}
+
+TEST_F(ThreeSchemaRun, LoadModuleLookupFailureOfASchemaThatKeepsItsVersionIsHarmless) {
+  node.modificationFile("Transport", "CXC2_R1A", "modification_3_0_0_to_3_1_0.xml",
+                        NodeBuilder::readingModificationFile({"Transport"}));
+  RunResult result = WholeRun(node).faults("get_lms@Transport=5").run();
+
+  EXPECT_EQ(0, result.exitStatus) << result.report;
+  EXPECT_TRUE(result.logged("Could not get list of modification files from LMHI using tag modification_files, "
+                            "boardType Transport, return code was 5"));
+  EXPECT_TRUE(result.logged("Found 2 modification files through LMHI using tag Radio"));
+  EXPECT_TRUE(result.logged("Transport: UPGRADE IS DONE"));
+}
+
+TEST_F(ThreeSchemaRun, RestartTypeDecidesWhetherAnythingIsConverted) {
+  const struct {
+    const char* name;
+    std::vector<const char*> env;  // after the wrapper's RESTART_TYPE=UPGRADE
+    bool upgrades;
+  } cases[] = {
+      {"upgrade", {}, true},
+      {"warm", {"RESTART_TYPE=WARM"}, false},
+      {"lower-case upgrade", {"RESTART_TYPE=upgrade"}, false},
+      {"unset", {"RESTART_TYPE"}, false},
+      {"dynamic upgrade alone", {"RESTART_TYPE", "RESTART_TYPE_3=DYNAMIC_UPGRADE"}, true},
+      {"dynamic upgrade beside warm", {"RESTART_TYPE=WARM", "RESTART_TYPE_3=DYNAMIC_UPGRADE"}, true},
+      {"upgrade beside another third type", {"RESTART_TYPE_3=WARM"}, true},
+  };
+  for (const auto& c : cases) {
+    WholeRun run(node);
+    for (const char* setting : c.env) run.env(setting);
+    RunResult result = run.run();
+    EXPECT_EQ(0, result.exitStatus) << c.name << "\n" << result.report;
+    EXPECT_EQ(c.upgrades ? 3u : 0u, result.loggedParts(": Starting upgrade.")) << c.name;
+    EXPECT_EQ(c.upgrades ? 0u : 3u, result.loggedParts(": Non-upgrade restart, nothing to do.")) << c.name;
+    EXPECT_EQ(3u, result.loggedParts(": UPGRADE IS DONE")) << c.name;
+    EXPECT_EQ(c.upgrades, !result.modelFiles().empty()) << c.name;
+  }
+}
+
+TEST_F(ThreeSchemaRun, NonUpgradeRestartOpensNoSession) {
+  // Every session open would be refused: a run that tried one would fail.
+  RunResult result = WholeRun(node).restartType("WARM").faults("Initialize=2").run();
+
+  EXPECT_EQ(0, result.exitStatus) << result.report;
+  EXPECT_TRUE(result.logged("Radio: Non-upgrade restart, nothing to do."));
+  EXPECT_TRUE(result.rollback.empty());
+  for (const std::string& refused : result.platformErrors) {
+    EXPECT_EQ(0u, refused.find("Lmhi_get_lms ")) << "only the load-module lookups ran: " << refused;
+  }
+  EXPECT_FALSE(TempDir::exists(result.outPath + "/model"));
+}
+
+TEST_F(ThreeSchemaRun, WrongArgumentCountAbortsBeforeAnythingElse) {
+  const struct {
+    const char* args;
+    const char* message;
+  } cases[] = {
+      {"", "Expected exactly two argument, got 1"},
+      {"@socket second", "Expected exactly two argument, got 3"},
+  };
+  for (const auto& c : cases) {
+    RunResult result = WholeRun(node).args(c.args).run();
+    EXPECT_EQ(3, result.exitStatus) << c.args;
+    EXPECT_EQ(0u, result.report.find("Outcome: crash, the upgrader was ended by signal 6 (SIGABRT)\n"))
+        << result.report;
+    EXPECT_TRUE(result.logged(c.message)) << c.args;
+    EXPECT_EQ(0u, result.loggedParts("Getting modification files")) << c.args;
+    EXPECT_FALSE(TempDir::exists(result.outPath + "/model"));
+  }
+}
+
+TEST(WholeRunTest, EmptySchemaListSignalsSuccess) {
+  TempDir dir;
+  NodeBuilder node(dir.path());
+  RunResult result = WholeRun(node).run();
+
+  EXPECT_EQ(0, result.exitStatus) << result.report << result.errors;
+  EXPECT_EQ(0u, result.report.find(kSuccess)) << result.report;
+  EXPECT_TRUE(result.logged("Found 0 schemas to be upgraded, schema list: []"));
+  EXPECT_TRUE(result.logged("Starting upgrader: voskOamUpgrader, for schemas: "));
+  EXPECT_EQ(0u, result.loggedParts("UPGRADE STARTING"));
+}
+
+TEST(WholeRunTest, FrontFailureEndsTheRunWithTheResultName) {
+  const struct {
+    const char* name;
+    bool withPackage;
+    const char* removed;  // below the root, or null
+    const char* outcome;
+    const char* loggedText;
+  } cases[] = {
+      {"no package root", false, nullptr, "Outcome: front failed with exit status 1 (APP_RESULT_NO_WPK_ROOT)\n",
+       "Failed to find mods files, result : APP_RESULT_NO_WPK_ROOT"},
+      {"no appdata file", true, "package/appdata/voskOamUpgradeModLm.xml",
+       "Outcome: front failed with exit status 2 (APP_RESULT_FAILED_TO_FIND_MODS)\n",
+       "Failed to find mods files, result : APP_RESULT_FAILED_TO_FIND_MODS"},
+      {"no IMM file", true, "package/share/models/Radio/imm/Radio_imm_classes.xml",
+       "Outcome: front failed with exit status 5 (APP_RESULT_FAILED_TO_FIND_IMM_FILE)\n",
+       "Failed to find IMM file, result : APP_RESULT_FAILED_TO_FIND_IMM_FILE"},
+  };
+  for (const auto& c : cases) {
+    TempDir dir;
+    NodeBuilder node(dir.path());
+    node.add(sampleSchema("Radio", "1_0_0", "1_0_0"));
+    if (c.removed != nullptr) node.remove(c.removed);
+    WholeRun run(node);
+    if (!c.withPackage) run.withoutPackage();
+    RunResult result = run.run();
+
+    EXPECT_EQ(2, result.exitStatus) << c.name;
+    EXPECT_EQ(0u, result.report.find(c.outcome)) << c.name << "\n" << result.report;
+    EXPECT_TRUE(result.logged(c.loggedText)) << c.name;
+    EXPECT_FALSE(TempDir::exists(result.outPath + "/model")) << c.name;
+  }
+}
+
+}  // namespace
+}  // namespace e2e

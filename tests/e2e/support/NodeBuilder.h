@@ -1,0 +1,91 @@
+// Writes an upgrade package and a simulated node for whole runs of the
+// upgrader: the package's appdata file and IMM class files, the node's old
+// model, new class definitions, versions file and load modules.
+//
+// Layout below the root given to the constructor:
+//   package/  appdata/voskOamUpgradeModLm.xml, share/models/<S>/imm/<S>_imm_classes.xml
+//   node/     versions, imm/old/<S>.xml, imm/new/<S>.xml,
+//             lmhi/<S>/modification_files/<loadModule>/<file>
+// The node writes below node/out (the wrapper's default output folder).
+// Every call writes its files at once. The constructor writes an appdata
+// file and a versions file that list no schema; add rewrites both to list
+// every schema added so far.
+
+#ifndef VOSK_TESTS_E2E_NODE_BUILDER_H
+#define VOSK_TESTS_E2E_NODE_BUILDER_H
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace e2e {
+
+struct ImmAttr {
+  std::string name;
+  std::string type;  // SA_INT32_T, SA_STRING_T, ...
+  bool multiValue = false;
+};
+
+struct ImmClass {
+  std::string name;
+  std::vector<ImmAttr> attrs;
+  std::string category = "SA_CONFIG";  // or SA_RUNTIME
+
+  // The naming attribute: the class name with its first letter lower-cased, then "Id".
+  std::string rdnName() const;
+};
+
+struct ImmObject {
+  std::string className;
+  std::string dn;  // its first RDN names the object
+  std::vector<std::pair<std::string, std::vector<std::string>>> attrs;  // name, values
+};
+
+struct SchemaSetup {
+  std::string name;
+  std::string from;  // "0_0_0": a new schema, absent from the old model
+  std::string to;
+  // The classes of the schema: the package's class file and the node's new
+  // definitions, and, unless the schema is new, the old model's.
+  std::vector<ImmClass> classes;
+  std::vector<ImmObject> oldObjects;
+  bool inVersionsFile = true;
+};
+
+class NodeBuilder {
+ public:
+  explicit NodeBuilder(std::string root);
+
+  const std::string& root() const { return root_; }
+  std::string packagePath() const { return root_ + "/package"; }
+  std::string nodePath() const { return root_ + "/node"; }
+  std::string outPath() const { return nodePath() + "/out"; }
+
+  // Lists the schema in the appdata file and the versions file and writes
+  // its class files and old model. A schema added again replaces the first
+  // (its files not rewritten are left as they are).
+  NodeBuilder& add(const SchemaSetup& schema);
+  // Delivers `content` as file `fileName` of load module `loadModule` of the
+  // schema's board type; returns the file's path.
+  std::string modificationFile(const std::string& schema, const std::string& loadModule,
+                               const std::string& fileName, const std::string& content);
+  // Removes a file below the root (e.g. "package/appdata/voskOamUpgradeModLm.xml").
+  NodeBuilder& remove(const std::string& relative);
+
+  // A modification file with one Mo element per class and no actions: each
+  // class is read from the old model and written back from memory.
+  static std::string readingModificationFile(const std::vector<std::string>& classNames);
+  // The text of IMM XML holding `classes` and then `objects`.
+  static std::string immXml(const std::vector<ImmClass>& classes, const std::vector<ImmObject>& objects);
+
+ private:
+  void write(const std::string& relative, const std::string& content) const;
+  void writeListings() const;
+
+  const std::string root_;
+  std::vector<SchemaSetup> schemas_;
+};
+
+}  // namespace e2e
+
+#endif

@@ -1,0 +1,73 @@
+// One whole run of the built upgrader through the built upgrade-wrapper-sim,
+// on a package and node written by a NodeBuilder, and what it left behind:
+// the wrapper's exit status and report, the rollback lines, the persistent
+// log, and the model files of the node's output folder.
+//
+//   NodeBuilder node(dir.path());
+//   node.add({...});
+//   RunResult result = WholeRun(node).faults("Finalize@Transport=21").run();
+//   EXPECT_EQ(1, result.exitStatus);
+
+#ifndef VOSK_TESTS_E2E_WHOLE_RUN_H
+#define VOSK_TESTS_E2E_WHOLE_RUN_H
+
+#include <string>
+#include <vector>
+
+#include "NodeBuilder.h"
+
+namespace e2e {
+
+struct RunResult {
+  int exitStatus = -1;  // the wrapper's; -1 when it did not exit normally
+  std::string report;   // the wrapper's standard output
+  std::string errors;   // standard error of the wrapper and the upgrader
+  std::vector<std::string> rollback;  // lines of <out>/rollback
+  std::vector<std::string> log;       // texts of the persistent-log records, oldest first
+  std::vector<std::string> platformErrors;  // lines of <out>/platform-errors.log: refused platform calls
+  std::string outPath;
+
+  // True when some record's text equals `text`.
+  bool logged(const std::string& text) const;
+  // How many records' texts contain `part`.
+  size_t loggedParts(const std::string& part) const;
+  // The file names in <out>/model and <out>/discarded, in name order.
+  std::vector<std::string> modelFiles() const;
+  std::vector<std::string> discardedFiles() const;
+  // The content of <out>/model/<schema>.xml; empty when absent.
+  std::string model(const std::string& schema) const;
+  // The dns of the objects in <out>/model/<schema>.xml, in file order.
+  std::vector<std::string> modelDns(const std::string& schema) const;
+  // The names of the classes defined in <out>/model/<schema>.xml.
+  std::vector<std::string> modelClasses(const std::string& schema) const;
+};
+
+class WholeRun {
+ public:
+  explicit WholeRun(const NodeBuilder& node);
+
+  // VOSK_SIM_FAULTS of the upgrader.
+  WholeRun& faults(const std::string& items);
+  // NAME=VALUE sets, NAME alone removes a variable of the upgrader's environment.
+  WholeRun& env(const std::string& setting);
+  WholeRun& restartType(const std::string& type);
+  // The upgrader's arguments instead of the socket path (see --args).
+  WholeRun& args(const std::string& arguments);
+  // Starts the upgrader without WPK_PATH.
+  WholeRun& withoutPackage();
+  WholeRun& timeoutSeconds(double seconds);
+
+  // The wrapper's command line, without the program name.
+  std::vector<std::string> commandLine() const;
+  RunResult run() const;
+
+ private:
+  const NodeBuilder& node_;
+  std::vector<std::string> options_;
+  bool withPackage_ = true;
+  double timeoutSeconds_ = 30;
+};
+
+}  // namespace e2e
+
+#endif
