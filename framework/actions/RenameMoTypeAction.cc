@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/Log.h"
+#include "common/MessageFormatter.h"
 #include "xml/Filter.h"
 #include "xml/ThreadSlot.h"
 
@@ -37,6 +38,11 @@ struct RenamePlan {
     std::vector<std::string> lacking;
     std::unordered_map<std::string, std::vector<Reference>> to;
   };
+
+  // `name` with the renamed class's RDNs renamed.
+  std::string rename(const std::string& name) const {
+    return RenameMoTypeAction::renameRdns(name, oldRdnAttribute, newRdnAttribute);
+  }
 
   std::string oldRdnAttribute;
   std::string newRdnAttribute;
@@ -92,50 +98,124 @@ std::string renamedAncestor(const std::string& name, const std::string& rdnAttri
   return std::string();
 }
 
+RenamePlan::Descendants planDescendants(IctiHandlerIf* handler, const std::string& className,
+                                        const std::string& oldRdnAttribute) {
+  RenamePlan::Descendants descendants{className, handler->getInstanceGroup(className), {}};
+  if (descendants.group == nullptr) return descendants;
+  for (InstanceIf* instance : descendants.group->getInstances()) {
+    std::string ancestor = renamedAncestor(instance->getParentName(), oldRdnAttribute);
+    if (!ancestor.empty()) descendants.below[ancestor].push_back(instance);
+  }
+  return descendants;
+}
+
+RenamePlan::Referrers planReferrers(IctiHandlerIf* handler, const std::string& attribute, const std::string& className,
+                                    const std::string& oldRdnAttribute) {
+  RenamePlan::Referrers referrers{attribute, className, handler->getInstanceGroup(className), {}, {}};
+  if (referrers.group == nullptr) return referrers;
+  for (InstanceIf* instance : referrers.group->getInstances()) {
+    AttributeInternalIf* reference = instance->getAttribute(attribute);
+    if (reference == nullptr) {
+      referrers.lacking.push_back(instance->getLdn());
+      continue;
+    }
+    for (uint32_t index = 0; index < reference->getNumberOfValues(); ++index) {
+      const char* value = reference->readValueAtIndex(index);
+      std::string ancestor = value != nullptr ? renamedAncestor(value, oldRdnAttribute) : std::string();
+      if (!ancestor.empty()) referrers.to[ancestor].push_back({reference, index});
+    }
+  }
+  return referrers;
+}
+
+// Numbered pairs were checked by validateArgs: every structAttrN has its
+// structTypeN and every morefAttrN its referringMoTypeN.
 RenamePlan makePlan(IctiHandlerIf* handler, ActionArgumentsIf& args, const std::string& oldClass,
                     const std::string& newClass) {
   RenamePlan plan;
   plan.oldRdnAttribute = withLowerInitial(oldClass) + "Id";
   plan.newRdnAttribute = withLowerInitial(newClass) + "Id";
-
   std::vector<std::string> structTypes = numbered(args, "structType");
   for (const std::string& attribute : numbered(args, "structAttr")) {
     const std::string& type = structTypes.at(plan.structAttributes.size());
     plan.structAttributes.push_back({attribute, type, handler->getInstanceGroup(type)});
   }
-
   for (const std::string& className : numbered(args, "descendant")) {
-    RenamePlan::Descendants descendants{className, handler->getInstanceGroup(className), {}};
-    if (descendants.group != nullptr) {
-      for (InstanceIf* instance : descendants.group->getInstances()) {
-        std::string ancestor = renamedAncestor(instance->getParentName(), plan.oldRdnAttribute);
-        if (!ancestor.empty()) descendants.below[ancestor].push_back(instance);
-      }
-    }
-    plan.descendants.push_back(std::move(descendants));
+    plan.descendants.push_back(planDescendants(handler, className, plan.oldRdnAttribute));
   }
-
   std::vector<std::string> referringTypes = numbered(args, "referringMoType");
   for (const std::string& attribute : numbered(args, "morefAttr")) {
     const std::string& className = referringTypes.at(plan.referrers.size());
-    RenamePlan::Referrers referrers{attribute, className, handler->getInstanceGroup(className), {}, {}};
-    if (referrers.group != nullptr) {
-      for (InstanceIf* instance : referrers.group->getInstances()) {
-        AttributeInternalIf* reference = instance->getAttribute(attribute);
-        if (reference == nullptr) {
-          referrers.lacking.push_back(instance->getLdn());
-          continue;
-        }
-        for (uint32_t index = 0; index < reference->getNumberOfValues(); ++index) {
-          const char* value = reference->readValueAtIndex(index);
-          std::string ancestor = value != nullptr ? renamedAncestor(value, plan.oldRdnAttribute) : std::string();
-          if (!ancestor.empty()) referrers.to[ancestor].push_back({reference, index});
-        }
-      }
-    }
-    plan.referrers.push_back(std::move(referrers));
+    plan.referrers.push_back(planReferrers(handler, attribute, className, plan.oldRdnAttribute));
   }
   return plan;
+}
+
+void report(IctiHandlerIf* handler, const std::string& reason) { handler->failUpgrade(reason.c_str()); }
+
+// The struct instances that the instance's struct attributes name, and the
+// names in the attributes.
+bool renameStructs(InstanceIf& instance, const RenamePlan& plan, IctiHandlerIf* handler) {
+  bool complete = true;
+  for (const RenamePlan::StructAttribute& structAttribute : plan.structAttributes) {
+    if (structAttribute.group == nullptr) {
+      report(handler, MessageFormatter::plain("No struct MO type %s", structAttribute.structType.c_str()));
+      complete = false;
+      continue;
+    }
+    AttributeInternalIf* attribute = instance.getAttribute(structAttribute.attribute);
+    const uint32_t count = attribute != nullptr ? attribute->getNumberOfValues() : 0;
+    for (uint32_t index = 0; index < count; ++index) {
+      const std::string structName = attribute->readValueAtIndex(index);
+      InstanceIf* structInstance = structAttribute.group->getInstance(structName);
+      if (structInstance == nullptr) {
+        report(handler, MessageFormatter::plain("Not able to retrieve struct instance %s", structName.c_str()));
+        complete = false;
+        continue;
+      }
+      structInstance->setParentName(plan.rename(structInstance->getParentName()));
+      attribute->setValueAtIndex(index, plan.rename(structName).c_str());
+    }
+  }
+  return complete;
+}
+
+bool renameDescendants(const std::string& oldLdn, const RenamePlan& plan, IctiHandlerIf* handler) {
+  bool complete = true;
+  for (const RenamePlan::Descendants& descendants : plan.descendants) {
+    if (descendants.group == nullptr) {
+      report(handler, MessageFormatter::plain("No instance group %s", descendants.className.c_str()));
+      complete = false;
+      continue;
+    }
+    auto below = descendants.below.find(oldLdn);
+    if (below == descendants.below.end()) continue;
+    for (InstanceIf* descendant : below->second) descendant->setParentName(plan.rename(descendant->getParentName()));
+  }
+  return complete;
+}
+
+bool renameReferences(const std::string& oldLdn, const RenamePlan& plan, IctiHandlerIf* handler) {
+  bool complete = true;
+  for (const RenamePlan::Referrers& referrers : plan.referrers) {
+    if (referrers.group == nullptr) {
+      report(handler, MessageFormatter::plain("Not able to get referring MO type %s", referrers.className.c_str()));
+      complete = false;
+      continue;
+    }
+    for (const std::string& lacking : referrers.lacking) {
+      report(handler, MessageFormatter::plain("No reference attribute %s on instance %s", referrers.attribute.c_str(),
+                                              lacking.c_str()));
+      complete = false;
+    }
+    auto to = referrers.to.find(oldLdn);
+    if (to == referrers.to.end()) continue;
+    for (const RenamePlan::Reference& reference : to->second) {
+      const std::string value = reference.attribute->readValueAtIndex(reference.index);
+      reference.attribute->setValueAtIndex(reference.index, plan.rename(value).c_str());
+    }
+  }
+  return complete;
 }
 
 }  // namespace
@@ -220,68 +300,19 @@ bool RenameMoTypeAction::renameInstance(InstanceIf& instance, ActionArgumentsIf&
   IctiHandlerIf* handler = HandlerSlot::get();
   const RenamePlan& plan = *PlanSlot::get();
   const std::string oldLdn = instance.getLdn();
-  const auto rename = [&plan](const std::string& name) {
-    return renameRdns(name, plan.oldRdnAttribute, plan.newRdnAttribute);
-  };
 
   const std::string rdn = instance.getRdn();
   size_t id = rdn.find("Id=");
   instance.setRdn(plan.newRdnAttribute + "=" + (id == std::string::npos ? std::string() : rdn.substr(id + 3)));
   const std::string parentName = instance.getParentName();
-  const std::string renamedParent = rename(parentName);
+  const std::string renamedParent = plan.rename(parentName);
   if (renamedParent != parentName) instance.setParentName(renamedParent);
 
-  bool complete = true;
-  for (const RenamePlan::StructAttribute& structAttribute : plan.structAttributes) {
-    if (structAttribute.group == nullptr) {
-      fail(handler, "No struct MO type %s", structAttribute.structType.c_str());
-      complete = false;
-      continue;
-    }
-    AttributeInternalIf* attribute = instance.getAttribute(structAttribute.attribute);
-    const uint32_t count = attribute != nullptr ? attribute->getNumberOfValues() : 0;
-    for (uint32_t index = 0; index < count; ++index) {
-      const std::string structName = attribute->readValueAtIndex(index);
-      InstanceIf* structInstance = structAttribute.group->getInstance(structName);
-      if (structInstance == nullptr) {
-        fail(handler, "Not able to retrieve struct instance %s", structName.c_str());
-        complete = false;
-        continue;
-      }
-      structInstance->setParentName(rename(structInstance->getParentName()));
-      attribute->setValueAtIndex(index, rename(structName).c_str());
-    }
-  }
-
-  for (const RenamePlan::Descendants& descendants : plan.descendants) {
-    if (descendants.group == nullptr) {
-      fail(handler, "No instance group %s", descendants.className.c_str());
-      complete = false;
-      continue;
-    }
-    auto below = descendants.below.find(oldLdn);
-    if (below == descendants.below.end()) continue;
-    for (InstanceIf* descendant : below->second) descendant->setParentName(rename(descendant->getParentName()));
-  }
-
-  for (const RenamePlan::Referrers& referrers : plan.referrers) {
-    if (referrers.group == nullptr) {
-      fail(handler, "Not able to get referring MO type %s", referrers.className.c_str());
-      complete = false;
-      continue;
-    }
-    for (const std::string& lacking : referrers.lacking) {
-      fail(handler, "No reference attribute %s on instance %s", referrers.attribute.c_str(), lacking.c_str());
-      complete = false;
-    }
-    auto to = referrers.to.find(oldLdn);
-    if (to == referrers.to.end()) continue;
-    for (const RenamePlan::Reference& reference : to->second) {
-      const std::string value = reference.attribute->readValueAtIndex(reference.index);
-      reference.attribute->setValueAtIndex(reference.index, rename(value).c_str());
-    }
-  }
-
+  // Each step reports what it misses and goes on, so that one run names
+  // every missing piece.
+  bool complete = renameStructs(instance, plan, handler);
+  complete = renameDescendants(oldLdn, plan, handler) && complete;
+  complete = renameReferences(oldLdn, plan, handler) && complete;
   if (complete) {
     OldGroupSlot::get()->detachInstance(&instance);
     NewGroupSlot::get()->addInstance(&instance);
