@@ -213,7 +213,42 @@ def with_added(classes, added):
     return result
 
 
-RADIO_NODE_NEW = with_added(RADIO_NODE_OLD, RADIO_NODE_ADDED)
+# Old classes that 1_1_0 drops: the cells' sleep-mode settings.
+RADIO_NODE_OBSOLETE = [
+    config_class("CellSleepFunction", [
+        attr("sleepMode", "SA_INT32_T", W, default="0"),
+        attr("sleepStartTime", "SA_STRING_T", W),
+    ]),
+]
+RADIO_NODE_OLD = RADIO_NODE_OLD + RADIO_NODE_OBSOLETE
+
+
+def upgraded_1_1_0(classes):
+    """The model changes of 1_1_0 beyond added attributes: a renamed class, a
+    renamed, a removed and a multi-valued added attribute, a dropped and a
+    created class."""
+    renamed_classes = {"ExternalENodeBFunction": "ExternalENodeB"}
+    renamed_attrs = {("SectorCarrier", "configuredMaxTxPower"): "maxTransmissionPower"}
+    removed_attrs = {("EUtranCellRelation", "timeOfCreation")}
+    dropped = {c["name"] for c in RADIO_NODE_OBSOLETE}
+    result = []
+    for c in classes:
+        if c["name"] in dropped:
+            continue
+        name = renamed_classes.get(c["name"], c["name"])
+        attrs = [(renamed_attrs.get((c["name"], a[0]), a[0]),) + a[1:] for a in c["attrs"]
+                 if (c["name"], a[0]) not in removed_attrs]
+        if name == "EUtranCellFDD":
+            attrs.append(attr("ulInterferenceThresholds", "SA_INT32_T", W, MV))
+        result.append(dict(c, name=name, rdn=c["rdn"] if c["rdn"] == "id" else rdn_name(name), attrs=attrs))
+    result.append(config_class("LoadBalancingFunction", [
+        attr("lbThreshold", "SA_INT32_T", W, default="20"),
+        attr("lbCeiling", "SA_INT32_T", W, default="600"),
+    ]))
+    return result
+
+
+RADIO_NODE_NEW = upgraded_1_1_0(with_added(RADIO_NODE_OLD, RADIO_NODE_ADDED))
 
 
 def class_xml(c):
@@ -361,6 +396,13 @@ def radio_node_objects():
     return objects
 
 
+def cell_sleep_objects():
+    """One CellSleepFunction below each cell: gone after the upgrade."""
+    return [("CellSleepFunction", "cellSleepFunctionId=1,eUtranCellFDDId=LTE01ERBS00042-%d,%s" % (n, ENB),
+             [("sleepMode", n % 2), ("sleepStartTime", "01:00")])
+            for n in range(1, len(FREQUENCIES) * CELLS_PER_FREQUENCY + 1)]
+
+
 def transport_objects():
     router = "routerId=LTEUP," + TRANSPORT_DN
     oam = "routerId=OAM," + TRANSPORT_DN
@@ -388,7 +430,8 @@ def transport_objects():
 
 
 def main():
-    schemas = [("RadioNode", RADIO_NODE_OLD, RADIO_NODE_NEW, "1_0_0", "2_0_0", radio_node_objects()),
+    schemas = [("RadioNode", RADIO_NODE_OLD, RADIO_NODE_NEW, "1_0_0", "2_0_0",
+                radio_node_objects() + cell_sleep_objects()),
                ("Transport", TRANSPORT, TRANSPORT, "3_1_0", "3_1_0", transport_objects()),
                ("Equipment", None, EQUIPMENT, None, "1_0_0", [])]
     for name, old, new, old_version, new_version, objects in schemas:

@@ -1,8 +1,20 @@
 #include "actions/BuiltInActions.h"
 
+#include "actions/AddAttributeAction.h"
+#include "actions/CreateMoTypeAction.h"
+#include "actions/DeleteMoTypeAction.h"
+#include "actions/RemoveAttributeAction.h"
+#include "actions/RenameAttributeAction.h"
+#include "actions/RenameMoTypeAction.h"
 #include "xml/UpgradeActionIf.h"
 
 std::vector<UpgradeActionIf*> createBuiltInActions() {
   std::vector<UpgradeActionIf*> actions;
+  actions.push_back(new AddAttributeAction());
+  actions.push_back(new RemoveAttributeAction());
+  actions.push_back(new DeleteMoTypeAction());
+  actions.push_back(new CreateMoTypeAction());
+  actions.push_back(new RenameMoTypeAction());
+  actions.push_back(new RenameAttributeAction());
   return actions;
 }

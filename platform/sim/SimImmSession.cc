@@ -118,7 +118,12 @@ SaAisErrorT SimImmSession::copy(SaImmClassNameT* classNames, std::string* why) {
     const SimImmClass* oldDef = nullptr;
     const SimImmClass* newDef = nullptr;
     if (SaAisErrorT rc = locate(name, &oldDef, &newDef, why); rc != SA_AIS_OK) return rc;
-    if (oldDef != nullptr) fromOld.push_back(name);
+    if (oldDef == nullptr) continue;
+    // A class that the new definitions no longer have (deleted or renamed by
+    // the upgrade) is dropped by the conversion, not copied.
+    const SimImmClass* target = oldDef;
+    if (SaAisErrorT rc = targetDefinition(name, &target, why); rc != SA_AIS_OK) return rc;
+    if (target != nullptr) fromOld.push_back(name);
   }
   std::lock_guard<std::mutex> lock(mutex_);
   std::set<std::string> unique;

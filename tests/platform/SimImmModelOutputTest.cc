@@ -93,6 +93,17 @@ TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
   EXPECT_TRUE(sameObjects(expected, copied));
 }
 
+TEST_F(SimImmModelOutputTest, ClassesTheNewDefinitionsDropAreNotCopied) {
+  node.write("imm/new/model.xml", immXml(R"(<class name="Top"><rdn><name>topId</name><type>SA_STRING_T</type></rdn>
+      </class>)"));
+  SafcImmCtHandleT handle = openSchema("SchemaA");
+  copy(handle, {"Top", "Child"});
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
+  std::vector<SimImmObject> copied = objectsIn(out("model/SchemaA.xml"));
+  ASSERT_FALSE(copied.empty());
+  for (const SimImmObject& object : copied) EXPECT_EQ("Top", object.className) << object.dn;
+}
+
 TEST_F(SimImmModelOutputTest, WritingOrCopyingAClassTwiceInASessionIsRefused) {
   SafcImmCtHandleT handle = openSchema("SchemaA");
   readAndWriteBack(handle, "Top");

@@ -1,0 +1,82 @@
+#include "actions/AddAttributeAction.h"
+
+#include <string>
+
+#include "common/Log.h"
+#include "xml/AtrributeTypes.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+using HandlerSlot = ThreadSlot<struct AddAttributeHandlerTag, IctiHandlerIf*>;
+
+bool readArguments(ActionArgumentsIf& args, std::string& name, std::string& type, std::string& defaultValue) {
+  return args.getArgument("name", name) && args.getArgument("type", type) &&
+         args.getArgument("defaultValue", defaultValue);
+}
+
+}  // namespace
+
+AddAttributeAction::AddAttributeAction() : UpgradeAction("AddAttributeAction", addAttribute) {}
+
+bool AddAttributeAction::addAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+  IctiHandlerIf* handler = HandlerSlot::get();
+  std::string name;
+  std::string type;
+  std::string defaultValue;
+  if (!readArguments(args, name, type, defaultValue)) {
+    handler->failUpgrade(
+        "addAttribute: Failed to read one of the required options: name, type, attributeDefaultValue.");
+    return false;
+  }
+  if (!filter.applies(instance, 0)) return true;
+
+  AttributeInternalIf* attribute = nullptr;
+  if (!instance.addAttribute(name, AtrributeTypes::attributeTypeFromText(type), &attribute)) {
+    fail(handler, "addAttribute: CreateAttribute failed for attribute name: %s", name.c_str());
+    return false;
+  }
+  if (attribute == nullptr) return true;
+
+  const std::string ldn = instance.getLdn();
+  bool added = false;
+  size_t start = 0;
+  for (;;) {
+    size_t end = defaultValue.find('|', start);
+    std::string piece = defaultValue.substr(start, end == std::string::npos ? std::string::npos : end - start);
+    TAV_LOG(INFO,
+            "Adding attribute %s to ldn %s with values, string to parse: %s, substring start: %d, substring end: %d, "
+            "substring: %s",
+            name.c_str(), ldn.c_str(), defaultValue.c_str(), static_cast<int>(start), static_cast<int>(end),
+            piece.c_str());
+    added = attribute->addCopy(piece.c_str());
+    if (!added) {
+      TAV_LOG(INFO, "Could not add attribute %s to %s with default value %s", name.c_str(), ldn.c_str(), piece.c_str());
+    }
+    if (end == std::string::npos) return added;
+    start = end + 1;
+  }
+}
+
+bool AddAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  HandlerSlot::set(ictiHandler);
+  std::string name;
+  std::string type;
+  std::string defaultValue;
+  if (readArguments(args, name, type, defaultValue)) return true;
+  ictiHandler->failUpgrade("AddAttributeAction requires args: name, type and defaultValue.");
+  return false;
+}
+
+void AddAttributeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  std::string name;
+  std::string defaultValue;
+  args.getArgument("name", name);
+  args.getArgument("defaultValue", defaultValue);
+  fail(ictiHandler,
+       "Action Failed: addAttribute: No instance group to operate on. Adding attribute to non-existing MO class is "
+       "not permitted. Action arguments: name = %s, value = %s ",
+       name.c_str(), defaultValue.c_str());
+}

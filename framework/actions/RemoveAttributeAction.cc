@@ -1,0 +1,41 @@
+#include "actions/RemoveAttributeAction.h"
+
+#include <string>
+
+#include "common/Log.h"
+
+namespace {
+
+const std::string kNameProperty = "name";
+
+bool removeAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+  TAV_TRACE(TRACE1, "RemoveAttributeAction::removeAttribute()");
+  std::string name;
+  args.getArgument(kNameProperty, name);
+  // The instance logs an attribute it does not have; that is no failure.
+  if (filter.applies(instance, 0)) instance.eraseAttribute(name);
+  return true;
+}
+
+}  // namespace
+
+RemoveAttributeAction::RemoveAttributeAction() : UpgradeAction("RemoveAttributeAction", removeAttribute) {}
+
+bool RemoveAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  std::string name;
+  if (args.getArgument(kNameProperty, name)) return true;
+  fail(ictiHandler, "RemoveAttributeAction requires argument %s", kNameProperty.c_str());
+  return false;
+}
+
+void RemoveAttributeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  std::string name;
+  std::string value;
+  args.getArgument(kNameProperty, name);
+  args.getArgument("value", value);
+  fail(ictiHandler,
+       "Action Failed: RemoveAttribute: No instance group to operate on. Action arguments: name = %s, value = %s ",
+       name.c_str(), value.c_str());
+}

@@ -1,0 +1,76 @@
+#include "actions/RenameAttributeAction.h"
+
+#include <cstdint>
+#include <string>
+
+#include "safcImmCt.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+using HandlerSlot = ThreadSlot<struct RenameAttributeHandlerTag, IctiHandlerIf*>;
+
+constexpr uint32_t kByteBufferType = SA_IMM_ATTR_SAANYT;
+
+// Byte buffers have no text form that reads back, so they are copied as
+// bytes; every other type goes through its text.
+bool copyValue(AttributeInternalIf& from, AttributeInternalIf& to, uint32_t index) {
+  if (from.getType() == kByteBufferType) return to.addCopy(from.getRawDataValueAtIndex(index));
+  const char* value = from.readValueAtIndex(index);
+  return value != nullptr && to.addCopy(value);
+}
+
+}  // namespace
+
+RenameAttributeAction::RenameAttributeAction() : UpgradeAction("RenameAttributeAction", renameAttribute) {}
+
+bool RenameAttributeAction::renameAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+  IctiHandlerIf* handler = HandlerSlot::get();
+  std::string name;
+  std::string newName;
+  args.getArgument("name", name);
+  args.getArgument("newName", newName);
+  if (!filter.applies(instance, 0)) return true;
+
+  AttributeInternalIf* oldAttribute = instance.getAttribute(name);
+  if (oldAttribute == nullptr) {
+    fail(handler, "Instance %s has no attribute %s", instance.getLdn().c_str(), name.c_str());
+    return false;
+  }
+  AttributeInternalIf* newAttribute = nullptr;
+  if (!instance.addAttribute(newName, oldAttribute->getType(), &newAttribute) || newAttribute == nullptr) {
+    handler->failUpgrade("Unable to create new attribute");
+    return false;
+  }
+  const uint32_t count = oldAttribute->getNumberOfValues();
+  for (uint32_t index = 0; index < count; ++index) {
+    if (!copyValue(*oldAttribute, *newAttribute, index)) {
+      fail(handler, "Failed to copy data from old attribute %s to new attribute %s", name.c_str(), newName.c_str());
+      return false;
+    }
+  }
+  instance.eraseAttribute(name);
+  return true;
+}
+
+bool RenameAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  HandlerSlot::set(ictiHandler);
+  std::string name;
+  std::string newName;
+  if (args.getArgument("name", name) && args.getArgument("newName", newName)) return true;
+  ictiHandler->failUpgrade("RenameAttributeAction requires arguments name and newName.");
+  return false;
+}
+
+void RenameAttributeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  std::string name;
+  std::string newName;
+  args.getArgument("name", name);
+  args.getArgument("newName", newName);
+  fail(ictiHandler,
+       "Action Failed: renameAttribute: No instance group to operate on. Action arguments: old name = %s, new name = "
+       "%s ",
+       name.c_str(), newName.c_str());
+}

@@ -1,0 +1,321 @@
+#include "actions/RenameMoTypeAction.h"
+
+#include <cctype>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "common/Log.h"
+#include "common/MessageFormatter.h"
+#include "xml/Filter.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+// What one run needs beside the instance: the dependants of the renamed
+// instances, indexed once by the old name of the renamed instance they hang
+// on, so that each instance step touches only its own dependants.
+struct RenamePlan {
+  struct StructAttribute {
+    std::string attribute;
+    std::string structType;
+    InstanceGroupIf* group;
+  };
+  struct Descendants {
+    std::string className;
+    InstanceGroupIf* group;
+    std::unordered_map<std::string, std::vector<InstanceIf*>> below;
+  };
+  struct Reference {
+    AttributeInternalIf* attribute;
+    uint32_t index;
+  };
+  struct Referrers {
+    std::string attribute;
+    std::string className;
+    InstanceGroupIf* group;
+    // Distinguished names of the referring instances without the attribute.
+    std::vector<std::string> lacking;
+    std::unordered_map<std::string, std::vector<Reference>> to;
+  };
+
+  // `name` with the renamed class's RDNs renamed.
+  std::string rename(const std::string& name) const {
+    return RenameMoTypeAction::renameRdns(name, oldRdnAttribute, newRdnAttribute);
+  }
+
+  std::string oldRdnAttribute;
+  std::string newRdnAttribute;
+  std::vector<StructAttribute> structAttributes;
+  std::vector<Descendants> descendants;
+  std::vector<Referrers> referrers;
+};
+
+using HandlerSlot = ThreadSlot<struct RenameMoTypeHandlerTag, IctiHandlerIf*>;
+using OldGroupSlot = ThreadSlot<struct RenameMoTypeOldGroupTag, InstanceGroupIf*>;
+using NewGroupSlot = ThreadSlot<struct RenameMoTypeNewGroupTag, InstanceGroupIf*>;
+using PlanSlot = ThreadSlot<struct RenameMoTypePlanTag, const RenamePlan*>;
+
+std::string withLowerInitial(std::string name) {
+  if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
+  return name;
+}
+
+std::string argument(ActionArgumentsIf& args, const std::string& name) {
+  std::string value;
+  args.getArgument(name, value);
+  return value;
+}
+
+// The values of key1, key2, ... up to the first missing number.
+std::vector<std::string> numbered(ActionArgumentsIf& args, const std::string& key) {
+  std::vector<std::string> values;
+  std::string value;
+  while (args.getArgument(key + std::to_string(values.size() + 1), value)) values.push_back(value);
+  return values;
+}
+
+// While `result` holds: every keyN present needs its partnerN.
+bool comeInPairs(ActionArgumentsIf& args, const std::string& key, const std::string& partner, bool result) {
+  std::string value;
+  for (int n = 1; result && args.getArgument(key + std::to_string(n), value); ++n) {
+    result = args.getArgument(partner + std::to_string(n), value);
+  }
+  return result;
+}
+
+// The part of `name` from its first RDN "<rdnAttribute>=..." on: the name of
+// the renamed instance that `name` is or lies below. Empty when there is none.
+std::string renamedAncestor(const std::string& name, const std::string& rdnAttribute) {
+  for (size_t start = 0; start < name.size();) {
+    if (name.compare(start, rdnAttribute.size(), rdnAttribute) == 0 && name[start + rdnAttribute.size()] == '=') {
+      return name.substr(start);
+    }
+    size_t comma = name.find(',', start);
+    if (comma == std::string::npos) break;
+    start = comma + 1;
+  }
+  return std::string();
+}
+
+RenamePlan::Descendants planDescendants(IctiHandlerIf* handler, const std::string& className,
+                                        const std::string& oldRdnAttribute) {
+  RenamePlan::Descendants descendants{className, handler->getInstanceGroup(className), {}};
+  if (descendants.group == nullptr) return descendants;
+  for (InstanceIf* instance : descendants.group->getInstances()) {
+    std::string ancestor = renamedAncestor(instance->getParentName(), oldRdnAttribute);
+    if (!ancestor.empty()) descendants.below[ancestor].push_back(instance);
+  }
+  return descendants;
+}
+
+RenamePlan::Referrers planReferrers(IctiHandlerIf* handler, const std::string& attribute, const std::string& className,
+                                    const std::string& oldRdnAttribute) {
+  RenamePlan::Referrers referrers{attribute, className, handler->getInstanceGroup(className), {}, {}};
+  if (referrers.group == nullptr) return referrers;
+  for (InstanceIf* instance : referrers.group->getInstances()) {
+    AttributeInternalIf* reference = instance->getAttribute(attribute);
+    if (reference == nullptr) {
+      referrers.lacking.push_back(instance->getLdn());
+      continue;
+    }
+    for (uint32_t index = 0; index < reference->getNumberOfValues(); ++index) {
+      const char* value = reference->readValueAtIndex(index);
+      std::string ancestor = value != nullptr ? renamedAncestor(value, oldRdnAttribute) : std::string();
+      if (!ancestor.empty()) referrers.to[ancestor].push_back({reference, index});
+    }
+  }
+  return referrers;
+}
+
+// Numbered pairs were checked by validateArgs: every structAttrN has its
+// structTypeN and every morefAttrN its referringMoTypeN.
+RenamePlan makePlan(IctiHandlerIf* handler, ActionArgumentsIf& args, const std::string& oldClass,
+                    const std::string& newClass) {
+  RenamePlan plan;
+  plan.oldRdnAttribute = withLowerInitial(oldClass) + "Id";
+  plan.newRdnAttribute = withLowerInitial(newClass) + "Id";
+  std::vector<std::string> structTypes = numbered(args, "structType");
+  for (const std::string& attribute : numbered(args, "structAttr")) {
+    const std::string& type = structTypes.at(plan.structAttributes.size());
+    plan.structAttributes.push_back({attribute, type, handler->getInstanceGroup(type)});
+  }
+  for (const std::string& className : numbered(args, "descendant")) {
+    plan.descendants.push_back(planDescendants(handler, className, plan.oldRdnAttribute));
+  }
+  std::vector<std::string> referringTypes = numbered(args, "referringMoType");
+  for (const std::string& attribute : numbered(args, "morefAttr")) {
+    const std::string& className = referringTypes.at(plan.referrers.size());
+    plan.referrers.push_back(planReferrers(handler, attribute, className, plan.oldRdnAttribute));
+  }
+  return plan;
+}
+
+void report(IctiHandlerIf* handler, const std::string& reason) { handler->failUpgrade(reason.c_str()); }
+
+// The struct instances that the instance's struct attributes name, and the
+// names in the attributes.
+bool renameStructs(InstanceIf& instance, const RenamePlan& plan, IctiHandlerIf* handler) {
+  bool complete = true;
+  for (const RenamePlan::StructAttribute& structAttribute : plan.structAttributes) {
+    if (structAttribute.group == nullptr) {
+      report(handler, MessageFormatter::plain("No struct MO type %s", structAttribute.structType.c_str()));
+      complete = false;
+      continue;
+    }
+    AttributeInternalIf* attribute = instance.getAttribute(structAttribute.attribute);
+    const uint32_t count = attribute != nullptr ? attribute->getNumberOfValues() : 0;
+    for (uint32_t index = 0; index < count; ++index) {
+      const std::string structName = attribute->readValueAtIndex(index);
+      InstanceIf* structInstance = structAttribute.group->getInstance(structName);
+      if (structInstance == nullptr) {
+        report(handler, MessageFormatter::plain("Not able to retrieve struct instance %s", structName.c_str()));
+        complete = false;
+        continue;
+      }
+      structInstance->setParentName(plan.rename(structInstance->getParentName()));
+      attribute->setValueAtIndex(index, plan.rename(structName).c_str());
+    }
+  }
+  return complete;
+}
+
+bool renameDescendants(const std::string& oldLdn, const RenamePlan& plan, IctiHandlerIf* handler) {
+  bool complete = true;
+  for (const RenamePlan::Descendants& descendants : plan.descendants) {
+    if (descendants.group == nullptr) {
+      report(handler, MessageFormatter::plain("No instance group %s", descendants.className.c_str()));
+      complete = false;
+      continue;
+    }
+    auto below = descendants.below.find(oldLdn);
+    if (below == descendants.below.end()) continue;
+    for (InstanceIf* descendant : below->second) descendant->setParentName(plan.rename(descendant->getParentName()));
+  }
+  return complete;
+}
+
+bool renameReferences(const std::string& oldLdn, const RenamePlan& plan, IctiHandlerIf* handler) {
+  bool complete = true;
+  for (const RenamePlan::Referrers& referrers : plan.referrers) {
+    if (referrers.group == nullptr) {
+      report(handler, MessageFormatter::plain("Not able to get referring MO type %s", referrers.className.c_str()));
+      complete = false;
+      continue;
+    }
+    for (const std::string& lacking : referrers.lacking) {
+      report(handler, MessageFormatter::plain("No reference attribute %s on instance %s", referrers.attribute.c_str(),
+                                              lacking.c_str()));
+      complete = false;
+    }
+    auto to = referrers.to.find(oldLdn);
+    if (to == referrers.to.end()) continue;
+    for (const RenamePlan::Reference& reference : to->second) {
+      const std::string value = reference.attribute->readValueAtIndex(reference.index);
+      reference.attribute->setValueAtIndex(reference.index, plan.rename(value).c_str());
+    }
+  }
+  return complete;
+}
+
+}  // namespace
+
+RenameMoTypeAction::RenameMoTypeAction() : UpgradeAction("RenameMoTypeAction", renameInstance) {}
+
+std::string RenameMoTypeAction::renameRdns(const std::string& name, const std::string& oldRdnAttribute,
+                                           const std::string& newRdnAttribute) {
+  std::string renamed;
+  renamed.reserve(name.size() + newRdnAttribute.size());
+  size_t start = 0;
+  for (;;) {
+    size_t comma = name.find(',', start);
+    size_t end = comma == std::string::npos ? name.size() : comma;
+    bool matches = name.compare(start, oldRdnAttribute.size(), oldRdnAttribute) == 0 &&
+                   start + oldRdnAttribute.size() < end && name[start + oldRdnAttribute.size()] == '=';
+    if (matches) {
+      renamed.append(newRdnAttribute)
+          .append(name, start + oldRdnAttribute.size(), end - start - oldRdnAttribute.size());
+    } else {
+      renamed.append(name, start, end - start);
+    }
+    if (comma == std::string::npos) return renamed;
+    renamed.push_back(',');
+    start = comma + 1;
+  }
+}
+
+bool RenameMoTypeAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) {
+  HandlerSlot::set(ictiHandler);
+  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
+}
+
+bool RenameMoTypeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  std::string newName;
+  bool result = args.getArgument("newName", newName);
+  if (!result) ictiHandler->failUpgrade("RenameMoTypeAction requires argument newName.");
+  // Each pair check runs only while everything before it holds, but reports
+  // whenever the result is false at its end.
+  result = comeInPairs(args, "structAttr", "structType", result);
+  if (!result)
+    ictiHandler->failUpgrade("RenameMoTypeAction requires structAttrN and structTypeN arguments to come in pair.");
+  result = comeInPairs(args, "morefAttr", "referringMoType", result);
+  if (!result) {
+    ictiHandler->failUpgrade("RenameMoTypeAction requires morefAttrN and referringMoTypeN arguments to come in pair.");
+  }
+  return result;
+}
+
+void RenameMoTypeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  fail(ictiHandler,
+       "Action Failed: renameMoType: No instance group to operate on. Renaming a non-existing MO class is not "
+       "permitted. Action arguments: name = %s, value = %s ",
+       argument(args, "name").c_str(), argument(args, "newName").c_str());
+}
+
+bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                       ActionArgumentsIf& args) {
+  OldGroupSlot::set(instanceGroup);
+  if (instanceGroup->isStructGroup()) {
+    ictiHandler->failUpgrade("RenameMoTypeAction can not be performed on struct MO types");
+    return false;
+  }
+  const std::string newName = argument(args, "newName");
+  InstanceGroupIf* newGroup = ictiHandler->addInstanceGroup(newName);
+  NewGroupSlot::set(newGroup);
+  if (newGroup == nullptr) return false;
+
+  const std::string oldClass = instanceGroup->getClassName();
+  const RenamePlan plan = makePlan(ictiHandler, args, oldClass, newName);
+  PlanSlot::Scope usePlan(&plan);
+  Filter filter(&args);
+  if (!instanceGroup->forEachInstance(renameInstance, args, filter)) return false;
+  // What is left did not reach the new group.
+  for (InstanceIf* instance : instanceGroup->getInstances()) instanceGroup->eraseInstance(instance->getLdn());
+  return ictiHandler->removeInstanceGroup(oldClass);
+}
+
+bool RenameMoTypeAction::renameInstance(InstanceIf& instance, ActionArgumentsIf& /*args*/, FilterIf& /*filter*/) {
+  IctiHandlerIf* handler = HandlerSlot::get();
+  const RenamePlan& plan = *PlanSlot::get();
+  const std::string oldLdn = instance.getLdn();
+
+  const std::string rdn = instance.getRdn();
+  size_t id = rdn.find("Id=");
+  instance.setRdn(plan.newRdnAttribute + "=" + (id == std::string::npos ? std::string() : rdn.substr(id + 3)));
+  const std::string parentName = instance.getParentName();
+  const std::string renamedParent = plan.rename(parentName);
+  if (renamedParent != parentName) instance.setParentName(renamedParent);
+
+  // Each step reports what it misses and goes on, so that one run names
+  // every missing piece.
+  bool complete = renameStructs(instance, plan, handler);
+  complete = renameDescendants(oldLdn, plan, handler) && complete;
+  complete = renameReferences(oldLdn, plan, handler) && complete;
+  if (complete) {
+    OldGroupSlot::get()->detachInstance(&instance);
+    NewGroupSlot::get()->addInstance(&instance);
+  }
+  return true;
+}
