@@ -113,7 +113,7 @@ BENCHMARK(BM_RemoveChildrenUnderEachParent)->Arg(10000)->Arg(100000)->Unit(bench
 // `size` instances below the function: cells, and below every cell one
 // instance of each of eight further listed classes and one struct.
 std::unique_ptr<ModelHandler> subtree(const RenameENodeBFunctionIdAction& action, size_t size) {
-  static const char* const kBelowCell[] = {"EUtranFreqRelation", "UeMeasControl", "Paging",  "Rrc",
+  static const char* const kBelowCell[] = {"EUtranFreqRelation", "UeMeasControl", "Paging",           "Rrc",
                                            "CellSleepFunction",  "DrxProfile",    "MdtConfiguration", "Qrn"};
   auto model = std::make_unique<ModelHandler>();
   for (const std::string& className : action.classNames()) model->group(className);

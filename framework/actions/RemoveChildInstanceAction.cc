@@ -29,7 +29,8 @@ bool RemoveChildInstanceAction::validateArgs(ActionArgumentsIf& args, IctiHandle
 }
 
 void RemoveChildInstanceAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
-  fail(ictiHandler, "Action Failed: RemoveChildInstance: No instanceGroup to operate on. Action argument: childType = %s",
+  fail(ictiHandler,
+       "Action Failed: RemoveChildInstance: No instanceGroup to operate on. Action argument: childType = %s",
        argumentValue(args, "childType").c_str());
 }
 
@@ -70,13 +71,15 @@ bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionArgu
   std::string parentRdnValue;
   if (args.getArgument("parentRdnValue", parentRdnValue)) {
     if (isStruct) {
-      TAV_LOG(INFO, "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: %s.",
+      TAV_LOG(INFO,
+              "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: %s.",
               parentRdnValue.c_str());
       return true;
     }
     const std::string ownRdnValue = UpgradeAction::rdnValue(parentLdn);
     if (ownRdnValue != parentRdnValue) {
-      TAV_LOG(INFO, "RemoveChildInstance rdn(%s) for current MO instance does NOT equal to parentRdnValue(%s), do nothing.",
+      TAV_LOG(INFO,
+              "RemoveChildInstance rdn(%s) for current MO instance does NOT equal to parentRdnValue(%s), do nothing.",
               ownRdnValue.c_str(), parentRdnValue.c_str());
       return true;
     }

@@ -33,7 +33,7 @@ class RemoveChildInstanceAction : public UpgradeAction {
   // `parentLdn`; empty when the argument is absent. A struct child is named
   // "id=<value>", any other "<childType, first letter lower-cased>Id=<value>".
   static std::string getTargetLdn(const std::string& parentLdn, const std::string& childType, bool isStruct,
-                                   ActionArgumentsIf& args);
+                                  ActionArgumentsIf& args);
 
  private:
   static bool removeUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter);

@@ -1,5 +1,7 @@
 #include "actions/RenameENodeBFunctionIdAction.h"
 
+#include <iterator>
+
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "safcImmCt.h"
@@ -12,6 +14,8 @@ struct RenameENodeBFunctionIdRunning;
 using HandlerSlot = ThreadSlot<RenameENodeBFunctionIdHandler, IctiHandlerIf*>;
 using ActionSlot = ThreadSlot<RenameENodeBFunctionIdRunning, const RenameENodeBFunctionIdAction*>;
 
+// The lists in rewrite order, several names a line.
+// clang-format off
 constexpr const char* kMoClasses[] = {
     "AnrFunction", "AnrFunctionEUtran", "AnrFunctionUtran", "AnrFunctionGeran", "PlmnInfo", "Srb1Profile",
     "Srb2Profile", "SrbLogicalChannelGroup", "SrbTable", "DataRadioBearer", "MACConfiguration",
@@ -61,6 +65,7 @@ constexpr const char* kStructClasses[] = {
     "FreqPrioUTRAN", "BandClassPrioCdma1xRtt", "UtranFreqToQciProfileRelation", "PeriodicitySI", "SIB8",
     "MSCid", "PlmnIdentity", "MeasReportConfigParams", "MappingInfoSIBsBr",
 };
+// clang-format on
 static_assert(sizeof kMoClasses / sizeof kMoClasses[0] == RenameENodeBFunctionIdAction::kMoClassCount, "MO classes");
 static_assert(sizeof kStructClasses / sizeof kStructClasses[0] == RenameENodeBFunctionIdAction::kStructClassCount,
               "struct classes");
@@ -111,9 +116,10 @@ bool RenameENodeBFunctionIdAction::validateArgs(ActionArgumentsIf& args, IctiHan
 }
 
 void RenameENodeBFunctionIdAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
-  fail(ictiHandler,
-       "Action Failed: renameAttribute: No instance group to operate on. Action arguments: newENodeBFunctionIdName = %s",
-       argumentValue(args, "newENodeBFunctionIdName").c_str());
+  fail(
+      ictiHandler,
+      "Action Failed: renameAttribute: No instance group to operate on. Action arguments: newENodeBFunctionIdName = %s",
+      argumentValue(args, "newENodeBFunctionIdName").c_str());
 }
 
 bool RenameENodeBFunctionIdAction::renameFunction(InstanceIf& function, ActionArgumentsIf& args, FilterIf& filter) {

@@ -1,11 +1,10 @@
-#include "actions/CreateChildInstanceAction.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "AbortReport.h"
 #include "LogRecorder.h"
 #include "ModelHandler.h"
+#include "actions/CreateChildInstanceAction.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -42,7 +41,9 @@ TEST_F(CreateChildInstanceActionTest, CreatesBelowTheParentsThatTheArgumentsSele
        {},
        {"childId=9,cellId=1,topId=1", "childId=9,cellId=2,topId=1", "childId=9,cellId=21,topId=1",
         "childId=9,cellId=2,topId=2"}},
-      {"own RDN value 2, not 21", {{"parentRdnValue", "2"}}, {"childId=9,cellId=2,topId=1", "childId=9,cellId=2,topId=2"}},
+      {"own RDN value 2, not 21",
+       {{"parentRdnValue", "2"}},
+       {"childId=9,cellId=2,topId=1", "childId=9,cellId=2,topId=2"}},
       {"no parent with that value", {{"parentRdnValue", "3"}}, {}},
       {"filter and RDN value together",
        {{"parentRdnValue", "2"}, {"parentName", "topId=2"}},
@@ -63,7 +64,8 @@ TEST_F(CreateChildInstanceActionTest, CreatesBelowTheParentsThatTheArgumentsSele
 TEST_F(CreateChildInstanceActionTest, MakesOneRootInstanceWhenTheParentClassHasNoInstances) {
   model.group("Child");
   InstanceGroup emptyParents("", "Cell");
-  for (InstanceGroupIf* parents : {static_cast<InstanceGroupIf*>(nullptr), static_cast<InstanceGroupIf*>(&emptyParents)}) {
+  for (InstanceGroupIf* parents :
+       {static_cast<InstanceGroupIf*>(nullptr), static_cast<InstanceGroupIf*>(&emptyParents)}) {
     model.group("Child").eraseInstance("childId=9");
     EXPECT_TRUE(run({{"childType", "Child"}, {"childRdnValue", "9"}}, parents));
     EXPECT_EQ(std::vector<std::string>{"childId=9"}, model.ldns("Child"));
@@ -75,8 +77,9 @@ TEST_F(CreateChildInstanceActionTest, AnExistingChildFailsTheUpgradeAndEndsTheWa
   addParents(model);
   model.add("Child", "cellId=1,topId=1", "childId", "9");
   EXPECT_FALSE(run({{"childType", "Child"}, {"childRdnValue", "9"}}, &model.group("Cell")));
-  EXPECT_THAT(model.failures,
-              ElementsAre("CreateChildInstance: Failed to create instance for parent cellId=1,topId=1, RDN 9 of class Child"));
+  EXPECT_THAT(
+      model.failures,
+      ElementsAre("CreateChildInstance: Failed to create instance for parent cellId=1,topId=1, RDN 9 of class Child"));
   EXPECT_EQ(std::vector<std::string>{"childId=9,cellId=1,topId=1"}, model.ldns("Child"));
 }
 
@@ -88,8 +91,8 @@ TEST_F(CreateChildInstanceActionTest, AChildClassTheModelLacksChangesNothing) {
 }
 
 TEST_F(CreateChildInstanceActionTest, BothArgumentsAreRequired) {
-  for (const auto& values : std::vector<std::map<std::string, std::string>>{
-           {{"childType", "Child"}}, {{"childRdnValue", "9"}}, {}}) {
+  for (const auto& values :
+       std::vector<std::map<std::string, std::string>>{{{"childType", "Child"}}, {{"childRdnValue", "9"}}, {}}) {
     model.failures.clear();
     auto args = argumentsOf(values);
     EXPECT_FALSE(action.validateArgs(*args, &model));

@@ -1,10 +1,9 @@
-#include "actions/CreateChildStructAction.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
 #include "ModelHandler.h"
+#include "actions/CreateChildStructAction.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -64,23 +63,26 @@ TEST_F(CreateChildStructActionTest, OnlyTheParentsTheFilterAdmitsGetAStruct) {
 
 TEST_F(CreateChildStructActionTest, AStructClassTheModelLacksFailsForEveryParent) {
   EXPECT_FALSE(run());
-  EXPECT_THAT(model.failures, ElementsAre("CreateChildStruct: Can not get struct instance id=mapping,cellId=1,topId=1",
-                                          "CreateChildStruct: Can not get struct instance id=mapping,cellId=2,topId=1"));
+  EXPECT_THAT(model.failures,
+              ElementsAre("CreateChildStruct: Can not get struct instance id=mapping,cellId=1,topId=1",
+                          "CreateChildStruct: Can not get struct instance id=mapping,cellId=2,topId=1"));
 }
 
 TEST_F(CreateChildStructActionTest, ReportsEveryMissingArgumentInOrder) {
   auto args = argumentsOf({{"childRdnValue", "mapping"}});
   EXPECT_FALSE(action.validateArgs(*args, &model));
-  EXPECT_THAT(model.failures,
-              ElementsAre("CreateChildStructAction: Failed to read argument structType for CreateChildStructAction",
-                          "CreateChildStructAction: Failed to read argument structRefName for CreateChildStructAction"));
+  EXPECT_THAT(
+      model.failures,
+      ElementsAre("CreateChildStructAction: Failed to read argument structType for CreateChildStructAction",
+                  "CreateChildStructAction: Failed to read argument structRefName for CreateChildStructAction"));
 }
 
 TEST_F(CreateChildStructActionTest, ReportsAMissingGroupWithItsArguments) {
   auto args = argumentsOf({{"structType", "Plmn"}, {"childRdnValue", "mapping"}});
   EXPECT_FALSE(action.execute(&model, nullptr, *args));
-  EXPECT_THAT(model.failures, ElementsAre("CreateChildStruct failed: No instance group to operate on. Parent MO class "
-                                          "non-existent. Action arguments: attributeName = Plmn, childRndValue = mapping "));
+  EXPECT_THAT(model.failures,
+              ElementsAre("CreateChildStruct failed: No instance group to operate on. Parent MO class "
+                          "non-existent. Action arguments: attributeName = Plmn, childRndValue = mapping "));
 }
 
 }  // namespace

@@ -1,10 +1,9 @@
-#include "actions/RemoveArrayElementAction.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
 #include "ModelHandler.h"
+#include "actions/RemoveArrayElementAction.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -66,9 +65,9 @@ TEST(RemoveArrayElementActionTest, RemovesMatchingValuesFromTheHighestPositionDo
   for (const std::string& line : LogRecorder::installed().texts()) {
     if (line.rfind("RemoveArrayElement attribute:", 0) == 0) lines.push_back(line);
   }
-  EXPECT_THAT(lines,
-              ElementsAre("RemoveArrayElement attribute: list, length: 3, index: 2, remove elementValue with value: a",
-                          "RemoveArrayElement attribute: list, length: 2, index: 0, remove elementValue with value: a"));
+  EXPECT_THAT(
+      lines, ElementsAre("RemoveArrayElement attribute: list, length: 3, index: 2, remove elementValue with value: a",
+                         "RemoveArrayElement attribute: list, length: 2, index: 0, remove elementValue with value: a"));
 }
 
 TEST(RemoveArrayElementActionTest, AnIndexThatIsNotAWholeNumberFailsTheUpgrade) {

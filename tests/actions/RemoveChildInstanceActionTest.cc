@@ -1,10 +1,9 @@
-#include "actions/RemoveChildInstanceAction.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
 #include "ModelHandler.h"
+#include "actions/RemoveChildInstanceAction.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -74,8 +73,9 @@ TEST(RemoveChildInstanceActionTest, RemovesStructChildrenByIdButNotWithAParentRd
   addModel(model);
   EXPECT_TRUE(run(model, {{"childType", "Plmn"}, {"parentRdnValue", "1"}}, &model.group("Cell")));
   EXPECT_EQ(2u, model.group("Plmn").getNumberOfInstances());
-  EXPECT_EQ(2u, LogRecorder::installed().count(
-                    "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: 1."));
+  EXPECT_EQ(2u,
+            LogRecorder::installed().count(
+                "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: 1."));
 
   EXPECT_TRUE(run(model, {{"childType", "Plmn"}, {"childRdnValue", "plmn"}, {"rdnValue", "2"}}, &model.group("Cell")));
   EXPECT_EQ(std::vector<std::string>{"id=plmn,cellId=1,topId=1"}, model.ldns("Plmn"));
@@ -91,7 +91,8 @@ TEST(RemoveChildInstanceActionTest, AnotherParentValueIsLoggedAndLeftAlone) {
 
 TEST(RemoveChildInstanceActionTest, WithoutParentsOnlyTheFirstListedChildGoes) {
   InstanceGroup emptyParents("", "Cell");
-  for (InstanceGroupIf* parents : {static_cast<InstanceGroupIf*>(nullptr), static_cast<InstanceGroupIf*>(&emptyParents)}) {
+  for (InstanceGroupIf* parents :
+       {static_cast<InstanceGroupIf*>(nullptr), static_cast<InstanceGroupIf*>(&emptyParents)}) {
     ModelHandler model;
     addModel(model);
     EXPECT_TRUE(run(model, {{"childType", "Relation"}}, parents));

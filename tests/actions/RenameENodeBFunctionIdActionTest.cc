@@ -1,5 +1,3 @@
-#include "actions/RenameENodeBFunctionIdAction.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -7,6 +5,7 @@
 
 #include "LogRecorder.h"
 #include "ModelHandler.h"
+#include "actions/RenameENodeBFunctionIdAction.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -83,14 +82,17 @@ TEST_F(RenameENodeBFunctionIdActionTest, RenamesTheFunctionAndEveryNameOfItsSubt
   EXPECT_EQ(std::vector<std::string>{"sectorCarrierId=1,oldFunctionId=1,managedElementId=1"},
             valuesOf(cell, "userLabel"));
   // Lookups by the new names work: the groups follow the renames.
-  EXPECT_NE(nullptr, model.group("EUtranCellFDD").getInstance("eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1"));
+  EXPECT_NE(nullptr,
+            model.group("EUtranCellFDD").getInstance("eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1"));
 
   const LogRecorder& log = LogRecorder::installed();
   EXPECT_TRUE(log.contains("RenameENodeBFunctionIdAction: rename to eNodeBFunctionId"));
-  EXPECT_TRUE(log.contains("RenameENodeBFunctionIdAction: changed parentName for: "
-                           "sectorCarrierId=1,eNodeBFunctionId=1,managedElementId=1"));
-  EXPECT_TRUE(log.contains("RenameENodeBFunctionIdAction: invalid entry in hard coded list: "
-                           "otherFunctionId=2,managedElementId=1"));
+  EXPECT_TRUE(
+      log.contains("RenameENodeBFunctionIdAction: changed parentName for: "
+                   "sectorCarrierId=1,eNodeBFunctionId=1,managedElementId=1"));
+  EXPECT_TRUE(
+      log.contains("RenameENodeBFunctionIdAction: invalid entry in hard coded list: "
+                   "otherFunctionId=2,managedElementId=1"));
   EXPECT_THAT(model.failures, IsEmpty());
 }
 
@@ -136,7 +138,8 @@ TEST_F(RenameENodeBFunctionIdActionTest, AMissingMoClassFailsButAMissingStructCl
   }
   noCells.add("ENodeBFunction", "", "oldFunctionId", "1");
   EXPECT_FALSE(action.execute(&noCells, &noCells.group("ENodeBFunction"), *args));
-  EXPECT_THAT(noCells.failures, ElementsAre("RenameENodeBFunctionIdAction: failed to find InstanceGroup for EUtranCellFDD"));
+  EXPECT_THAT(noCells.failures,
+              ElementsAre("RenameENodeBFunctionIdAction: failed to find InstanceGroup for EUtranCellFDD"));
 }
 
 TEST_F(RenameENodeBFunctionIdActionTest, TheNewNameIsRequiredAndNamedInTheMissingGroupReport) {

@@ -88,8 +88,8 @@ std::string objects() {
     xml += object("PlmnIdentity", "id=plmn," + cellDn, {{"mcc", {"240"}}});
     xml += object("EUtranFreqRelation", "eUtranFreqRelationId=1," + cellDn);
     for (const char* relation : {"1", "2"}) {
-      xml += object("EUtranCellRelation", std::string("eUtranCellRelationId=") + relation +
-                                              ",eUtranFreqRelationId=1," + cellDn);
+      xml += object("EUtranCellRelation",
+                    std::string("eUtranCellRelationId=") + relation + ",eUtranFreqRelationId=1," + cellDn);
     }
   }
   for (const char* external : {"1", "2"}) {
@@ -169,8 +169,8 @@ class NodeRun {
     dir_.write("node/lmhi/RadioNode/modification_files/CXC1_R1A/modification_1_0_0_to_2_0_0.xml",
                "<modificationFile>" + mos + "</modificationFile>\n");
     const std::string command = std::string(WRAPPER_BINARY) + " --program " + UPGRADER_BINARY + " --package " +
-                                dir_.path() + "/package --node " + dir_.path() + "/node --timeout 30 > " +
-                                dir_.path() + "/report 2>&1";
+                                dir_.path() + "/package --node " + dir_.path() + "/node --timeout 30 > " + dir_.path() +
+                                "/report 2>&1";
     status_ = std::system(command.c_str());
   }
 
@@ -198,12 +198,13 @@ std::string cellDn(const char* cell) { return std::string("eUtranCellFDDId=") + 
 
 TEST(ActionsChildArrayE2eTest, CreatesAndRemovesChildrenStructsAndArrayElements) {
   const std::string mos =
-      "<Mo name=\"EUtranCellFDD\">" + action("CreateChildInstanceAction", {{"childType", "UeMeasControl"},
-                                                                             {"childRdnValue", "1"}}) +
+      "<Mo name=\"EUtranCellFDD\">" +
+      action("CreateChildInstanceAction", {{"childType", "UeMeasControl"}, {"childRdnValue", "1"}}) +
       action("CreateChildInstanceAction",
              {{"childType", "MimoSleepFunction"}, {"childRdnValue", "1"}, {"parentRdnValue", "2"}}) +
-      action("CreateChildStructAction",
-             {{"structType", "MappingInfoSIBs"}, {"childRdnValue", "mappingInfo"}, {"structRefName", "mappingInfoRef"}}) +
+      action(
+          "CreateChildStructAction",
+          {{"structType", "MappingInfoSIBs"}, {"childRdnValue", "mappingInfo"}, {"structRefName", "mappingInfoRef"}}) +
       action("RemoveArrayElementAction", {{"name", "additionalPlmnReservedList"}, {"elementValue", "1"}}) +
       action("RemoveArrayElementAction", {{"name", "additionalPlmnReservedList"}, {"index", "0"}, {"rdnValue", "3"}}) +
       action("RemoveArrayElementAction", {{"name", "additionalPlmnReservedList"}}) + "</Mo>" +
