@@ -54,13 +54,6 @@ TEST_F(CreateChildStructActionTest, AppendsToAnExistingReferenceAndRunsTwiceWith
             valuesOf(first, "mappingRef"));
 }
 
-TEST_F(CreateChildStructActionTest, OnlyTheParentsTheFilterAdmitsGetAStruct) {
-  model.group("Plmn");
-  EXPECT_TRUE(run({{"rdnValue", "2"}}));
-  EXPECT_EQ(std::vector<std::string>{"id=mapping,cellId=2,topId=1"}, model.ldns("Plmn"));
-  EXPECT_THAT(valuesOf(cell("cellId=1,topId=1"), "mappingRef"), IsEmpty());
-}
-
 TEST_F(CreateChildStructActionTest, AStructClassTheModelLacksFailsForEveryParent) {
   EXPECT_FALSE(run());
   EXPECT_THAT(model.failures,

@@ -50,6 +50,7 @@ TEST(RemoveArrayElementActionTest, RemovesByValueByIndexOrTheLast) {
       {"neither on an empty attribute", {}, {}, {}},
       {"value on an empty attribute", {}, {{"elementValue", "a"}}, {}},
       {"filter rejects the instance", {"a", "b"}, {{"rdnValue", "2"}}, {"a", "b"}},
+      {"instance without the attribute", {"a", "b"}, {{"name", "other"}}, {"a", "b"}},
   };
   for (const Case& c : cases) {
     Outcome run = removeFrom(c.values, c.arguments);
@@ -77,15 +78,6 @@ TEST(RemoveArrayElementActionTest, AnIndexThatIsNotAWholeNumberFailsTheUpgrade) 
     EXPECT_EQ((std::vector<std::string>{"a", "b", "c"}), run.values) << index;
     EXPECT_THAT(run.failures, ElementsAre("Not able to parse argument index, " + std::string(index) + ", as an int"));
   }
-}
-
-TEST(RemoveArrayElementActionTest, AnInstanceWithoutTheAttributeIsLeftAlone) {
-  ModelHandler model;
-  model.add("Cell", "", "cellId", "1");
-  RemoveArrayElementAction action;
-  auto args = argumentsOf({{"name", "list"}});
-  EXPECT_TRUE(action.execute(&model, &model.group("Cell"), *args));
-  EXPECT_THAT(model.failures, IsEmpty());
 }
 
 TEST(RemoveArrayElementActionTest, TheNameIsRequiredAndNamedInTheMissingGroupReport) {

@@ -57,14 +57,16 @@ TEST(RemoveChildInstanceActionTest, RemovesTheChildrenTheArgumentsName) {
   }
 }
 
-TEST(RemoveChildInstanceActionTest, LogsEachParentAndTheRemovalOfAllItsChildren) {
+TEST(RemoveChildInstanceActionTest, LogsEachParentAndWhyItIsLeftAlone) {
   ModelHandler model;
   addModel(model);
-  EXPECT_TRUE(run(model, {{"childType", "Relation"}}, &model.group("Cell")));
+  EXPECT_TRUE(run(model, {{"childType", "Relation"}, {"parentRdnValue", "2"}}, &model.group("Cell")));
   const LogRecorder& log = LogRecorder::installed();
-  EXPECT_TRUE(log.contains("RemoveChildInstance::removeChildInstance: instance.getLdn cellId=2,topId=1"));
+  EXPECT_TRUE(log.contains("RemoveChildInstance::removeChildInstance: instance.getLdn cellId=1,topId=1"));
+  EXPECT_TRUE(log.contains(
+      "RemoveChildInstance rdn(1) for current MO instance does NOT equal to parentRdnValue(2), do nothing."));
   EXPECT_TRUE(log.contains("RemoveChildInstance getTargetLdn:childRdnValue does not exist. return empty string"));
-  EXPECT_TRUE(log.contains("RemoveChildInstance Removed all child instances for parent Ldn: cellId=1,topId=1"));
+  EXPECT_FALSE(log.contains("RemoveChildInstance Removed all child instances for parent Ldn: cellId=1,topId=1"));
   EXPECT_TRUE(log.contains("RemoveChildInstance Removed all child instances for parent Ldn: cellId=2,topId=1"));
 }
 
@@ -79,14 +81,6 @@ TEST(RemoveChildInstanceActionTest, RemovesStructChildrenByIdButNotWithAParentRd
 
   EXPECT_TRUE(run(model, {{"childType", "Plmn"}, {"childRdnValue", "plmn"}, {"rdnValue", "2"}}, &model.group("Cell")));
   EXPECT_EQ(std::vector<std::string>{"id=plmn,cellId=1,topId=1"}, model.ldns("Plmn"));
-}
-
-TEST(RemoveChildInstanceActionTest, AnotherParentValueIsLoggedAndLeftAlone) {
-  ModelHandler model;
-  addModel(model);
-  EXPECT_TRUE(run(model, {{"childType", "Relation"}, {"parentRdnValue", "2"}}, &model.group("Cell")));
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "RemoveChildInstance rdn(1) for current MO instance does NOT equal to parentRdnValue(2), do nothing."));
 }
 
 TEST(RemoveChildInstanceActionTest, WithoutParentsOnlyTheFirstListedChildGoes) {
