@@ -130,6 +130,44 @@ RADIO_NODE_OLD = [
     ]),
 ]
 
+# The other MO classes that live below ENodeBFunction on a radio node. The node
+# has no instances of them, but its model defines them, and the function-id
+# rename of 2_0_0 walks every one of them.
+ENODEB_FUNCTION_SUBTREE = [
+    "AnrFunction", "AnrFunctionEUtran", "AnrFunctionUtran", "AnrFunctionGeran", "PlmnInfo", "Srb1Profile",
+    "Srb2Profile", "SrbLogicalChannelGroup", "SrbTable", "DataRadioBearer", "MACConfiguration", "RadioBearerTable",
+    "SignalingRadioBearer", "LogicalChannelGroup", "QciProfilePredefined", "QciTable", "QciProfileOperatorDefined",
+    "RlfProfile", "TimerProfile", "ResourcePartitions", "ResourcePartition", "ResourcePartitionGroup",
+    "ResourcePartitionGroupMember", "PmEventService", "Rrc", "PmUeMeasControl", "ReportConfigEUtraBadCovPrim",
+    "ReportConfigEUtraBadCovSec", "ReportConfigEUtraBestCell", "ReportConfigEUtraIntraFreqPm", "UeMeasControl",
+    "UtraNetwork", "UtranFreqRelation", "UtranFrequency", "Paging", "Qrn", "SecurityHandling", "GeraNetwork",
+    "GeranFreqGroup", "GeranFreqGroupRelation", "GeranFrequency", "ExternalCdma2000Cell", "Cdma2000CellRelation",
+    "Cdma2000Freq", "Cdma2000FreqBand", "Cdma2000FreqBandRelation", "Cdma2000Network", "EUtranCellTDD",
+    "ExternalEUtranCellTDD", "AirIfLoadProfile", "ReportConfigA1Prim", "ReportConfigA1Sec", "ReportConfigA5",
+    "ReportConfigB2Utra", "ReportConfigB2Geran", "ReportConfigB2Cdma2000", "Cdma2000FreqRelation",
+    "ReportConfigA5Anr", "ReportConfigEUtraBestCellAnr", "AdmissionControl", "ExternalGeranCell",
+    "GeranCellRelation", "UtranCellRelation", "ExternalUtranCellFDD", "UtranTDDFreqRelation",
+    "ExternalUtranCellTDD", "SubscriberProfileID", "HoWhiteList", "RATFreqPrio", "LoadBalancingFunction",
+    "ReportConfigA4", "ReportConfigB1Geran", "ReportConfigB1Utra", "ParameterChangeRequests",
+    "ReportConfigEUtraInterFreqLb", "DrxProfile", "PwsEtws", "PwsCmas", "Mbms", "MbsfnArea", "PmchMch",
+    "MbmsService", "MbsfnAreaCellRelation", "ReportConfigEUtraIFBestCell", "ReportConfigSearch", "UcToolFunction",
+    "UlCompGroup", "ReportConfigInterRatLb", "ExternalCdma20001xRttCell", "Cdma20001xRttBandRelation",
+    "Cdma20001xRttFreqRelation", "Cdma20001xRttCellRelation", "ReportConfigCsfbCdma2000",
+    "ReportConfigEUtraInterFreqMbms", "CarrierAggregationFunction", "ReportConfigSCellA6", "ReportConfigSCellA1A2",
+    "ReportConfigSCellA4", "AutoCellCapEstFunction", "Etws", "ReportConfigCsfbUtra", "ReportConfigCsfbGeran",
+    "ReportConfigB2Cdma20001xRtt", "PreschedulingProfile", "MimoSleepFunction", "NonPlannedPciDrxProfile",
+    "PmUlInterferenceReport", "ReportConfigA5DlComp", "DlComp", "IdleModePrioAtRelease", "ImeisvProfile",
+    "ImeisvTable", "CellSleepFunction", "CellPortion", "MdtConfiguration", "ReportConfigA5SoftLock",
+    "CellSleepNodeFunction", "ReportConfigEUtraIFA3UlTrig", "ReportConfigA5UlTrig", "ReportConfigB2UtraUlTrig",
+    "ReportConfigB2GeranUlTrig", "ReportConfigB2CdmaUlTrig", "ReportConfigB2CdmaRttUlTrig", "ReportConfigCsg",
+    "UnlicensedAccessFunction", "AmoFunction", "ReportConfigEUtraInterFreqPm", "ReportConfigInterRatPm", "BbLink",
+    "TermPointToMme", "TermPointToLbm", "GtpuApplicationTunnel", "TermPointToSGW", "GtpPath", "FlexibleQoSFunction",
+    "FlexibleQoSGroup", "FlexibleQoSGroupMember", "NbIotCell", "SciProfile", "UserProfile",
+]
+RADIO_NODE_OLD += [config_class(name, []) for name in ENODEB_FUNCTION_SUBTREE]
+# The node predates SystemFunctions: the class exists, without instances.
+RADIO_NODE_OLD.append(config_class("SystemFunctions", []))
+
 # RadioNode 1_1_0 adds two attributes, 2_0_0 two more; nothing is removed, so
 # the instances of the old model are valid in the new one until the actions
 # change them.
@@ -249,6 +287,19 @@ def upgraded_1_1_0(classes):
 
 
 RADIO_NODE_NEW = upgraded_1_1_0(with_added(RADIO_NODE_OLD, RADIO_NODE_ADDED))
+
+# 2_0_0 also names the function by eNBFunctionId, links a MappingInfoSIBs struct
+# from every cell, and brings the license manager Lm (a root instance on nodes
+# without SystemFunctions).
+RADIO_NODE_NEW = [dict(c, rdn="eNBFunctionId") if c["name"] == "ENodeBFunction" else c
+                  for c in with_added(RADIO_NODE_NEW, {"EUtranCellFDD": [attr("mappingInfo", "SA_NAME_T", W)]})]
+RADIO_NODE_NEW += [
+    config_class("MappingInfoSIBs", [
+        attr("mappingSib3", "SA_INT32_T", W, default="1"),
+        attr("mappingSib4", "SA_INT32_T", W, default="1"),
+    ], rdn="id"),
+    config_class("Lm", [attr("fingerprint", "SA_STRING_T", W)]),
+]
 
 
 def class_xml(c):

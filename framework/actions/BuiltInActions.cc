@@ -1,10 +1,15 @@
 #include "actions/BuiltInActions.h"
 
 #include "actions/AddAttributeAction.h"
+#include "actions/CreateChildInstanceAction.h"
+#include "actions/CreateChildStructAction.h"
 #include "actions/CreateMoTypeAction.h"
 #include "actions/DeleteMoTypeAction.h"
+#include "actions/RemoveArrayElementAction.h"
 #include "actions/RemoveAttributeAction.h"
+#include "actions/RemoveChildInstanceAction.h"
 #include "actions/RenameAttributeAction.h"
+#include "actions/RenameENodeBFunctionIdAction.h"
 #include "actions/RenameMoTypeAction.h"
 #include "xml/UpgradeActionIf.h"
 
@@ -12,9 +17,14 @@ std::vector<UpgradeActionIf*> createBuiltInActions() {
   std::vector<UpgradeActionIf*> actions;
   actions.push_back(new AddAttributeAction());
   actions.push_back(new RemoveAttributeAction());
+  actions.push_back(new CreateChildInstanceAction());
+  actions.push_back(new RemoveChildInstanceAction());
   actions.push_back(new DeleteMoTypeAction());
   actions.push_back(new CreateMoTypeAction());
+  actions.push_back(new CreateChildStructAction());
   actions.push_back(new RenameMoTypeAction());
   actions.push_back(new RenameAttributeAction());
+  actions.push_back(new RemoveArrayElementAction());
+  actions.push_back(new RenameENodeBFunctionIdAction());
   return actions;
 }

@@ -1,0 +1,86 @@
+#include "actions/CreateChildInstanceAction.h"
+
+#include <vector>
+
+#include "actions/ArgumentValue.h"
+#include "common/Log.h"
+#include "xml/Filter.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+struct CreateChildInstanceHandler;
+struct CreateChildInstanceGroup;
+using HandlerSlot = ThreadSlot<CreateChildInstanceHandler, IctiHandlerIf*>;
+using ChildGroupSlot = ThreadSlot<CreateChildInstanceGroup, InstanceGroupIf*>;
+
+}  // namespace
+
+CreateChildInstanceAction::CreateChildInstanceAction()
+    : UpgradeAction("CreateChildInstanceAction", createUnderParent) {}
+
+bool CreateChildInstanceAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                        ActionArgumentsIf& args) {
+  HandlerSlot::Scope keep(ictiHandler);
+  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
+}
+
+bool CreateChildInstanceAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler, "ICTI handler pointer is nullptr");
+  std::string rdnValue, childType;
+  bool complete = args.getArgument("childRdnValue", rdnValue);
+  complete = args.getArgument("childType", childType) && complete;
+  if (!complete) fail(ictiHandler, "CreateChildInstanceAction requires args: childRdnValue and childType");
+  return complete;
+}
+
+void CreateChildInstanceAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  fail(ictiHandler,
+       "Action Failed: CreateChildInstance: No instanceGroup to operate on. Action arguments: childRdnValue =  %s, "
+       "childType = %s.",
+       argumentValue(args, "childRdnValue").c_str(), argumentValue(args, "childType").c_str());
+}
+
+bool CreateChildInstanceAction::validateInstanceGroup(InstanceGroupIf* /*instanceGroup*/) { return true; }
+
+bool CreateChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                              ActionArgumentsIf& args) {
+  const std::string childType = argumentValue(args, "childType");
+  ChildGroupSlot::Scope childGroup(ictiHandler->getInstanceGroup(childType));
+  if (ChildGroupSlot::get() == nullptr) return true;
+
+  if (instanceGroup == nullptr || instanceGroup->getNumberOfInstances() == 0) {
+    const std::string rdnValue = argumentValue(args, "childRdnValue");
+    TAV_LOG(INFO, "Create a new Instance of root MO class %s rdn=%s", childType.c_str(), rdnValue.c_str());
+    return createChild("", rdnValue);
+  }
+  // The parents as they are now: children of the parent's own class created
+  // here are not parents of this run. The first failure ends the walk.
+  Filter filter(&args);
+  for (InstanceIf* parent : instanceGroup->getInstances()) {
+    if (!createUnderParent(*parent, args, filter)) return false;
+  }
+  return true;
+}
+
+bool CreateChildInstanceAction::createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {
+  const std::string rdnValue = argumentValue(args, "childRdnValue");
+  const std::string parentLdn = parent.getLdn();
+  if (!filter.applies(parent, 0)) return true;
+  std::string parentRdnValue;
+  if (args.getArgument("parentRdnValue", parentRdnValue) && parentRdnValue != UpgradeAction::rdnValue(parentLdn)) {
+    return true;
+  }
+  return createChild(parentLdn, rdnValue);
+}
+
+bool CreateChildInstanceAction::createChild(const std::string& parentLdn, const std::string& rdnValue) {
+  InstanceGroupIf* childGroup = ChildGroupSlot::get();
+  const std::string childType = childGroup->getClassName();
+  TAV_LOG(INFO, "Create a new Instance of class %s rdn=%s with parent %s", childType.c_str(), rdnValue.c_str(),
+          parentLdn.c_str());
+  if (childGroup->createInstance(parentLdn, rdnValue, false, "") != nullptr) return true;
+  fail(HandlerSlot::get(), "CreateChildInstance: Failed to create instance for parent %s, RDN %s of class %s",
+       parentLdn.c_str(), rdnValue.c_str(), childType.c_str());
+  return false;
+}

@@ -1,0 +1,89 @@
+#include "actions/CreateChildStructAction.h"
+
+#include <string>
+
+#include "actions/ArgumentValue.h"
+#include "common/Log.h"
+#include "safcImmCt.h"
+#include "xml/Filter.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+struct CreateChildStructHandler;
+struct CreateChildStructGroup;
+using HandlerSlot = ThreadSlot<CreateChildStructHandler, IctiHandlerIf*>;
+using StructGroupSlot = ThreadSlot<CreateChildStructGroup, InstanceGroupIf*>;
+
+// The arguments the action requires, in the order they are checked.
+constexpr const char* kProperties[] = {"structType", "childRdnValue", "structRefName"};
+
+bool holdsValue(AttributeInternalIf& attribute, const std::string& value) {
+  for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
+    const char* text = attribute.readValueAtIndex(i);
+    if (text != nullptr && value == text) return true;
+  }
+  return false;
+}
+
+// Appends `reference` to the parent's reference attribute.
+bool linkStruct(InstanceIf& parent, const std::string& refName, const std::string& reference) {
+  AttributeInternalIf* attribute = parent.getAttribute(refName);
+  if (attribute == nullptr && !parent.addAttribute(refName, SA_IMM_ATTR_SANAMET, &attribute)) return false;
+  if (attribute == nullptr || holdsValue(*attribute, reference)) return attribute != nullptr;
+  return attribute->addCopy(reference.c_str());
+}
+
+}  // namespace
+
+CreateChildStructAction::CreateChildStructAction() : UpgradeAction("CreateChildStructAction", createUnderParent) {}
+
+bool CreateChildStructAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                      ActionArgumentsIf& args) {
+  HandlerSlot::Scope keep(ictiHandler);
+  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
+}
+
+bool CreateChildStructAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  bool complete = true;
+  for (const char* property : kProperties) {
+    std::string value;
+    if (args.getArgument(property, value)) continue;
+    fail(ictiHandler, "CreateChildStructAction: Failed to read argument %s for CreateChildStructAction", property);
+    complete = false;
+  }
+  return complete;
+}
+
+void CreateChildStructAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  fail(ictiHandler,
+       "CreateChildStruct failed: No instance group to operate on. Parent MO class non-existent. Action arguments: "
+       "attributeName = %s, childRndValue = %s ",
+       argumentValue(args, "structType").c_str(), argumentValue(args, "childRdnValue").c_str());
+}
+
+bool CreateChildStructAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                            ActionArgumentsIf& args) {
+  StructGroupSlot::Scope structGroup(ictiHandler->getInstanceGroup(argumentValue(args, "structType")));
+  Filter filter(&args);
+  return instanceGroup->forEachInstance(instanceOperation(), args, filter);
+}
+
+bool CreateChildStructAction::createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {
+  if (!filter.applies(parent, 0)) return true;
+  const std::string structType = argumentValue(args, "structType");
+  const std::string rdnValue = argumentValue(args, "childRdnValue");
+  const std::string parentLdn = parent.getLdn();
+  TAV_LOG(INFO, "Create a new struct Instance of class %s rdn=%s with parent %s", structType.c_str(), rdnValue.c_str(),
+          parentLdn.c_str());
+  const std::string structLdn = "id=" + rdnValue + "," + parentLdn;
+  InstanceGroupIf* group = StructGroupSlot::get();
+  InstanceIf* created = group != nullptr ? group->createInstance(parentLdn, rdnValue, true, structType) : nullptr;
+  InstanceIf* instance = created != nullptr ? created : (group != nullptr ? group->getInstance(structLdn) : nullptr);
+  if (instance == nullptr) {
+    fail(HandlerSlot::get(), "CreateChildStruct: Can not get struct instance %s", structLdn.c_str());
+    return false;
+  }
+  return linkStruct(parent, argumentValue(args, "structRefName"), instance->getLdn());
+}

@@ -1,0 +1,84 @@
+#include "actions/RemoveArrayElementAction.h"
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "actions/ArgumentValue.h"
+#include "common/Log.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+struct RemoveArrayElementHandler;
+using HandlerSlot = ThreadSlot<RemoveArrayElementHandler, IctiHandlerIf*>;
+
+// Removes every value equal to `elementValue`, the highest position first,
+// so that the positions still to go do not move.
+void removeMatching(AttributeInternalIf& attribute, const std::string& name, const std::string& elementValue) {
+  std::vector<uint32_t> matches;
+  for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
+    const char* text = attribute.readValueAtIndex(i);
+    if (text != nullptr && elementValue == text) matches.push_back(i);
+  }
+  for (auto it = matches.rbegin(); it != matches.rend(); ++it) {
+    TAV_LOG(INFO, "RemoveArrayElement attribute: %s, length: %u, index: %u, remove elementValue with value: %s",
+            name.c_str(), attribute.getNumberOfValues(), *it, elementValue.c_str());
+    attribute.eraseValueAtIndex(*it);
+  }
+}
+
+// A whole signed decimal number, as its unsigned position: a negative one is
+// past the end.
+bool parseIndex(const std::string& text, uint32_t* index) {
+  char* end = nullptr;
+  long value = std::strtol(text.c_str(), &end, 10);
+  if (end == text.c_str() || *end != '\0') return false;
+  *index = static_cast<uint32_t>(value);
+  return true;
+}
+
+}  // namespace
+
+RemoveArrayElementAction::RemoveArrayElementAction() : UpgradeAction("RemoveArrayElementAction", removeElement) {}
+
+bool RemoveArrayElementAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  HandlerSlot::set(ictiHandler);
+  std::string name;
+  if (args.getArgument("name", name)) return true;
+  fail(ictiHandler, "RemoveArrayElementAction requires argument name.");
+  return false;
+}
+
+void RemoveArrayElementAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  fail(ictiHandler, "Action Failed: removeArrayElement: No instance group to operate on. Action arguments name = %s",
+       argumentValue(args, "name").c_str());
+}
+
+bool RemoveArrayElementAction::removeElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+  std::string name;
+  if (!args.getArgument("name", name)) {
+    fail(HandlerSlot::get(), "removeArrayElement: Failed to read the required argument name.");
+    return false;
+  }
+  if (!filter.applies(instance, 0)) return true;
+  AttributeInternalIf* attribute = instance.getAttribute(name);
+  if (attribute == nullptr) return true;
+
+  std::string elementValue, indexText;
+  if (args.getArgument("elementValue", elementValue)) {
+    removeMatching(*attribute, name, elementValue);
+  } else if (args.getArgument("index", indexText)) {
+    uint32_t index = 0;
+    if (!parseIndex(indexText, &index)) {
+      fail(HandlerSlot::get(), "Not able to parse argument index, %s, as an int", indexText.c_str());
+      return false;
+    }
+    attribute->eraseValueAtIndex(index);
+  } else {
+    // Deliberately out of range: the attribute then removes its last value.
+    attribute->eraseValueAtIndex(static_cast<uint32_t>(-1));
+  }
+  return true;
+}

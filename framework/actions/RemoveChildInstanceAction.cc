@@ -1,0 +1,102 @@
+#include "actions/RemoveChildInstanceAction.h"
+
+#include <vector>
+
+#include "actions/ArgumentValue.h"
+#include "common/Log.h"
+#include "icti/Instance.h"
+#include "xml/Filter.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+struct RemoveChildInstanceHandler;
+struct RemoveChildInstanceGroup;
+using HandlerSlot = ThreadSlot<RemoveChildInstanceHandler, IctiHandlerIf*>;
+using ChildGroupSlot = ThreadSlot<RemoveChildInstanceGroup, InstanceGroupIf*>;
+
+}  // namespace
+
+RemoveChildInstanceAction::RemoveChildInstanceAction()
+    : UpgradeAction("RemoveChildInstanceAction", removeUnderParent) {}
+
+bool RemoveChildInstanceAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  std::string childType;
+  if (args.getArgument("childType", childType)) return true;
+  fail(ictiHandler, "RemoveChildInstanceAction requires argument childType");
+  return false;
+}
+
+void RemoveChildInstanceAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  fail(ictiHandler,
+       "Action Failed: RemoveChildInstance: No instanceGroup to operate on. Action argument: childType = %s",
+       argumentValue(args, "childType").c_str());
+}
+
+bool RemoveChildInstanceAction::validateInstanceGroup(InstanceGroupIf* /*instanceGroup*/) { return true; }
+
+bool RemoveChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                              ActionArgumentsIf& args) {
+  HandlerSlot::Scope handler(ictiHandler);
+  ChildGroupSlot::Scope childGroup(ictiHandler->getInstanceGroup(argumentValue(args, "childType")));
+  InstanceGroupIf* children = ChildGroupSlot::get();
+  if (children == nullptr) return true;
+  if (instanceGroup == nullptr || instanceGroup->getNumberOfInstances() == 0) {
+    InstanceIf* first = children->getFirstInstance();
+    if (first != nullptr) children->eraseInstance(first->getLdn());
+    return true;
+  }
+  Filter filter(&args);
+  return instanceGroup->forEachInstance(instanceOperation(), args, filter);
+}
+
+std::string RemoveChildInstanceAction::getTargetLdn(const std::string& parentLdn, const std::string& childType,
+                                                    bool isStruct, ActionArgumentsIf& args) {
+  std::string rdnValue;
+  if (!args.getArgument("childRdnValue", rdnValue)) {
+    TAV_LOG(INFO, "RemoveChildInstance getTargetLdn:childRdnValue does not exist. return empty string");
+    return std::string();
+  }
+  const std::string rdnAttribute = isStruct ? "id" : Instance::moClassRdnAttribute(childType);
+  return rdnAttribute + "=" + rdnValue + "," + parentLdn;
+}
+
+bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {
+  const std::string parentLdn = parent.getLdn();
+  TAV_LOG(INFO, "RemoveChildInstance::removeChildInstance: instance.getLdn %s", parentLdn.c_str());
+  if (!filter.applies(parent, 0)) return true;
+  InstanceGroupIf* children = ChildGroupSlot::get();
+  const bool isStruct = children->isStructGroup();
+  std::string parentRdnValue;
+  if (args.getArgument("parentRdnValue", parentRdnValue)) {
+    if (isStruct) {
+      TAV_LOG(INFO,
+              "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: %s.",
+              parentRdnValue.c_str());
+      return true;
+    }
+    const std::string ownRdnValue = UpgradeAction::rdnValue(parentLdn);
+    if (ownRdnValue != parentRdnValue) {
+      TAV_LOG(INFO,
+              "RemoveChildInstance rdn(%s) for current MO instance does NOT equal to parentRdnValue(%s), do nothing.",
+              ownRdnValue.c_str(), parentRdnValue.c_str());
+      return true;
+    }
+  }
+  const std::string target = getTargetLdn(parentLdn, children->getClassName(), isStruct, args);
+  std::vector<std::string> targets;
+  if (!target.empty()) {
+    targets.push_back(target);
+  } else {
+    for (InstanceIf* child : children->getChildInstances(parentLdn)) targets.push_back(child->getLdn());
+  }
+  bool allErased = true;
+  for (const std::string& ldn : targets) {
+    if (children->eraseInstance(ldn)) continue;
+    TAV_LOG(INFO_ABN, "RemoveChildInstance failed to erase instance for ldn : %s", ldn.c_str());
+    allErased = false;
+  }
+  if (allErased) TAV_LOG(INFO, "RemoveChildInstance Removed all child instances for parent Ldn: %s", parentLdn.c_str());
+  return true;
+}
