@@ -253,7 +253,7 @@ def with_added(classes, added):
 
 # Old classes that 1_1_0 drops: the cells' sleep-mode settings.
 RADIO_NODE_OBSOLETE = [
-    config_class("CellSleepFunction", [
+    config_class("CellSleepProfile", [
         attr("sleepMode", "SA_INT32_T", W, default="0"),
         attr("sleepStartTime", "SA_STRING_T", W),
     ]),
@@ -279,9 +279,9 @@ def upgraded_1_1_0(classes):
         if name == "EUtranCellFDD":
             attrs.append(attr("ulInterferenceThresholds", "SA_INT32_T", W, MV))
         result.append(dict(c, name=name, rdn=c["rdn"] if c["rdn"] == "id" else rdn_name(name), attrs=attrs))
-    result.append(config_class("LoadBalancingFunction", [
-        attr("lbThreshold", "SA_INT32_T", W, default="20"),
-        attr("lbCeiling", "SA_INT32_T", W, default="600"),
+    result.append(config_class("EnergySavingFunction", [
+        attr("savingThreshold", "SA_INT32_T", W, default="20"),
+        attr("wakeUpDelay", "SA_INT32_T", W, default="600"),
     ]))
     return result
 
@@ -448,8 +448,8 @@ def radio_node_objects():
 
 
 def cell_sleep_objects():
-    """One CellSleepFunction below each cell: gone after the upgrade."""
-    return [("CellSleepFunction", "cellSleepFunctionId=1,eUtranCellFDDId=LTE01ERBS00042-%d,%s" % (n, ENB),
+    """One CellSleepProfile below each cell: gone after the upgrade."""
+    return [("CellSleepProfile", "cellSleepProfileId=1,eUtranCellFDDId=LTE01ERBS00042-%d,%s" % (n, ENB),
              [("sleepMode", n % 2), ("sleepStartTime", "01:00")])
             for n in range(1, len(FREQUENCIES) * CELLS_PER_FREQUENCY + 1)]
 
