@@ -158,8 +158,7 @@ bool OperationSource::attributeValues(const OperationArgumentIf& operation, Inst
   const std::string ldn = source.getLdn();
   AttributeInternalIf* attribute = source.getAttribute(name);
   if (attribute == nullptr || attribute->getNumberOfValues() == 0) {
-    report(ictiHandler_, "%s: source instance %s has no value in attribute %s", actionName_, ldn.c_str(),
-           name.c_str());
+    report(ictiHandler_, "%s: source instance %s has no value in attribute %s", actionName_, ldn.c_str(), name.c_str());
     return false;
   }
   if (bitmap.isSet) {

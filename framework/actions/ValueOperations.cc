@@ -204,8 +204,7 @@ bool ValueOperations::allFit(AttributeInternalIf& attribute, const std::vector<s
   return true;
 }
 
-AttributeInternalIf* ValueOperations::textAttribute(InstanceIf& target, const std::string& name,
-                                                    uint32_t sourceType) {
+AttributeInternalIf* ValueOperations::textAttribute(InstanceIf& target, const std::string& name, uint32_t sourceType) {
   AttributeInternalIf* attribute = target.getAttribute(name);
   if (attribute != nullptr) return attribute;
   std::string typeName;

@@ -81,15 +81,24 @@ bool ValueText::isZero(uint32_t type, const std::string& text) {
 
 const char* ValueText::typeName(uint32_t type) {
   switch (type) {
-    case SA_IMM_ATTR_SAINT32T: return "SA_INT32_T";
-    case SA_IMM_ATTR_SAUINT32T: return "SA_UINT32_T";
-    case SA_IMM_ATTR_SAINT64T: return "SA_INT64_T";
-    case SA_IMM_ATTR_SAUINT64T: return "SA_UINT64_T";
-    case SA_IMM_ATTR_SANAMET: return "SA_NAME_T";
-    case SA_IMM_ATTR_SADOUBLET: return "SA_DOUBLE_T";
-    case SA_IMM_ATTR_SASTRINGT: return "SA_STRING_T";
-    case SA_IMM_ATTR_SAANYT: return "SA_ANY_T";
-    default: return "unknown";
+    case SA_IMM_ATTR_SAINT32T:
+      return "SA_INT32_T";
+    case SA_IMM_ATTR_SAUINT32T:
+      return "SA_UINT32_T";
+    case SA_IMM_ATTR_SAINT64T:
+      return "SA_INT64_T";
+    case SA_IMM_ATTR_SAUINT64T:
+      return "SA_UINT64_T";
+    case SA_IMM_ATTR_SANAMET:
+      return "SA_NAME_T";
+    case SA_IMM_ATTR_SADOUBLET:
+      return "SA_DOUBLE_T";
+    case SA_IMM_ATTR_SASTRINGT:
+      return "SA_STRING_T";
+    case SA_IMM_ATTR_SAANYT:
+      return "SA_ANY_T";
+    default:
+      return "unknown";
   }
 }
 

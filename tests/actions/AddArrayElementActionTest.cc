@@ -1,9 +1,8 @@
-#include "actions/AddArrayElementAction.h"
-
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
 #include "ValueModel.h"
+#include "actions/AddArrayElementAction.h"
 #include "safcImmCt.h"
 
 namespace {
@@ -23,8 +22,8 @@ class AddArrayElementTest : public ::testing::TestWithParam<AddCase> {};
 
 TEST_P(AddArrayElementTest, AddsTheValuesWhereAsked) {
   ValueModel model;
-  InstanceIf& cell = model.add("Cell", "", "1",
-                               {{"list", SA_IMM_ATTR_SAINT32T, {"1", "2"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9"}}});
+  InstanceIf& cell = model.add(
+      "Cell", "", "1", {{"list", SA_IMM_ATTR_SAINT32T, {"1", "2"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9"}}});
   Args args = GetParam().args;
   args["name"] = "list";
   AddArrayElementAction action;
@@ -42,10 +41,11 @@ INSTANTIATE_TEST_SUITE_P(
                               {{"index", "1"}},
                               {{{"operator", "="}, {"valueFromAttr", "more"}}},
                               {"1", "8", "9", "2"}},
-                      AddCase{"several operations in order",
-                              {},
-                              {{{"operator", "="}, {"value", "4"}}, {{"operator", "="}, {"valueFromSingleAttr", "more"}}},
-                              {"1", "2", "4", "8"}}));
+                      AddCase{
+                          "several operations in order",
+                          {},
+                          {{{"operator", "="}, {"value", "4"}}, {{"operator", "="}, {"valueFromSingleAttr", "more"}}},
+                          {"1", "2", "4", "8"}}));
 
 TEST(AddArrayElementActionTest, AbsentAttributeIsCreatedWithTheGivenType) {
   ValueModel model;
@@ -58,8 +58,8 @@ TEST(AddArrayElementActionTest, AbsentAttributeIsCreatedWithTheGivenType) {
 
 TEST(AddArrayElementActionTest, NoValueIsAddedWhenOneDoesNotFit) {
   ValueModel model;
-  InstanceIf& cell = model.add("Cell", "", "1",
-                               {{"list", SA_IMM_ATTR_SAINT32T, {"1"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9999999999"}}});
+  InstanceIf& cell = model.add(
+      "Cell", "", "1", {{"list", SA_IMM_ATTR_SAINT32T, {"1"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9999999999"}}});
   AddArrayElementAction action;
   EXPECT_FALSE(model.run(action, "Cell", {{"name", "list"}}, {{{"operator", "="}, {"valueFromAttr", "more"}}}));
   EXPECT_EQ(Strings{"AddArrayElementAction: value 9999999999 does not fit attribute list of type SA_INT32_T on "
@@ -111,13 +111,17 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCase{{{"name", "l"}, {"elementValue", "1"}},
                     {{{"operator", "="}, {"value", "1"}}},
                     "AddArrayElementAction takes elementValue or Operation elements, not both."},
-        InvalidCase{{{"name", "l"}, {"elementValue", "1"}, {"index", "-1"}}, {},
+        InvalidCase{{{"name", "l"}, {"elementValue", "1"}, {"index", "-1"}},
+                    {},
                     "AddArrayElementAction: index -1 is not a position"},
-        InvalidCase{{{"name", "l"}, {"elementValue", "1"}, {"index", "1x"}}, {},
+        InvalidCase{{{"name", "l"}, {"elementValue", "1"}, {"index", "1x"}},
+                    {},
                     "AddArrayElementAction: index 1x is not a position"},
-        InvalidCase{{{"name", "l"}}, {{{"operator", "+"}, {"value", "1"}}},
+        InvalidCase{{{"name", "l"}},
+                    {{{"operator", "+"}, {"value", "1"}}},
                     "AddArrayElementAction: unsupported operator + in operation  => (+) value: 1"},
-        InvalidCase{{{"name", "l"}}, {{{"operator", "="}, {"value", "1"}, {"rangeStart", "0"}}},
+        InvalidCase{{{"name", "l"}},
+                    {{{"operator", "="}, {"value", "1"}, {"rangeStart", "0"}}},
                     "AddArrayElementAction: operation range: 0to => (=) value: 1 takes no range"}));
 
 }  // namespace

@@ -1,9 +1,8 @@
-#include "actions/SetAttributeValueAction.h"
-
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
 #include "ValueModel.h"
+#include "actions/SetAttributeValueAction.h"
 #include "safcImmCt.h"
 
 namespace {
@@ -35,40 +34,39 @@ TEST_P(SetAttributeOperatorTest, ChangesTheValueInTheTypesWidth) {
 
 INSTANTIATE_TEST_SUITE_P(
     EveryOperator, SetAttributeOperatorTest,
-    ::testing::Values(
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "5", "=", "-7", "-7"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "2147483647", "+", "1", "-2147483648"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "-2147483648", "-", "1", "2147483647"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "65536", "*", "65536", "0"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "-7", "/", "2", "-3"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "1", "<<", "31", "-2147483648"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "-8", ">>", "1", "2147483644"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "12", "&", "10", "8"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "12", "|", "3", "15"},
-        OperatorCase{SA_IMM_ATTR_SAINT32T, "12", "^", "10", "6"},
-        OperatorCase{SA_IMM_ATTR_SAUINT32T, "4294967295", "+", "1", "0"},
-        OperatorCase{SA_IMM_ATTR_SAUINT32T, "0", "-", "1", "4294967295"},
-        OperatorCase{SA_IMM_ATTR_SAUINT32T, "2147483648", "*", "2", "0"},
-        OperatorCase{SA_IMM_ATTR_SAUINT32T, "20000", "/", "1000", "20"},
-        OperatorCase{SA_IMM_ATTR_SAUINT32T, "2147483648", "<<", "1", "0"},
-        OperatorCase{SA_IMM_ATTR_SAUINT32T, "4294967295", ">>", "28", "15"},
-        OperatorCase{SA_IMM_ATTR_SAUINT32T, "4294967295", "^", "4294967295", "0"},
-        OperatorCase{SA_IMM_ATTR_SAINT64T, "9223372036854775807", "+", "1", "-9223372036854775808"},
-        OperatorCase{SA_IMM_ATTR_SAINT64T, "-9223372036854775808", "-", "1", "9223372036854775807"},
-        OperatorCase{SA_IMM_ATTR_SAINT64T, "4294967296", "*", "4294967296", "0"},
-        OperatorCase{SA_IMM_ATTR_SAINT64T, "1", "<<", "63", "-9223372036854775808"},
-        OperatorCase{SA_IMM_ATTR_SAINT64T, "-1", ">>", "60", "15"},
-        OperatorCase{SA_IMM_ATTR_SAINT64T, "255", "&", "15", "15"},
-        OperatorCase{SA_IMM_ATTR_SAUINT64T, "18446744073709551615", "+", "1", "0"},
-        OperatorCase{SA_IMM_ATTR_SAUINT64T, "0", "-", "1", "18446744073709551615"},
-        OperatorCase{SA_IMM_ATTR_SAUINT64T, "9223372036854775808", "*", "2", "0"},
-        OperatorCase{SA_IMM_ATTR_SAUINT64T, "9", "/", "2", "4"},
-        OperatorCase{SA_IMM_ATTR_SAUINT64T, "1", "|", "9223372036854775808", "9223372036854775809"},
-        OperatorCase{SA_IMM_ATTR_SADOUBLET, "1.5", "*", "2", "3.000000"},
-        OperatorCase{SA_IMM_ATTR_SADOUBLET, "1", "/", "4", "0.250000"},
-        OperatorCase{SA_IMM_ATTR_SADOUBLET, "1", "-", "2.5", "-1.500000"},
-        OperatorCase{SA_IMM_ATTR_SASTRINGT, "ab", "+", "cd", "abcd"},
-        OperatorCase{SA_IMM_ATTR_SANAMET, "a=1", "=", "b=2,a=1", "b=2,a=1"}));
+    ::testing::Values(OperatorCase{SA_IMM_ATTR_SAINT32T, "5", "=", "-7", "-7"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "2147483647", "+", "1", "-2147483648"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "-2147483648", "-", "1", "2147483647"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "65536", "*", "65536", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "-7", "/", "2", "-3"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "1", "<<", "31", "-2147483648"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "-8", ">>", "1", "2147483644"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "12", "&", "10", "8"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "12", "|", "3", "15"},
+                      OperatorCase{SA_IMM_ATTR_SAINT32T, "12", "^", "10", "6"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT32T, "4294967295", "+", "1", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT32T, "0", "-", "1", "4294967295"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT32T, "2147483648", "*", "2", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT32T, "20000", "/", "1000", "20"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT32T, "2147483648", "<<", "1", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT32T, "4294967295", ">>", "28", "15"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT32T, "4294967295", "^", "4294967295", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAINT64T, "9223372036854775807", "+", "1", "-9223372036854775808"},
+                      OperatorCase{SA_IMM_ATTR_SAINT64T, "-9223372036854775808", "-", "1", "9223372036854775807"},
+                      OperatorCase{SA_IMM_ATTR_SAINT64T, "4294967296", "*", "4294967296", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAINT64T, "1", "<<", "63", "-9223372036854775808"},
+                      OperatorCase{SA_IMM_ATTR_SAINT64T, "-1", ">>", "60", "15"},
+                      OperatorCase{SA_IMM_ATTR_SAINT64T, "255", "&", "15", "15"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT64T, "18446744073709551615", "+", "1", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT64T, "0", "-", "1", "18446744073709551615"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT64T, "9223372036854775808", "*", "2", "0"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT64T, "9", "/", "2", "4"},
+                      OperatorCase{SA_IMM_ATTR_SAUINT64T, "1", "|", "9223372036854775808", "9223372036854775809"},
+                      OperatorCase{SA_IMM_ATTR_SADOUBLET, "1.5", "*", "2", "3.000000"},
+                      OperatorCase{SA_IMM_ATTR_SADOUBLET, "1", "/", "4", "0.250000"},
+                      OperatorCase{SA_IMM_ATTR_SADOUBLET, "1", "-", "2.5", "-1.500000"},
+                      OperatorCase{SA_IMM_ATTR_SASTRINGT, "ab", "+", "cd", "abcd"},
+                      OperatorCase{SA_IMM_ATTR_SANAMET, "a=1", "=", "b=2,a=1", "b=2,a=1"}));
 
 // Bounds are inclusive and compared by the attribute's type.
 struct RangeCase {
@@ -94,13 +92,17 @@ TEST_P(SetAttributeRangeTest, ChangesOnlyTheValuesWithinTheBounds) {
 INSTANTIATE_TEST_SUITE_P(
     Bounds, SetAttributeRangeTest,
     ::testing::Values(
-        RangeCase{SA_IMM_ATTR_SAINT32T, {"-141", "-140", "-135", "-131", "-130"},
-                  {{"rangeStart", "-140"}, {"rangeEnd", "-131"}}, {"-141", "0", "0", "0", "-130"}},
+        RangeCase{SA_IMM_ATTR_SAINT32T,
+                  {"-141", "-140", "-135", "-131", "-130"},
+                  {{"rangeStart", "-140"}, {"rangeEnd", "-131"}},
+                  {"-141", "0", "0", "0", "-130"}},
         RangeCase{SA_IMM_ATTR_SAINT32T, {"4", "5", "6"}, {{"rangeStart", "5"}}, {"4", "0", "0"}},
         RangeCase{SA_IMM_ATTR_SAINT32T, {"4", "5", "6"}, {{"rangeEnd", "5"}}, {"0", "0", "6"}},
         RangeCase{SA_IMM_ATTR_SAUINT32T, {"4294967295", "1"}, {{"rangeStart", "2"}}, {"0", "1"}},
         RangeCase{SA_IMM_ATTR_SAINT64T, {"-1", "1"}, {{"rangeEnd", "-1"}}, {"0", "1"}},
-        RangeCase{SA_IMM_ATTR_SADOUBLET, {"0.5", "1.5"}, {{"rangeStart", "0.5"}, {"rangeEnd", "0.5"}},
+        RangeCase{SA_IMM_ATTR_SADOUBLET,
+                  {"0.5", "1.5"},
+                  {{"rangeStart", "0.5"}, {"rangeEnd", "0.5"}},
                   {"0.000000", "1.500000"}},
         RangeCase{SA_IMM_ATTR_SASTRINGT, {"a", "b", "c"}, {{"rangeStart", "b"}, {"rangeEnd", "b"}}, {"a", "0", "c"}}));
 
@@ -127,35 +129,58 @@ TEST_P(SetAttributeFailureTest, IsReportedAndChangesNothing) {
 INSTANTIATE_TEST_SUITE_P(
     Values, SetAttributeFailureTest,
     ::testing::Values(
-        FailureCase{"too big", {"x", SA_IMM_ATTR_SAINT32T, {"1"}}, {{"operator", "="}, {"value", "2147483648"}},
-                    "SetAttributeValueAction: value 2147483648 does not fit attribute x of type SA_INT32_T on cellId=1"},
-        FailureCase{"malformed", {"x", SA_IMM_ATTR_SAUINT32T, {"1"}}, {{"operator", "+"}, {"value", "12x"}},
+        FailureCase{
+            "too big",
+            {"x", SA_IMM_ATTR_SAINT32T, {"1"}},
+            {{"operator", "="}, {"value", "2147483648"}},
+            "SetAttributeValueAction: value 2147483648 does not fit attribute x of type SA_INT32_T on cellId=1"},
+        FailureCase{"malformed",
+                    {"x", SA_IMM_ATTR_SAUINT32T, {"1"}},
+                    {{"operator", "+"}, {"value", "12x"}},
                     "SetAttributeValueAction: value 12x does not fit attribute x of type SA_UINT32_T on cellId=1"},
-        FailureCase{"negative unsigned", {"x", SA_IMM_ATTR_SAUINT64T, {"1"}}, {{"operator", "="}, {"value", "-1"}},
+        FailureCase{"negative unsigned",
+                    {"x", SA_IMM_ATTR_SAUINT64T, {"1"}},
+                    {{"operator", "="}, {"value", "-1"}},
                     "SetAttributeValueAction: value -1 does not fit attribute x of type SA_UINT64_T on cellId=1"},
-        FailureCase{"bad bound", {"x", SA_IMM_ATTR_SAINT32T, {"1"}},
+        FailureCase{"bad bound",
+                    {"x", SA_IMM_ATTR_SAINT32T, {"1"}},
                     {{"operator", "="}, {"value", "2"}, {"rangeStart", "low"}},
                     "SetAttributeValueAction: value low does not fit attribute x of type SA_INT32_T on cellId=1"},
-        FailureCase{"shift width", {"x", SA_IMM_ATTR_SAINT32T, {"1"}}, {{"operator", "<<"}, {"value", "32"}},
+        FailureCase{"shift width",
+                    {"x", SA_IMM_ATTR_SAINT32T, {"1"}},
+                    {{"operator", "<<"}, {"value", "32"}},
                     "SetAttributeValueAction: shift count 32 is out of range for attribute x of type SA_INT32_T on "
                     "cellId=1"},
-        FailureCase{"negative shift", {"x", SA_IMM_ATTR_SAUINT64T, {"1"}}, {{"operator", ">>"}, {"value", "-1"}},
+        FailureCase{"negative shift",
+                    {"x", SA_IMM_ATTR_SAUINT64T, {"1"}},
+                    {{"operator", ">>"}, {"value", "-1"}},
                     "SetAttributeValueAction: shift count -1 is out of range for attribute x of type SA_UINT64_T on "
                     "cellId=1"},
-        FailureCase{"divide by zero", {"x", SA_IMM_ATTR_SAINT64T, {"1"}}, {{"operator", "/"}, {"value", "-0"}},
+        FailureCase{"divide by zero",
+                    {"x", SA_IMM_ATTR_SAINT64T, {"1"}},
+                    {{"operator", "/"}, {"value", "-0"}},
                     "SetAttributeValueAction: division by zero on attribute x of cellId=1"},
-        FailureCase{"minus on a string", {"x", SA_IMM_ATTR_SASTRINGT, {"a"}}, {{"operator", "-"}, {"value", "a"}},
+        FailureCase{"minus on a string",
+                    {"x", SA_IMM_ATTR_SASTRINGT, {"a"}},
+                    {{"operator", "-"}, {"value", "a"}},
                     "SetAttributeValueAction: operator - is not defined for attribute x of type SA_STRING_T on "
                     "cellId=1"},
-        FailureCase{"and on a double", {"x", SA_IMM_ATTR_SADOUBLET, {"1"}}, {{"operator", "&"}, {"value", "1"}},
+        FailureCase{"and on a double",
+                    {"x", SA_IMM_ATTR_SADOUBLET, {"1"}},
+                    {{"operator", "&"}, {"value", "1"}},
                     "SetAttributeValueAction: operator & is not defined for attribute x of type SA_DOUBLE_T on "
                     "cellId=1"},
-        FailureCase{"plus on a name", {"x", SA_IMM_ATTR_SANAMET, {"a=1"}}, {{"operator", "+"}, {"value", "b"}},
+        FailureCase{"plus on a name",
+                    {"x", SA_IMM_ATTR_SANAMET, {"a=1"}},
+                    {{"operator", "+"}, {"value", "b"}},
                     "SetAttributeValueAction: operator + is not defined for attribute x of type SA_NAME_T on "
                     "cellId=1"},
-        FailureCase{"bytes", {"x", SA_IMM_ATTR_SAANYT, {}}, {{"operator", "="}, {"value", "1"}},
+        FailureCase{"bytes",
+                    {"x", SA_IMM_ATTR_SAANYT, {}},
+                    {{"operator", "="}, {"value", "1"}},
                     "SetAttributeValueAction: attribute x of type SA_ANY_T on cellId=1 takes no text value"},
-        FailureCase{"multi-valued source", {"x", SA_IMM_ATTR_SAINT32T, {"1"}},
+        FailureCase{"multi-valued source",
+                    {"x", SA_IMM_ATTR_SAINT32T, {"1"}},
                     {{"operator", "+"}, {"valueFromAttr", "list"}},
                     "SetAttributeValueAction: operator + needs one value, the source gives 2"}));
 
@@ -201,22 +226,29 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         InvalidCase{{}, {{{"operator", "="}, {"value", "1"}}}, "SetAttributeValueAction requires argument name."},
         InvalidCase{{{"name", "x"}}, {}, "SetAttributeValueAction requires at least one Operation."},
-        InvalidCase{{{"name", "x"}}, {{{"value", "1"}}},
+        InvalidCase{{{"name", "x"}},
+                    {{{"value", "1"}}},
                     "SetAttributeValueAction: invalid combination of arguments in operation  =>  value: 1"},
-        InvalidCase{{{"name", "x"}}, {{{"operator", "="}, {"value", "1"}, {"valueFromAttr", "y"}}},
+        InvalidCase{{{"name", "x"}},
+                    {{{"operator", "="}, {"value", "1"}, {"valueFromAttr", "y"}}},
                     "SetAttributeValueAction: invalid combination of arguments in operation  => (=) value: 1 "
                     "valueFromAttr: y"},
-        InvalidCase{{{"name", "x"}}, {{{"operator", "="}, {"valueFromParentInstance", "true"}, {"value", "1"}}},
+        InvalidCase{{{"name", "x"}},
+                    {{{"operator", "="}, {"valueFromParentInstance", "true"}, {"value", "1"}}},
                     "SetAttributeValueAction: invalid combination of arguments in operation  => (=) value: 1 "
                     "valueFromParentInstance: true"},
-        InvalidCase{{{"name", "x"}}, {{{"operator", "%"}, {"value", "1"}}},
+        InvalidCase{{{"name", "x"}},
+                    {{{"operator", "%"}, {"value", "1"}}},
                     "SetAttributeValueAction: unsupported operator % in operation  => (%) value: 1"},
         InvalidCase{{{"name", "x"}},
-                    {{{"operator", "="}, {"valueFromAttr", "y"}, {"valueFromInstance", "aId=1"},
+                    {{{"operator", "="},
+                      {"valueFromAttr", "y"},
+                      {"valueFromInstance", "aId=1"},
                       {"valueFromParentInstance", "true"}}},
                     "SetAttributeValueAction: the instance sources of operation  => (=) valueFromAttr: y "
                     "valueFromInstance: aId=1 valueFromParentInstance: true exclude each other"},
-        InvalidCase{{{"name", "x"}}, {{{"operator", "="}, {"valueFromAttr", "y"}, {"valueFromParentInstance", "yes"}}},
+        InvalidCase{{{"name", "x"}},
+                    {{{"operator", "="}, {"valueFromAttr", "y"}, {"valueFromParentInstance", "yes"}}},
                     "SetAttributeValueAction: valueFromParentInstance yes is neither true nor an MO class name"},
         InvalidCase{{{"name", "x"}},
                     {{{"operator", "="},
@@ -237,8 +269,7 @@ class SetAttributeSourceTest : public ::testing::TestWithParam<SourceCase> {
  protected:
   void SetUp() override {
     model.add("Site", "", "7", {{"label", SA_IMM_ATTR_SASTRINGT, {"site seven"}}});
-    model.add("Node", "siteId=7", "1",
-              {{"label", SA_IMM_ATTR_SASTRINGT, {"node one"}}});
+    model.add("Node", "siteId=7", "1", {{"label", SA_IMM_ATTR_SASTRINGT, {"node one"}}});
     cell = &model.add("Cell", "nodeId=1,siteId=7", "1",
                       {{"label", SA_IMM_ATTR_SASTRINGT, {"old"}},
                        {"bits", SA_IMM_ATTR_SAANYT, {}},
@@ -276,7 +307,8 @@ INSTANTIATE_TEST_SUITE_P(
         SourceCase{"literal", {{"value", "new"}}, {"new"}},
         SourceCase{"own attribute, all values", {{"valueFromAttr", "plmns"}}, {"70000", "5"}},
         SourceCase{"own attribute, first value", {{"valueFromSingleAttr", "plmns"}}, {"70000"}},
-        SourceCase{"instance by name", {{"valueFromAttr", "label"}, {"valueFromInstance", "sectorId=1,nodeId=1,siteId=7"}},
+        SourceCase{"instance by name",
+                   {{"valueFromAttr", "label"}, {"valueFromInstance", "sectorId=1,nodeId=1,siteId=7"}},
                    {"sector one"}},
         SourceCase{"struct instance by name",
                    {{"valueFromAttr", "label"},
@@ -284,26 +316,26 @@ INSTANTIATE_TEST_SUITE_P(
                     {"structType", "Plmn"}},
                    {"plmn struct"}},
         SourceCase{"parent", {{"valueFromAttr", "label"}, {"valueFromParentInstance", "true"}}, {"node one"}},
-        SourceCase{"ancestor of a class", {{"valueFromAttr", "label"}, {"valueFromParentInstance", "Site"}},
-                   {"site seven"}},
-        SourceCase{"any instance of a class", {{"valueFromAttr", "label"}, {"valueFromMoTypeAnyInstance", "Sector"}},
+        SourceCase{
+            "ancestor of a class", {{"valueFromAttr", "label"}, {"valueFromParentInstance", "Site"}}, {"site seven"}},
+        SourceCase{"any instance of a class",
+                   {{"valueFromAttr", "label"}, {"valueFromMoTypeAnyInstance", "Sector"}},
                    {"sector one"}},
-        SourceCase{"child of a class", {{"valueFromAttr", "label"}, {"valueFromMoTypeAnyChildInstance", "Carrier"}},
+        SourceCase{"child of a class",
+                   {{"valueFromAttr", "label"}, {"valueFromMoTypeAnyChildInstance", "Carrier"}},
                    {"carrier two"}},
         SourceCase{"referencing instance",
                    {{"valueFromAttr", "label"},
                     {"valueFromInstanceReferencedBy", "Relation.cellRef"},
                     {"valueFromImmNamespace", ""}},
                    {"relation five"}},
-        SourceCase{"referencing instance, any attribute",
-                   {{"valueFromAttr", "label"},
-                    {"valueFromInstanceReferencedBy", "Relation"},
-                    {"valueFromImmNamespace", ""}},
-                   {"relation five"}},
+        SourceCase{
+            "referencing instance, any attribute",
+            {{"valueFromAttr", "label"}, {"valueFromInstanceReferencedBy", "Relation"}, {"valueFromImmNamespace", ""}},
+            {"relation five"}},
         SourceCase{"only instance", {{"valueFromTypeRefOnlyInstance", "Site"}}, {"siteId=7"}},
         SourceCase{"bytes as bitmap", {{"valueFromBitmapStringAttr", "bits"}}, {"258"}},
-        SourceCase{"binary text as bitmap",
-                   {{"valueFromBitmapStringAttr", "flags"}}, {"5"}}));
+        SourceCase{"binary text as bitmap", {{"valueFromBitmapStringAttr", "flags"}}, {"5"}}));
 
 class SetAttributeMissingSourceTest : public SetAttributeSourceTest {};
 
@@ -346,10 +378,11 @@ INSTANTIATE_TEST_SUITE_P(
         SourceCase{"several instances",
                    {{"valueFromTypeRefOnlyInstance", "Relation"}},
                    {"SetAttributeValueAction: no single instance of class Relation"}},
-        SourceCase{"bytes without bitmap",
-                   {{"valueFromAttr", "bits"}},
-                   {"SetAttributeValueAction: attribute bits of cellId=1,nodeId=1,siteId=7 is of type SA_ANY_T; read it with "
-                    "valueFromBitmapStringAttr"}},
+        SourceCase{
+            "bytes without bitmap",
+            {{"valueFromAttr", "bits"}},
+            {"SetAttributeValueAction: attribute bits of cellId=1,nodeId=1,siteId=7 is of type SA_ANY_T; read it with "
+             "valueFromBitmapStringAttr"}},
         SourceCase{"text that is no bitmap",
                    {{"valueFromBitmapStringAttr", "label"}},
                    {"SetAttributeValueAction: attribute label of cellId=1,nodeId=1,siteId=7 is no bitmap"}}));
@@ -383,8 +416,8 @@ TEST(SetAttributeValueActionTest, AbsentAttributeIsCreatedWithTheSourceTypeOrThe
   EXPECT_TRUE(model.run(action, "Cell", {{"name", "copy"}}, {{{"operator", "="}, {"valueFromAttr", "list"}}}));
   EXPECT_EQ(Strings({"1", "2"}), ValueModel::values(cell, "copy"));
   EXPECT_EQ(uint32_t{SA_IMM_ATTR_SAUINT64T}, cell.getAttribute("copy")->getType());
-  EXPECT_TRUE(model.run(action, "Cell", {{"name", "fresh"}, {"type", "SA_DOUBLE_T"}},
-                        {{{"operator", "="}, {"value", "2.5"}}}));
+  EXPECT_TRUE(
+      model.run(action, "Cell", {{"name", "fresh"}, {"type", "SA_DOUBLE_T"}}, {{{"operator", "="}, {"value", "2.5"}}}));
   EXPECT_EQ(Strings{"2.500000"}, ValueModel::values(cell, "fresh"));
 }
 
@@ -427,8 +460,8 @@ TEST(SetAttributeValueActionTest, MalformedOldValueIsAFailureNotAnAbort) {
   ValueModel model;
   model.add("Cell", "", "1", {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}});
   SetAttributeValueAction action;
-  EXPECT_FALSE(model.run(action, "Cell", {{"name", "x"}, {"oldAttributeValue", "one"}},
-                         {{{"operator", "="}, {"value", "2"}}}));
+  EXPECT_FALSE(
+      model.run(action, "Cell", {{"name", "x"}, {"oldAttributeValue", "one"}}, {{{"operator", "="}, {"value", "2"}}}));
   EXPECT_EQ(Strings{"SetAttributeValueAction: value one does not fit attribute x of type SA_INT32_T on cellId=1"},
             model.failures);
 }
@@ -445,7 +478,8 @@ TEST(SetAttributeValueActionTest, MissingGroupIsReportedWithTheArguments) {
 TEST(SetAttributeValueActionTest, AFailingInstanceDoesNotStopTheOthers) {
   ValueModel model;
   model.add("Cell", "", "1", {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}});
-  InstanceIf& two = model.add("Cell", "", "2", {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}, {"y", SA_IMM_ATTR_SAINT32T, {"9"}}});
+  InstanceIf& two =
+      model.add("Cell", "", "2", {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}, {"y", SA_IMM_ATTR_SAINT32T, {"9"}}});
   SetAttributeValueAction action;
   EXPECT_FALSE(model.run(action, "Cell", {{"name", "x"}}, {{{"operator", "="}, {"valueFromAttr", "y"}}}));
   EXPECT_EQ(Strings{"9"}, ValueModel::values(two, "x"));

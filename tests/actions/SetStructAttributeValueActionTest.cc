@@ -1,9 +1,8 @@
-#include "actions/SetStructAttributeValueAction.h"
-
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
 #include "ValueModel.h"
+#include "actions/SetStructAttributeValueAction.h"
 #include "safcImmCt.h"
 
 namespace {
@@ -70,7 +69,8 @@ TEST_F(SetStructAttributeValueActionTest, FilteredOrUnreferencingInstancesAreLef
 }
 
 TEST_F(SetStructAttributeValueActionTest, RequiresItsThreeArgumentsAndAnOperation) {
-  EXPECT_FALSE(model.validate(action, {{"name", "plmns"}, {"structType", "Plmn"}}, {{{"operator", "="}, {"value", "1"}}}));
+  EXPECT_FALSE(
+      model.validate(action, {{"name", "plmns"}, {"structType", "Plmn"}}, {{{"operator", "="}, {"value", "1"}}}));
   EXPECT_FALSE(model.validate(action, args(), {}));
   EXPECT_EQ(Strings({"SetStructAttributeValueAction requires arguments name, structType and structAttribute.",
                      "SetStructAttributeValueAction requires at least one Operation."}),

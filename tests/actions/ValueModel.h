@@ -5,13 +5,13 @@
 #ifndef VOSK_TESTS_ACTIONS_VALUE_MODEL_H
 #define VOSK_TESTS_ACTIONS_VALUE_MODEL_H
 
+#include <gtest/gtest.h>
+
 #include <cctype>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "icti/IctiHandlerIf.h"
 #include "icti/InstanceGroup.h"
@@ -105,22 +105,38 @@ class ValueModel : public IctiHandlerIf {
     }
   }
   static void set(OperationArgument& op, const std::string& field, const char* text) {
-    if (field == "rangeStart") op.setRangeStart(text);
-    else if (field == "rangeEnd") op.setRangeEnd(text);
-    else if (field == "operator") op.setOperator(text);
-    else if (field == "value") op.setValue(text);
-    else if (field == "valueFromAttr") op.setValueFromAttr(text);
-    else if (field == "valueFromInstance") op.setValueFromInstance(text);
-    else if (field == "structType") op.setStructType(text);
-    else if (field == "valueFromMoTypeAnyInstance") op.setValueFromMoTypeAnyInstance(text);
-    else if (field == "valueFromTypeRefOnlyInstance") op.setValueFromTypeRefOnlyInstance(text);
-    else if (field == "valueFromParentInstance") op.setValueFromParentInstance(text);
-    else if (field == "valueFromBitmapStringAttr") op.setValueFromBitmapStringAttr(text);
-    else if (field == "valueFromInstanceReferencedBy") op.setValueFromInstanceReferencedBy(text);
-    else if (field == "valueFromImmNamespace") op.setValueFromImmNamespace(text);
-    else if (field == "valueFromSingleAttr") op.setValueFromSingleAttr(text);
-    else if (field == "valueFromMoTypeAnyChildInstance") op.setValueFromMoTypeAnyChildInstance(text);
-    else ADD_FAILURE() << "unknown operation field " << field;
+    if (field == "rangeStart")
+      op.setRangeStart(text);
+    else if (field == "rangeEnd")
+      op.setRangeEnd(text);
+    else if (field == "operator")
+      op.setOperator(text);
+    else if (field == "value")
+      op.setValue(text);
+    else if (field == "valueFromAttr")
+      op.setValueFromAttr(text);
+    else if (field == "valueFromInstance")
+      op.setValueFromInstance(text);
+    else if (field == "structType")
+      op.setStructType(text);
+    else if (field == "valueFromMoTypeAnyInstance")
+      op.setValueFromMoTypeAnyInstance(text);
+    else if (field == "valueFromTypeRefOnlyInstance")
+      op.setValueFromTypeRefOnlyInstance(text);
+    else if (field == "valueFromParentInstance")
+      op.setValueFromParentInstance(text);
+    else if (field == "valueFromBitmapStringAttr")
+      op.setValueFromBitmapStringAttr(text);
+    else if (field == "valueFromInstanceReferencedBy")
+      op.setValueFromInstanceReferencedBy(text);
+    else if (field == "valueFromImmNamespace")
+      op.setValueFromImmNamespace(text);
+    else if (field == "valueFromSingleAttr")
+      op.setValueFromSingleAttr(text);
+    else if (field == "valueFromMoTypeAnyChildInstance")
+      op.setValueFromMoTypeAnyChildInstance(text);
+    else
+      ADD_FAILURE() << "unknown operation field " << field;
   }
 
   std::map<std::string, std::unique_ptr<InstanceGroup>> groups_;

@@ -1,9 +1,8 @@
-#include "actions/ValueText.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "actions/ValueText.h"
 #include "safcImmCt.h"
 
 namespace {
@@ -35,11 +34,11 @@ INSTANTIATE_TEST_SUITE_P(
         FitCase{SA_IMM_ATTR_SAINT64T, "9223372036854775808", false},
         FitCase{SA_IMM_ATTR_SAINT64T, "-9223372036854775808", true},
         FitCase{SA_IMM_ATTR_SAUINT64T, "18446744073709551615", true},
-        FitCase{SA_IMM_ATTR_SAUINT64T, "18446744073709551616", false},
-        FitCase{SA_IMM_ATTR_SAUINT64T, "-0", false}, FitCase{SA_IMM_ATTR_SADOUBLET, "1.500000", true},
-        FitCase{SA_IMM_ATTR_SADOUBLET, "-2e3", true}, FitCase{SA_IMM_ATTR_SADOUBLET, "1.5x", false},
-        FitCase{SA_IMM_ATTR_SADOUBLET, "", false}, FitCase{SA_IMM_ATTR_SASTRINGT, "", true},
-        FitCase{SA_IMM_ATTR_SASTRINGT, "any text", true}, FitCase{SA_IMM_ATTR_SANAMET, std::string(599, 'n'), true},
+        FitCase{SA_IMM_ATTR_SAUINT64T, "18446744073709551616", false}, FitCase{SA_IMM_ATTR_SAUINT64T, "-0", false},
+        FitCase{SA_IMM_ATTR_SADOUBLET, "1.500000", true}, FitCase{SA_IMM_ATTR_SADOUBLET, "-2e3", true},
+        FitCase{SA_IMM_ATTR_SADOUBLET, "1.5x", false}, FitCase{SA_IMM_ATTR_SADOUBLET, "", false},
+        FitCase{SA_IMM_ATTR_SASTRINGT, "", true}, FitCase{SA_IMM_ATTR_SASTRINGT, "any text", true},
+        FitCase{SA_IMM_ATTR_SANAMET, std::string(599, 'n'), true},
         FitCase{SA_IMM_ATTR_SANAMET, std::string(600, 'n'), false}, FitCase{SA_IMM_ATTR_SAANYT, "00ff", false}));
 
 TEST(ValueTextTest, ZeroIsRecognisedInEveryNumberForm) {
