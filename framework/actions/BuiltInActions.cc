@@ -1,5 +1,6 @@
 #include "actions/BuiltInActions.h"
 
+#include "actions/AddArrayElementAction.h"
 #include "actions/AddAttributeAction.h"
 #include "actions/CreateChildInstanceAction.h"
 #include "actions/CreateChildStructAction.h"
@@ -11,6 +12,8 @@
 #include "actions/RenameAttributeAction.h"
 #include "actions/RenameENodeBFunctionIdAction.h"
 #include "actions/RenameMoTypeAction.h"
+#include "actions/SetAttributeValueAction.h"
+#include "actions/SetStructAttributeValueAction.h"
 #include "xml/UpgradeActionIf.h"
 
 std::vector<UpgradeActionIf*> createBuiltInActions() {
@@ -22,9 +25,12 @@ std::vector<UpgradeActionIf*> createBuiltInActions() {
   actions.push_back(new DeleteMoTypeAction());
   actions.push_back(new CreateMoTypeAction());
   actions.push_back(new CreateChildStructAction());
+  actions.push_back(new SetAttributeValueAction());
   actions.push_back(new RenameMoTypeAction());
   actions.push_back(new RenameAttributeAction());
+  actions.push_back(new AddArrayElementAction());
   actions.push_back(new RemoveArrayElementAction());
   actions.push_back(new RenameENodeBFunctionIdAction());
+  actions.push_back(new SetStructAttributeValueAction());
   return actions;
 }

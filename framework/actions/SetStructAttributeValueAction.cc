@@ -1,0 +1,89 @@
+#include "actions/SetStructAttributeValueAction.h"
+
+#include "actions/ValueOperations.h"
+#include "common/Log.h"
+#include "xml/ThreadSlot.h"
+
+namespace {
+
+constexpr const char* kName = "SetStructAttributeValueAction";
+
+using HandlerSlot = ThreadSlot<struct SetStructAttributeValueHandlerTag, IctiHandlerIf*>;
+
+// The names of the struct instances the filter admits among the values of
+// the reference attribute.
+std::vector<std::string> referredStructs(InstanceIf& instance, AttributeInternalIf& references, FilterIf& filter) {
+  std::vector<std::string> ldns;
+  for (uint32_t i = 0; i < references.getNumberOfValues(); ++i) {
+    const char* text = references.readValueAtIndex(i);
+    std::string ldn = text == nullptr ? std::string() : text;
+    if (!ldn.empty() && filter.applies(instance, i)) ldns.push_back(ldn);
+  }
+  return ldns;
+}
+
+bool setStructAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+  IctiHandlerIf& handler = *HandlerSlot::get();
+  std::string name, structType, structAttribute;
+  args.getArgument("name", name);
+  args.getArgument("structType", structType);
+  args.getArgument("structAttribute", structAttribute);
+  ValueOperations operations(handler, kName, args);
+  bool admitted = false;
+  if (!operations.admits(instance, name, filter, admitted)) return false;
+  if (!admitted) {
+    TAV_LOG(INFO, "Filter does not apply");
+    return true;
+  }
+  AttributeInternalIf* references = instance.getAttribute(name);
+  if (references == nullptr || references->getNumberOfValues() == 0) {
+    TAV_LOG(INFO, "%s: %s has no value in attribute %s, nothing to change", kName, instance.getLdn().c_str(),
+            name.c_str());
+    return true;
+  }
+  InstanceGroupIf* structs = handler.getInstanceGroup(structType, "", false);
+  auto everyPosition = [](uint32_t) { return true; };
+  bool result = true;
+  for (const std::string& ldn : referredStructs(instance, *references, filter)) {
+    InstanceIf* target = structs == nullptr ? nullptr : structs->getInstance(ldn);
+    if (target == nullptr) {
+      OperationSource::report(handler, "%s: struct instance %s of %s not found", kName, ldn.c_str(),
+                              structType.c_str());
+      result = false;
+      continue;
+    }
+    result = operations.apply(instance, *target, structAttribute, everyPosition, true) && result;
+  }
+  return result;
+}
+
+}  // namespace
+
+SetStructAttributeValueAction::SetStructAttributeValueAction() : UpgradeAction(kName, setStructAttributeValue) {}
+
+bool SetStructAttributeValueAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                            ActionArgumentsIf& args) {
+  HandlerSlot::Scope keep(ictiHandler);
+  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
+}
+
+bool SetStructAttributeValueAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  requireHandler(ictiHandler);
+  std::string value;
+  if (!args.getArgument("name", value) || !args.getArgument("structType", value) ||
+      !args.getArgument("structAttribute", value)) {
+    fail(ictiHandler, "SetStructAttributeValueAction requires arguments name, structType and structAttribute.");
+    return false;
+  }
+  if (args.getOperations().empty()) {
+    fail(ictiHandler, "SetStructAttributeValueAction requires at least one Operation.");
+    return false;
+  }
+  return ValueOperations::check(args, *ictiHandler, kName, false, true);
+}
+
+void SetStructAttributeValueAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
+  fail(ictiHandler,
+       "Action Failed: SetStructAttributeValueAction: No instance group to operate on. Action arguments: %s",
+       args.argumentsToString());
+}

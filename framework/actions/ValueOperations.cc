@@ -1,0 +1,220 @@
+#include "actions/ValueOperations.h"
+
+#include "actions/ValueText.h"
+#include "common/Log.h"
+#include "safcImmCt.h"
+#include "xml/AtrributeTypes.h"
+
+// What an operator does and to which types it applies.
+struct ValueOperations::Operator {
+  enum Kind { kAssign, kAdd, kArithmetic, kDivide, kShift, kBitwise };
+  const char* text;
+  Kind kind;
+  bool (AttributeIf::*change)(uint32_t index, const char* value);
+};
+
+bool ValueOperations::definedFor(const Operator& op, uint32_t type) {
+  switch (op.kind) {
+    case Operator::kAssign:
+      return true;
+    case Operator::kAdd:  // strings append
+      return ValueText::isNumber(type) || type == SA_IMM_ATTR_SASTRINGT;
+    case Operator::kArithmetic:
+    case Operator::kDivide:
+      return ValueText::isNumber(type);
+    case Operator::kShift:
+    case Operator::kBitwise:
+      return ValueText::integerWidth(type) != 0;
+  }
+  return false;
+}
+
+const ValueOperations::Operator* ValueOperations::findOperator(const std::string& text) {
+  static const Operator kOperators[] = {
+      {"=", Operator::kAssign, &AttributeIf::setValueAtIndex},
+      {"+", Operator::kAdd, &AttributeIf::addIntegerAtIndex},
+      {"-", Operator::kArithmetic, &AttributeIf::substractIntegerAtIndex},
+      {"*", Operator::kArithmetic, &AttributeIf::multiplyAtIndex},
+      {"/", Operator::kDivide, &AttributeIf::divideAtIndex},
+      {"<<", Operator::kShift, &AttributeIf::bitwiseLeftShiftAtIndex},
+      {">>", Operator::kShift, &AttributeIf::bitwiseRightShiftAtIndex},
+      {"&", Operator::kBitwise, &AttributeIf::bitwiseAndAtIndex},
+      {"|", Operator::kBitwise, &AttributeIf::bitwiseOrAtIndex},
+      {"^", Operator::kBitwise, &AttributeIf::bitwiseXorAtIndex},
+  };
+  for (const Operator& op : kOperators) {
+    if (text == op.text) return &op;
+  }
+  return nullptr;
+}
+
+bool ValueOperations::check(ActionArgumentsIf& args, IctiHandlerIf& ictiHandler, const char* actionName,
+                            bool assignOnly, bool rangeAllowed) {
+  std::string typeName;
+  if (args.getArgument("type", typeName)) AtrributeTypes::attributeTypeFromText(typeName);
+  for (OperationArgumentIf* operation : args.getOperations()) {
+    if (!OperationSource::check(*operation, ictiHandler, actionName)) return false;
+    const std::string text = operation->toString();
+    bool isSet = false;
+    std::string opText;
+    operation->getOperator(isSet, opText);
+    if (findOperator(opText) == nullptr || (assignOnly && opText != "=")) {
+      OperationSource::report(ictiHandler, "%s: unsupported operator %s in operation %s", actionName, opText.c_str(),
+                              text.c_str());
+      return false;
+    }
+    if (!rangeAllowed && operation->hasRange()) {
+      OperationSource::report(ictiHandler, "%s: operation %s takes no range", actionName, text.c_str());
+      return false;
+    }
+  }
+  return true;
+}
+
+bool ValueOperations::admits(InstanceIf& instance, const std::string& name, FilterIf& filter, bool& admitted) {
+  admitted = false;
+  AttributeInternalIf* attribute = instance.getAttribute(name);
+  uint32_t count = attribute == nullptr ? 0 : attribute->getNumberOfValues();
+  std::string oldValue;
+  if (count > 0 && args_.getArgument("oldAttributeValue", oldValue) && attribute->getType() != SA_IMM_ATTR_SAANYT &&
+      !ValueText::fits(attribute->getType(), oldValue)) {
+    return reportMisfit(*attribute, oldValue, instance.getLdn());
+  }
+  for (uint32_t i = 0; i < (count == 0 ? 1 : count) && !admitted; ++i) admitted = filter.applies(instance, i);
+  return true;
+}
+
+bool ValueOperations::apply(InstanceIf& owner, InstanceIf& target, const std::string& name,
+                            const PositionFilter& admits, bool wholeAssignment) {
+  for (OperationArgumentIf* operation : args_.getOperations()) {
+    if (!applyOne(*operation, owner, target, name, admits, wholeAssignment)) return false;
+  }
+  return true;
+}
+
+bool ValueOperations::applyOne(const OperationArgumentIf& operation, InstanceIf& owner, InstanceIf& target,
+                               const std::string& name, const PositionFilter& admits, bool wholeAssignment) {
+  bool isSet = false;
+  std::string opText;
+  operation.getOperator(isSet, opText);
+  const Operator* op = findOperator(opText);
+  OperationSource::Values values;
+  if (op == nullptr || !source_.resolve(operation, owner, values)) return false;
+  if (op->kind == Operator::kAssign && !operation.hasRange() && wholeAssignment) {
+    return assignAll(target, name, values);
+  }
+  const std::string ldn = target.getLdn();
+  AttributeInternalIf* attribute = target.getAttribute(name);
+  if (attribute == nullptr || attribute->getNumberOfValues() == 0) {
+    TAV_LOG(INFO, "%s: %s has no value in attribute %s, nothing to change", actionName_, ldn.c_str(), name.c_str());
+    return true;
+  }
+  if (values.texts.size() != 1) {
+    OperationSource::report(ictiHandler_, "%s: operator %s needs one value, the source gives %zu", actionName_,
+                            op->text, values.texts.size());
+    return false;
+  }
+  return changeEach(*op, operation, *attribute, values.texts.front(), ldn, admits);
+}
+
+bool ValueOperations::assignAll(InstanceIf& target, const std::string& name, const OperationSource::Values& values) {
+  const std::string ldn = target.getLdn();
+  AttributeInternalIf* attribute = textAttribute(target, name, values.type);
+  if (attribute == nullptr || !allFit(*attribute, values.texts, ldn)) return false;
+  while (attribute->getNumberOfValues() > 0) attribute->eraseValueAtIndex(0);
+  for (const std::string& text : values.texts) attribute->addCopy(text.c_str());
+  TAV_LOG(INFO, "%s: %s of %s set to %zu value(s)", actionName_, name.c_str(), ldn.c_str(), values.texts.size());
+  return true;
+}
+
+bool ValueOperations::changeEach(const Operator& op, const OperationArgumentIf& operation,
+                                 AttributeInternalIf& attribute, const std::string& value, const std::string& ldn,
+                                 const PositionFilter& admits) {
+  if (!operandFits(op, attribute, value, ldn)) return false;
+  bool hasStart = false, hasEnd = false;
+  std::string start, end;
+  operation.getRangeStart(hasStart, start);
+  operation.getRangeEnd(hasEnd, end);
+  if (hasStart && !ValueText::fits(attribute.getType(), start)) return reportMisfit(attribute, start, ldn);
+  if (hasEnd && !ValueText::fits(attribute.getType(), end)) return reportMisfit(attribute, end, ldn);
+  for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
+    bool inRange = !(hasStart && attribute.lessThanAtIndex(i, start.c_str())) &&
+                   !(hasEnd && attribute.greaterThanAtIndex(i, end.c_str()));
+    if (!inRange || !admits(i)) continue;
+    if (!(attribute.*op.change)(i, value.c_str())) {
+      OperationSource::report(ictiHandler_, "%s: operator %s failed at index %u of attribute %s on %s", actionName_,
+                              op.text, i, attribute.getName().c_str(), ldn.c_str());
+      return false;
+    }
+    TAV_LOG(INFO, "%s: %s[%u] of %s %s %s", actionName_, attribute.getName().c_str(), i, ldn.c_str(), op.text,
+            value.c_str());
+  }
+  return true;
+}
+
+bool ValueOperations::operandFits(const Operator& op, AttributeInternalIf& attribute, const std::string& value,
+                                  const std::string& ldn) {
+  const uint32_t type = attribute.getType();
+  const std::string name = attribute.getName();
+  if (type == SA_IMM_ATTR_SAANYT) {
+    OperationSource::report(ictiHandler_, "%s: attribute %s of type SA_ANY_T on %s takes no text value", actionName_,
+                            name.c_str(), ldn.c_str());
+    return false;
+  }
+  if (!definedFor(op, type)) {
+    OperationSource::report(ictiHandler_, "%s: operator %s is not defined for attribute %s of type %s on %s",
+                            actionName_, op.text, name.c_str(), ValueText::typeName(type), ldn.c_str());
+    return false;
+  }
+  if (op.kind == Operator::kShift) {
+    long long count = 0;
+    if (!ValueText::parseSigned(value, count) || count < 0 || count >= ValueText::integerWidth(type)) {
+      OperationSource::report(ictiHandler_, "%s: shift count %s is out of range for attribute %s of type %s on %s",
+                              actionName_, value.c_str(), name.c_str(), ValueText::typeName(type), ldn.c_str());
+      return false;
+    }
+    return true;
+  }
+  if (!ValueText::fits(type, value)) return reportMisfit(attribute, value, ldn);
+  if (op.kind == Operator::kDivide && ValueText::isZero(type, value)) {
+    OperationSource::report(ictiHandler_, "%s: division by zero on attribute %s of %s", actionName_, name.c_str(),
+                            ldn.c_str());
+    return false;
+  }
+  return true;
+}
+
+bool ValueOperations::reportMisfit(AttributeInternalIf& attribute, const std::string& value, const std::string& ldn) {
+  OperationSource::report(ictiHandler_, "%s: value %s does not fit attribute %s of type %s on %s", actionName_,
+                          value.c_str(), attribute.getName().c_str(), ValueText::typeName(attribute.getType()),
+                          ldn.c_str());
+  return false;
+}
+
+bool ValueOperations::allFit(AttributeInternalIf& attribute, const std::vector<std::string>& texts,
+                             const std::string& ldn) {
+  if (attribute.getType() == SA_IMM_ATTR_SAANYT) {
+    OperationSource::report(ictiHandler_, "%s: attribute %s of type SA_ANY_T on %s takes no text value", actionName_,
+                            attribute.getName().c_str(), ldn.c_str());
+    return false;
+  }
+  for (const std::string& text : texts) {
+    if (!ValueText::fits(attribute.getType(), text)) return reportMisfit(attribute, text, ldn);
+  }
+  return true;
+}
+
+AttributeInternalIf* ValueOperations::textAttribute(InstanceIf& target, const std::string& name, uint32_t sourceType) {
+  AttributeInternalIf* attribute = target.getAttribute(name);
+  if (attribute != nullptr) return attribute;
+  std::string typeName;
+  uint32_t type = args_.getArgument("type", typeName) ? AtrributeTypes::attributeTypeFromText(typeName) : sourceType;
+  if (type == 0 || !target.addAttribute(name, type, &attribute) || attribute == nullptr) {
+    OperationSource::report(ictiHandler_, "%s: attribute %s is missing on %s and no type is given to create it",
+                            actionName_, name.c_str(), target.getLdn().c_str());
+    return nullptr;
+  }
+  TAV_LOG(INFO, "%s: created attribute %s of type %s on %s", actionName_, name.c_str(), ValueText::typeName(type),
+          target.getLdn().c_str());
+  return attribute;
+}
