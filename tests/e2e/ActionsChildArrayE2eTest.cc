@@ -4,16 +4,16 @@
 // writes its node into a temporary folder and reads the new model back.
 
 #include <gtest/gtest.h>
-#include <libxml/parser.h>
-#include <libxml/tree.h>
 
-#include <cstdlib>
+#include <cctype>
 #include <map>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "NodeBuilder.h"
 #include "TempDir.h"
+#include "WholeRun.h"
 #include "actions/RenameENodeBFunctionIdAction.h"
 
 namespace {
@@ -99,11 +99,6 @@ std::string objects() {
   return xml;
 }
 
-std::string imm(const std::string& body) {
-  return "<?xml version=\"1.0\"?>\n<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\">\n" + body +
-         "</imm:IMM-contents>\n";
-}
-
 std::string argument(const std::string& name, const std::string& value) {
   return "<Arg name=\"" + name + "\" value=\"" + value + "\"/>";
 }
@@ -114,85 +109,29 @@ std::string action(const std::string& name, const std::vector<std::pair<std::str
   return xml + "</MoAction>";
 }
 
-// The new model as it was written: objects by distinguished name, each with
-// its class and attributes.
-struct Object {
-  std::string className;
-  std::map<std::string, std::vector<std::string>> attrs;
-};
-using Model = std::map<std::string, Object>;
-
-std::string text(xmlNode* node) {
-  xmlChar* content = xmlNodeGetContent(node);
-  std::string result = content != nullptr ? reinterpret_cast<const char*>(content) : "";
-  xmlFree(content);
-  return result;
-}
-
-std::vector<xmlNode*> elements(xmlNode* parent, const std::string& name) {
-  std::vector<xmlNode*> found;
-  for (xmlNode* child = parent->children; child != nullptr; child = child->next) {
-    if (child->type == XML_ELEMENT_NODE && name == reinterpret_cast<const char*>(child->name)) found.push_back(child);
-  }
-  return found;
-}
-
-Model readModel(const std::string& path) {
-  Model model;
-  xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET);
-  if (doc == nullptr) return model;
-  for (xmlNode* node : elements(xmlDocGetRootElement(doc), "object")) {
-    xmlChar* className = xmlGetProp(node, reinterpret_cast<const xmlChar*>("class"));
-    Object& object = model[text(elements(node, "dn").at(0))];
-    object.className = reinterpret_cast<const char*>(className);
-    xmlFree(className);
-    for (xmlNode* attr : elements(node, "attr")) {
-      std::vector<std::string>& values = object.attrs[text(elements(attr, "name").at(0))];
-      for (xmlNode* value : elements(attr, "value")) values.push_back(text(value));
-    }
-  }
-  xmlFreeDoc(doc);
-  return model;
-}
-
 // One run of the upgrader on a RadioNode 1_0_0 -> 2_0_0 node.
 class NodeRun {
  public:
   NodeRun(const std::string& oldModel, const std::string& newClasses, const std::string& mos) {
-    dir_.write("package/appdata/voskOamUpgradeModLm.xml",
-               "<voskOamUpgradeModLm><lmlist boardType=\"RadioNode\" lmProdNo=\"CXC1\" lmRev=\"R1A\" "
-               "description=\"radio\"/></voskOamUpgradeModLm>\n");
-    dir_.write("package/share/models/RadioNode/imm/RadioNode_imm_classes.xml", imm(newClasses));
-    dir_.write("node/versions", "RadioNode 1_0_0 2_0_0\n");
-    dir_.write("node/imm/old/RadioNode.xml", oldModel);
-    dir_.write("node/imm/new/RadioNode.xml", imm(newClasses));
-    dir_.write("node/lmhi/RadioNode/modification_files/CXC1_R1A/modification_1_0_0_to_2_0_0.xml",
-               "<modificationFile>" + mos + "</modificationFile>\n");
-    const std::string command = std::string(WRAPPER_BINARY) + " --program " + UPGRADER_BINARY + " --package " +
-                                dir_.path() + "/package --node " + dir_.path() + "/node --timeout 30 > " + dir_.path() +
-                                "/report 2>&1";
-    status_ = std::system(command.c_str());
+    e2e::NodeBuilder node(dir_.path());
+    node.addXml("RadioNode", "1_0_0", "2_0_0", oldModel, e2e::NodeBuilder::immDocument(newClasses));
+    node.modificationFile("RadioNode", "CXC1_R1A", "modification_1_0_0_to_2_0_0.xml",
+                          "<modificationFile>" + mos + "</modificationFile>\n");
+    result_ = e2e::WholeRun(node).run();
   }
 
-  bool succeeded() const { return status_ == 0 && !TempDir::exists(out("rollback")); }
-  std::string report() const { return TempDir::read(dir_.path() + "/report"); }
-  std::string out(const std::string& relative) const { return dir_.path() + "/node/out/" + relative; }
-  Model model() const { return readModel(out("model/RadioNode.xml")); }
-  std::string modelText() const { return TempDir::read(out("model/RadioNode.xml")); }
-  std::string log() const { return TempDir::read(out("log/saLogUpgrade/upgrade.log")); }
+  bool succeeded() const { return result_.exitStatus == 0 && result_.rollback.empty(); }
+  std::string report() const { return result_.report + result_.rollbackText(); }
+  e2e::ModelObjects model() const { return result_.objects("RadioNode"); }
+  std::string modelText() const { return result_.model("RadioNode"); }
+  bool logged(const std::string& part) const { return result_.loggedParts(part) > 0; }
 
  private:
   TempDir dir_;
-  int status_ = -1;
+  e2e::RunResult result_;
 };
 
-std::vector<std::string> dnsOf(const Model& model, const std::string& className) {
-  std::vector<std::string> dns;
-  for (const auto& [dn, object] : model) {
-    if (object.className == className) dns.push_back(dn);
-  }
-  return dns;
-}
+using e2e::dnsOf;
 
 std::string cellDn(const char* cell) { return std::string("eUtranCellFDDId=") + cell + "," + kFunction; }
 
@@ -214,9 +153,9 @@ TEST(ActionsChildArrayE2eTest, CreatesAndRemovesChildrenStructsAndArrayElements)
       action("RemoveChildInstanceAction", {{"childType", "TermPointToENB"}, {"parentRdnValue", "2"}}) + "</Mo>" +
       "<Mo name=\"AnrFunction\">" +
       action("CreateChildInstanceAction", {{"childType", "AnrFunctionEUtran"}, {"childRdnValue", "1"}}) + "</Mo>";
-  NodeRun run(imm(classes("eNodeBFunctionId", false) + objects()), classes("eNodeBFunctionId", true), mos);
+  NodeRun run(e2e::NodeBuilder::immDocument(classes("eNodeBFunctionId", false) + objects()), classes("eNodeBFunctionId", true), mos);
   ASSERT_TRUE(run.succeeded()) << run.report();
-  Model model = run.model();
+  e2e::ModelObjects model = run.model();
 
   EXPECT_EQ((std::vector<std::string>{"ueMeasControlId=1," + cellDn("1"), "ueMeasControlId=1," + cellDn("2"),
                                       "ueMeasControlId=1," + cellDn("3")}),
@@ -243,9 +182,9 @@ TEST(ActionsChildArrayE2eTest, RenamesTheFunctionIdOverItsSubtreeOnceOnly) {
                           action("RenameENodeBFunctionIdAction", {{"newENodeBFunctionIdName", "lteFunctionId"}}) +
                           "</Mo>";
   const std::string newClasses = classes("lteFunctionId", false);
-  NodeRun first(imm(classes("eNodeBFunctionId", false) + objects()), newClasses, mos);
+  NodeRun first(e2e::NodeBuilder::immDocument(classes("eNodeBFunctionId", false) + objects()), newClasses, mos);
   ASSERT_TRUE(first.succeeded()) << first.report();
-  Model model = first.model();
+  e2e::ModelObjects model = first.model();
 
   const std::string function = "lteFunctionId=1,managedElementId=1";
   EXPECT_EQ("ENodeBFunction", model[function].className);
@@ -258,13 +197,12 @@ TEST(ActionsChildArrayE2eTest, RenamesTheFunctionIdOverItsSubtreeOnceOnly) {
   EXPECT_EQ("PlmnIdentity", model["id=plmn,eUtranCellFDDId=1," + function].className);
   EXPECT_EQ(std::vector<std::string>{"eUtranCellFDDId=1," + function},
             model["sectorCarrierId=1," + function].attrs["reservedBy"]);
-  EXPECT_NE(std::string::npos, first.log().find("RenameENodeBFunctionIdAction: failed to find InstanceGroup for SIB3"));
+  EXPECT_TRUE(first.logged("RenameENodeBFunctionIdAction: failed to find InstanceGroup for SIB3"));
 
   NodeRun second(first.modelText(), newClasses, mos);
   ASSERT_TRUE(second.succeeded()) << second.report();
-  EXPECT_NE(std::string::npos,
-            second.log().find("RenameENodeBFunctionIdAction: " + function + " already renamed, nothing to do"));
-  Model again = second.model();
+  EXPECT_TRUE(second.logged("RenameENodeBFunctionIdAction: " + function + " already renamed, nothing to do"));
+  e2e::ModelObjects again = second.model();
   ASSERT_EQ(model.size(), again.size());
   for (const auto& [dn, object] : model) {
     ASSERT_EQ(1u, again.count(dn)) << dn;

@@ -4,66 +4,19 @@
 // action must roll the node back with its own reason.
 
 #include <gtest/gtest.h>
-#include <libxml/parser.h>
-#include <libxml/tree.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "NodeBuilder.h"
 #include "TempDir.h"
+#include "WholeRun.h"
 
 namespace {
 
 using Values = std::vector<std::string>;
-
-// An object of the written model: its class and its attributes by name.
-struct WrittenObject {
-  std::string className;
-  std::map<std::string, Values> attributes;
-};
-using WrittenModel = std::map<std::string, WrittenObject>;  // by distinguished name
-
-std::string text(xmlNode* node) {
-  xmlChar* content = xmlNodeGetContent(node);
-  std::string result = content != nullptr ? reinterpret_cast<const char*>(content) : "";
-  xmlFree(content);
-  return result;
-}
-
-bool named(xmlNode* node, const char* name) {
-  return node->type == XML_ELEMENT_NODE && std::string(reinterpret_cast<const char*>(node->name)) == name;
-}
-
-WrittenModel readModel(const std::string& path) {
-  WrittenModel model;
-  xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET);
-  if (doc == nullptr) return model;
-  for (xmlNode* object = xmlDocGetRootElement(doc)->children; object != nullptr; object = object->next) {
-    if (!named(object, "object")) continue;
-    xmlChar* className = xmlGetProp(object, reinterpret_cast<const xmlChar*>("class"));
-    WrittenObject written{reinterpret_cast<const char*>(className), {}};
-    xmlFree(className);
-    std::string dn;
-    for (xmlNode* part = object->children; part != nullptr; part = part->next) {
-      if (named(part, "dn")) dn = text(part);
-      if (!named(part, "attr")) continue;
-      std::string name;
-      Values values;
-      for (xmlNode* field = part->children; field != nullptr; field = field->next) {
-        if (named(field, "name")) name = text(field);
-        if (named(field, "value")) values.push_back(text(field));
-      }
-      written.attributes[name] = values;
-    }
-    model[dn] = written;
-  }
-  xmlFreeDoc(doc);
-  return model;
-}
 
 // One attribute definition: name, type and flags.
 struct AttrDef {
@@ -93,19 +46,13 @@ std::string objectXml(const std::string& className, const std::string& dn,
   return xml + "  </object>\n";
 }
 
-std::string immDocument(const std::string& body) {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<imm:IMM-contents "
-         "xmlns:imm=\"http://www.saforum.org/IMMSchema\">\n" +
-         body + "</imm:IMM-contents>\n";
-}
-
 const std::vector<AttrDef> kFooAttrs = {
     {"settings", "SA_NAME_T"}, {"label", "SA_STRING_T"}, {"counts", "SA_INT32_T", true}, {"obsolete", "SA_INT32_T"}};
 
 // The old model: Foo below Root, with a struct, a child, a class referring
 // to Foo instances and a class that the upgrade drops.
 std::string oldModel() {
-  return immDocument(
+  return e2e::NodeBuilder::immDocument(
       classXml("Root", "rootId", {}) + classXml("Foo", "fooId", kFooAttrs) +
       classXml("FooSettings", "id", {{"mcc", "SA_INT32_T"}}) + classXml("Child", "childId", {{"x", "SA_INT32_T"}}) +
       classXml("Ref", "refId", {{"fooRef", "SA_NAME_T", true}}) + classXml("Gone", "goneId", {}) +
@@ -125,7 +72,7 @@ std::string oldModel() {
 // The new model: Foo is Bar, with `levels` added, `counts` renamed `values`
 // and `obsolete` removed; Gone is gone and Fresh is new.
 std::string newClasses() {
-  return immDocument(classXml("Root", "rootId", {}) +
+  return e2e::NodeBuilder::immDocument(classXml("Root", "rootId", {}) +
                      classXml("Bar", "barId",
                               {{"settings", "SA_NAME_T"},
                                {"label", "SA_STRING_T"},
@@ -150,40 +97,24 @@ std::string mo(const std::string& className, const std::string& action,
 
 // A package and node with the one schema "Lab", upgraded 1_0_0 -> 1_1_0 by
 // `modifications`, run through the wrapper.
-class WholeRun {
+class LabRun {
  public:
-  explicit WholeRun(const std::string& modifications) {
-    dir_.write("package/appdata/voskOamUpgradeModLm.xml",
-               "<voskOamUpgradeModLm><lmlist boardType=\"Lab\" lmProdNo=\"CXC1\" lmRev=\"R1A\" description=\"lab\"/>"
-               "</voskOamUpgradeModLm>\n");
-    dir_.write("package/share/models/Lab/imm/Lab_imm_classes.xml", newClasses());
-    dir_.write("node/versions", "Lab 1_0_0 1_1_0\n");
-    dir_.write("node/imm/old/Lab.xml", oldModel());
-    dir_.write("node/imm/new/Lab.xml", newClasses());
-    dir_.write("node/lmhi/Lab/modification_files/CXC1_R1A/modification_1_0_0_to_1_1_0.xml",
-               modificationFile(modifications));
-    std::string command = std::string(WRAPPER_BINARY) + " --program " + UPGRADER_BINARY + " --package " + dir_.path() +
-                          "/package --node " + dir_.path() + "/node --timeout 30 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
-    char buffer[4096];
-    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) report_.append(buffer, n);
-    int status = pclose(pipe);
-    exitStatus_ = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  explicit LabRun(const std::string& modifications) {
+    e2e::NodeBuilder node(dir_.path());
+    node.addXml("Lab", "1_0_0", "1_1_0", oldModel(), newClasses());
+    node.modificationFile("Lab", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml", modificationFile(modifications));
+    result_ = e2e::WholeRun(node).run();
   }
 
-  int exitStatus() const { return exitStatus_; }
-  const std::string& report() const { return report_; }
-  std::string out(const std::string& relative) const { return dir_.path() + "/node/out/" + relative; }
-  std::string rollback() const { return TempDir::exists(out("rollback")) ? TempDir::read(out("rollback")) : ""; }
+  const e2e::RunResult& result() const { return result_; }
 
  private:
   TempDir dir_;
-  std::string report_;
-  int exitStatus_ = -1;
+  e2e::RunResult result_;
 };
 
 TEST(ActionsMoTypeAttributeE2eTest, NewModelShowsEveryChange) {
-  WholeRun run(mo("Foo", "AddAttributeAction", {{"name", "levels"}, {"type", "SA_INT32_T"}, {"defaultValue", "7|8"}}) +
+  LabRun lab(mo("Foo", "AddAttributeAction", {{"name", "levels"}, {"type", "SA_INT32_T"}, {"defaultValue", "7|8"}}) +
                mo("Foo", "RemoveAttributeAction", {{"name", "obsolete"}}) +
                mo("Foo", "RenameAttributeAction", {{"name", "counts"}, {"newName", "values"}}) +
                mo("Foo", "RenameMoTypeAction",
@@ -195,22 +126,23 @@ TEST(ActionsMoTypeAttributeE2eTest, NewModelShowsEveryChange) {
                    {"morefAttr1", "fooRef"},
                    {"referringMoType1", "Ref"}}) +
                mo("Gone", "DeleteMoTypeAction", {}) + mo("Root", "CreateMoTypeAction", {{"moTypeName", "Fresh"}}));
-  ASSERT_EQ(0, run.exitStatus()) << run.report() << run.rollback();
+  const e2e::RunResult& run = lab.result();
+  ASSERT_EQ(0, run.exitStatus) << run.report << run.rollbackText();
 
-  WrittenModel model = readModel(run.out("model/Lab.xml"));
-  ASSERT_EQ(1u, model.count("barId=1,rootId=1")) << TempDir::read(run.out("model/Lab.xml"));
-  const WrittenObject& bar = model["barId=1,rootId=1"];
+  e2e::ModelObjects model = run.objects("Lab");
+  ASSERT_EQ(1u, model.count("barId=1,rootId=1")) << run.model("Lab");
+  const e2e::ModelObject& bar = model["barId=1,rootId=1"];
   EXPECT_EQ("Bar", bar.className);
   EXPECT_EQ((std::map<std::string, Values>{{"settings", {"id=settings_0,barId=1,rootId=1"}},
                                            {"label", {"a"}},
                                            {"values", {"3", "1", "2"}},
                                            {"levels", {"7", "8"}}}),
-            bar.attributes);
+            bar.attrs);
   EXPECT_EQ("Bar", model["barId=2,rootId=1"].className);
-  EXPECT_EQ((Values{"4"}), model["barId=2,rootId=1"].attributes["values"]);
+  EXPECT_EQ((Values{"4"}), model["barId=2,rootId=1"].attrs["values"]);
   EXPECT_EQ("FooSettings", model["id=settings_0,barId=1,rootId=1"].className);
   EXPECT_EQ("Child", model["childId=1,barId=1,rootId=1"].className);
-  EXPECT_EQ((Values{"barId=2,rootId=1", "childId=1,barId=1,rootId=1"}), model["refId=1,rootId=1"].attributes["fooRef"]);
+  EXPECT_EQ((Values{"barId=2,rootId=1", "childId=1,barId=1,rootId=1"}), model["refId=1,rootId=1"].attrs["fooRef"]);
   for (const auto& [dn, object] : model) {
     EXPECT_EQ(std::string::npos, dn.find("fooId=")) << dn;
     EXPECT_NE("Foo", object.className) << dn;
@@ -230,10 +162,11 @@ void PrintTo(const FailureCase& c, std::ostream* out) { *out << c.name; }
 class ActionsMoTypeAttributeFailureTest : public testing::TestWithParam<FailureCase> {};
 
 TEST_P(ActionsMoTypeAttributeFailureTest, RollsBackWithTheActionsReason) {
-  WholeRun run(GetParam().modifications);
-  EXPECT_EQ(1, run.exitStatus()) << run.report();
-  EXPECT_NE(std::string::npos, run.rollback().find(GetParam().reason)) << run.rollback();
-  EXPECT_FALSE(TempDir::exists(run.out("model/Lab.xml")));
+  LabRun lab(GetParam().modifications);
+  const e2e::RunResult& run = lab.result();
+  EXPECT_EQ(1, run.exitStatus) << run.report;
+  EXPECT_NE(std::string::npos, run.rollbackText().find(GetParam().reason)) << run.rollbackText();
+  EXPECT_TRUE(run.modelFiles().empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(

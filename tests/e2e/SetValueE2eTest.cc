@@ -4,13 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "NodeBuilder.h"
 #include "TempDir.h"
+#include "WholeRun.h"
 
 namespace {
 
@@ -68,28 +67,6 @@ const char* const kObjects = R"(
   <object class="Plmn"><dn>id=p_1,cellId=1,nodeId=1</dn><attr><name>mnc</name><value>2</value></attr></object>
 )";
 
-std::string immFile(const std::string& content) {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\">" +
-         content + "</imm:IMM-contents>\n";
-}
-
-// The values of one attribute of one object in an IMM XML text.
-Strings modelValues(const std::string& model, const std::string& dn, const std::string& attribute) {
-  size_t object = model.find("<dn>" + dn + "</dn>");
-  if (object == std::string::npos) return {"<no object>"};
-  size_t end = model.find("</object>", object);
-  size_t name = model.find("<name>" + attribute + "</name>", object);
-  if (name == std::string::npos || name > end) return {};
-  size_t attrEnd = model.find("</attr>", name);
-  Strings values;
-  for (size_t at = model.find("<value>", name); at < attrEnd; at = model.find("<value>", at + 1)) {
-    size_t start = at + 7;
-    values.push_back(model.substr(start, model.find("</value>", start) - start));
-  }
-  return values;
-}
-
 struct Expectation {
   std::string dn;
   std::string attribute;
@@ -106,43 +83,29 @@ struct E2eCase {
 
 class SetValueE2eTest : public ::testing::TestWithParam<E2eCase> {
  protected:
-  int run(const std::string& mo, std::string& model, std::string& rollback) {
-    dir_.write(
-        "package/appdata/voskOamUpgradeModLm.xml",
-        "<voskOamUpgradeModLm><lmlist boardType=\"Net\" lmProdNo=\"CXC1\" lmRev=\"R1A\"/></voskOamUpgradeModLm>");
-    dir_.write("package/share/models/Net/imm/Net_imm_classes.xml", immFile(kClasses));
-    dir_.write("node/versions", "Net 1_0_0 2_0_0\n");
-    dir_.write("node/imm/old/Net.xml", immFile(std::string(kClasses) + kObjects));
-    dir_.write("node/imm/new/Net.xml", immFile(kClasses));
-    dir_.write("node/lmhi/Net/modification_files/CXC1_R1A/modification_1_0_0_to_2_0_0.xml",
-               "<?xml version=\"1.0\"?>\n<modifications>" + mo + "</modifications>\n");
-    std::string command = std::string(WRAPPER_BINARY) + " --program " + UPGRADER_BINARY + " --package " + dir_.path() +
-                          "/package --node " + dir_.path() + "/node --out " + dir_.path() + "/out >/dev/null 2>&1";
-    int status = std::system(command.c_str());
-    model = read(dir_.path() + "/out/model/Net.xml");
-    rollback = read(dir_.path() + "/out/rollback");
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-
-  static std::string read(const std::string& path) {
-    std::ifstream in(path);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
+  e2e::RunResult run(const std::string& mo) {
+    e2e::NodeBuilder node(dir_.path());
+    node.addXml("Net", "1_0_0", "2_0_0", e2e::NodeBuilder::immDocument(std::string(kClasses) + kObjects),
+                e2e::NodeBuilder::immDocument(kClasses));
+    node.modificationFile("Net", "CXC1_R1A", "modification_1_0_0_to_2_0_0.xml",
+                          "<?xml version=\"1.0\"?>\n<modifications>" + mo + "</modifications>\n");
+    return e2e::WholeRun(node).run();
   }
 
   TempDir dir_;
 };
 
 TEST_P(SetValueE2eTest, NewModelShowsTheValues) {
-  std::string model, rollback;
-  ASSERT_EQ(GetParam().exitStatus, run(GetParam().mo, model, rollback)) << rollback;
+  e2e::RunResult result = run(GetParam().mo);
+  ASSERT_EQ(GetParam().exitStatus, result.exitStatus) << result.rollbackText();
+  e2e::ModelObjects objects = result.objects("Net");
   for (const Expectation& e : GetParam().expected) {
-    EXPECT_EQ(e.values, modelValues(model, e.dn, e.attribute)) << e.dn << " " << e.attribute;
+    ASSERT_EQ(1u, objects.count(e.dn)) << e.dn;
+    EXPECT_EQ(e.values, objects[e.dn].attrs[e.attribute]) << e.dn << " " << e.attribute;
   }
   if (!GetParam().rollback.empty()) {
-    EXPECT_NE(std::string::npos, rollback.find(GetParam().rollback)) << rollback;
-    EXPECT_TRUE(model.empty());
+    EXPECT_NE(std::string::npos, result.rollbackText().find(GetParam().rollback)) << result.rollbackText();
+    EXPECT_TRUE(result.model("Net").empty());
   }
 }
 

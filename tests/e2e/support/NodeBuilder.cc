@@ -63,6 +63,19 @@ NodeBuilder& NodeBuilder::add(const SchemaSetup& schema) {
   return *this;
 }
 
+NodeBuilder& NodeBuilder::addXml(const std::string& name, const std::string& from, const std::string& to,
+                                 const std::string& oldModel, const std::string& newClasses) {
+  SchemaSetup listing;
+  listing.name = name;
+  listing.from = from;
+  listing.to = to;
+  add(listing);
+  write("package/share/models/" + name + "/imm/" + name + "_imm_classes.xml", newClasses);
+  write("node/imm/new/" + name + ".xml", newClasses);
+  if (from != kNewSchemaVersion) write("node/imm/old/" + name + ".xml", oldModel);
+  return *this;
+}
+
 std::string NodeBuilder::modificationFile(const std::string& schema, const std::string& loadModule,
                                           const std::string& fileName, const std::string& content) {
   std::string relative = "node/lmhi/" + schema + "/modification_files/" + loadModule + "/" + fileName;
@@ -83,10 +96,14 @@ std::string NodeBuilder::readingModificationFile(const std::vector<std::string>&
   return out.str();
 }
 
+std::string NodeBuilder::immDocument(const std::string& body) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\">\n" +
+         body + "</imm:IMM-contents>\n";
+}
+
 std::string NodeBuilder::immXml(const std::vector<ImmClass>& classes, const std::vector<ImmObject>& objects) {
   std::ostringstream out;
-  out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-      << "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\">\n";
   for (const ImmClass& cls : classes) {
     const bool runtime = cls.category == "SA_RUNTIME";
     out << "  <class name=\"" << cls.name << "\">\n    <category>" << cls.category << "</category>\n";
@@ -108,8 +125,7 @@ std::string NodeBuilder::immXml(const std::vector<ImmClass>& classes, const std:
     }
     out << "  </object>\n";
   }
-  out << "</imm:IMM-contents>\n";
-  return out.str();
+  return immDocument(out.str());
 }
 
 void NodeBuilder::write(const std::string& relative, const std::string& content) const {

@@ -65,6 +65,10 @@ class NodeBuilder {
   // its class files and old model. A schema added again replaces the first
   // (its files not rewritten are left as they are).
   NodeBuilder& add(const SchemaSetup& schema);
+  // As add(), with the old model (class definitions and objects) and the new
+  // class definitions given as IMM XML texts (see immDocument).
+  NodeBuilder& addXml(const std::string& name, const std::string& from, const std::string& to,
+                      const std::string& oldModel, const std::string& newClasses);
   // Delivers `content` as file `fileName` of load module `loadModule` of the
   // schema's board type; returns the file's path.
   std::string modificationFile(const std::string& schema, const std::string& loadModule,
@@ -75,6 +79,8 @@ class NodeBuilder {
   // A modification file with one Mo element per class and no actions: each
   // class is read from the old model and written back from memory.
   static std::string readingModificationFile(const std::vector<std::string>& classNames);
+  // An IMM XML document around `body` (class and object elements).
+  static std::string immDocument(const std::string& body);
   // The text of IMM XML holding `classes` and then `objects`.
   static std::string immXml(const std::vector<ImmClass>& classes, const std::vector<ImmObject>& objects);
 

@@ -92,6 +92,16 @@ std::string RunResult::model(const std::string& schema) const { return readFile(
 
 std::vector<std::string> RunResult::modelDns(const std::string& schema) const { return elementTexts(model(schema), "dn"); }
 
+ModelObjects RunResult::objects(const std::string& schema) const {
+  return readModelObjects(outPath + "/model/" + schema + ".xml");
+}
+
+std::string RunResult::rollbackText() const {
+  std::string text;
+  for (const std::string& line : rollback) text += line + "\n";
+  return text;
+}
+
 std::vector<std::string> RunResult::modelClasses(const std::string& schema) const {
   return tagAttributes(model(schema), "class", "name");
 }

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "ModelObjects.h"
 #include "NodeBuilder.h"
 
 namespace e2e {
@@ -38,6 +39,10 @@ struct RunResult {
   std::string model(const std::string& schema) const;
   // The dns of the objects in <out>/model/<schema>.xml, in file order.
   std::vector<std::string> modelDns(const std::string& schema) const;
+  // The objects of <out>/model/<schema>.xml by dn; empty when absent.
+  ModelObjects objects(const std::string& schema) const;
+  // The rollback lines as one text, one line each.
+  std::string rollbackText() const;
   // The names of the classes defined in <out>/model/<schema>.xml.
   std::vector<std::string> modelClasses(const std::string& schema) const;
 };
