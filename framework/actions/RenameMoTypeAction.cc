@@ -311,7 +311,9 @@ bool RenameMoTypeAction::renameInstance(InstanceIf& instance, ActionArgumentsIf&
   // Each step reports what it misses and goes on, so that one run names
   // every missing piece.
   bool complete = renameStructs(instance, plan, handler);
-  complete = renameDescendants(oldLdn, plan, handler) && complete;
+  // Descendants are renamed within the struct attributes' loop: a rename
+  // without `structAttr1` leaves the names below the renamed instances alone.
+  if (!plan.structAttributes.empty()) complete = renameDescendants(oldLdn, plan, handler) && complete;
   complete = renameReferences(oldLdn, plan, handler) && complete;
   if (complete) {
     OldGroupSlot::get()->detachInstance(&instance);

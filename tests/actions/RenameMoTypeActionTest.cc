@@ -117,6 +117,12 @@ TEST_F(RenameMoTypeActionTest, NumberingStopsAtTheFirstGap) {
   EXPECT_EQ("childId=1,fooId=1,ME=1", ldnsOf(handler.group("Child"))[0]);
 }
 
+TEST_F(RenameMoTypeActionTest, DescendantsFollowOnlyTogetherWithStructAttributes) {
+  EXPECT_TRUE(run({{"newName", "Bar"}, {"descendant1", "Child"}}));
+  EXPECT_EQ(Texts{}, handler.failures);
+  EXPECT_EQ("childId=1,fooId=1,ME=1", ldnsOf(handler.group("Child"))[0]);
+}
+
 TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
   struct Case {
     const char* what;
@@ -125,7 +131,7 @@ TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
     Texts moved;
   } cases[] = {
       {"descendant class",
-       {{"descendant1", "Nowhere"}},
+       {{"structAttr1", "unset"}, {"structType1", "Child"}, {"descendant1", "Nowhere"}},
        {"No instance group Nowhere", "No instance group Nowhere"},
        {}},
       {"referring class",
