@@ -165,6 +165,25 @@ ENODEB_FUNCTION_SUBTREE = [
     "FlexibleQoSGroup", "FlexibleQoSGroupMember", "NbIotCell", "SciProfile", "UserProfile",
 ]
 RADIO_NODE_OLD += [config_class(name, []) for name in ENODEB_FUNCTION_SUBTREE]
+
+# The struct classes used below the function, which the rename walks too; the
+# node has instances of PlmnIdentity only, and MappingInfoSIBs comes with 2_0_0.
+ENODEB_FUNCTION_STRUCTS = [
+    "EutranCellArea", "GlobalEnbId", "TrafficModelPrb", "CsfbRegParams1xRtt", "ReportConfigParamsUlQciOffset",
+    "FreqGroupPrioGERAN", "MobilityStatusRO", "MbsfnSubframeConfig", "EUtranFreqToQciProfileRelation",
+    "MobilityParams1xRtt", "BandClassPrioCDMA2000", "WhiteListPlmnIdentity", "FrameStartOffsetTDD",
+    "PmUeMeasIntraFreq", "FreqPrioEUTRA", "TraceStreamStructRO", "OcngPrbSerie", "Tmgi", "EutranCellCorner",
+    "SpectrumEmissionReqMapping", "Cdma1xRttCellId", "TacSvAndSnRange", "ParameterChangeRequestRO",
+    "PmUeMeasInterFreq", "ChangeNotificationSIBs", "PerformedOperation", "SIB6", "SubFrameConfig",
+    "MappingInfoSIBs", "Cdma2000FreqRelQciB2ThrOffsets", "SIB3", "ReportConfigParamsQciOffset",
+    "CandNeighborRelInfoRO", "Cgi", "AcBarringPresence", "GUGroupIdRO", "PlmnIdentityRO",
+    "GeranFreqRelQciB2ThrOffsets", "FrameStartOffset", "CellIdentityUtra", "DistributionInfo", "SIB7",
+    "BlackListEntry", "AcBarringConfig1xRtt", "NotificationConfig", "AcBarringConfig", "PmUeMeasInterRat",
+    "FreqPrioUTRAN", "BandClassPrioCdma1xRtt", "UtranFreqToQciProfileRelation", "PeriodicitySI", "SIB8",
+    "MSCid", "PlmnIdentity", "MeasReportConfigParams", "MappingInfoSIBsBr",
+]
+RADIO_NODE_OLD += [config_class(name, [], rdn="id") for name in ENODEB_FUNCTION_STRUCTS
+                   if name not in ("PlmnIdentity", "MappingInfoSIBs")]
 # The node predates SystemFunctions: the class exists, without instances.
 RADIO_NODE_OLD.append(config_class("SystemFunctions", []))
 

@@ -140,21 +140,17 @@ bool RenameENodeBFunctionIdAction::renameFunction(InstanceIf& function, ActionAr
 
   const std::vector<std::string>& classNames = ActionSlot::get()->classNames();
   for (size_t i = 0; i < kMoClassCount; ++i) {
-    if (!rewriteSubtree(classNames[i], false, rename)) return false;
+    if (!rewriteSubtree(classNames[i], rename)) return false;
   }
-  for (size_t i = kMoClassCount; i < classNames.size(); ++i) rewriteSubtree(classNames[i], true, rename);
+  for (size_t i = kMoClassCount; i < classNames.size(); ++i) rewriteSubtree(classNames[i], rename);
   return true;
 }
 
-bool RenameENodeBFunctionIdAction::rewriteSubtree(const std::string& className, bool isStruct, const Rename& rename) {
+bool RenameENodeBFunctionIdAction::rewriteSubtree(const std::string& className, const Rename& rename) {
   InstanceGroupIf* group = HandlerSlot::get()->getInstanceGroup(className);
   if (group == nullptr) {
-    // A struct class never fails the action: its absence is only logged.
-    if (isStruct) {
-      TAV_LOG(INFO_ABN, "RenameENodeBFunctionIdAction: failed to find InstanceGroup for %s", className.c_str());
-    } else {
-      fail(HandlerSlot::get(), "RenameENodeBFunctionIdAction: failed to find InstanceGroup for %s", className.c_str());
-    }
+    // Reported for struct classes too; only the caller ignores their result.
+    fail(HandlerSlot::get(), "RenameENodeBFunctionIdAction: failed to find InstanceGroup for %s", className.c_str());
     return false;
   }
   for (InstanceIf* instance : group->getInstances()) rewriteInstance(*instance, rename);

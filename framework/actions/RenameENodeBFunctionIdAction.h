@@ -46,7 +46,7 @@ class RenameENodeBFunctionIdAction : public UpgradeAction {
   struct Rename;
 
   static bool renameFunction(InstanceIf& function, ActionArgumentsIf& args, FilterIf& filter);
-  static bool rewriteSubtree(const std::string& className, bool isStruct, const Rename& rename);
+  static bool rewriteSubtree(const std::string& className, const Rename& rename);
   static void rewriteInstance(InstanceIf& instance, const Rename& rename);
   static void rewriteReferences(AttributeInternalIf& attribute, const Rename& rename);
 
