@@ -2,108 +2,79 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "ListText.h"
 #include "LoggedLines.h"
 
 namespace voskoamupgrader {
 namespace {
 
-// The fakes record every call into one shared list, so that a test sees the
-// order of the steps and which ones were left out.
+// The steps of the run over fakes that record each call, with what it was
+// handed, into one list and return the result the test chose for the step.
+struct Steps {
+  std::vector<std::string> calls;
+  AppResult results[3] = {APP_RESULT_OK, APP_RESULT_OK, APP_RESULT_OK};  // appdata search, parsing, IMM search
+};
+
 class FakeFilesManager : public FilesManagerBase {
  public:
-  explicit FakeFilesManager(std::vector<std::string>& calls) : calls_(calls) {}
-
+  explicit FakeFilesManager(Steps& steps) : steps_(steps) {}
   AppResult findAppdataFiles() override {
-    calls_.push_back("findAppdataFiles");
-    for (const std::string& path : appdataFilesToFind) addAppdataFile(path);
-    return appdataResult;
+    steps_.calls.push_back("findAppdataFiles");
+    addAppdataFile("/pkg/a.xml");
+    addAppdataFile("/pkg/b.xml");
+    return steps_.results[0];
   }
-
-  AppResult findSchemasImmFiles(const std::set<std::string>& schemaNames) override {
-    calls_.push_back("findSchemasImmFiles");
-    namesAsked = schemaNames;
-    for (const auto& [name, path] : immFilesToFind) setSchemaImmFile(name, path);
-    return immResult;
+  AppResult findSchemasImmFiles(const std::set<std::string>& names) override {
+    steps_.calls.push_back("findSchemasImmFiles " + listToString(names));
+    for (const std::string& name : names) setSchemaImmFile(name, "/imm/" + name + "_imm.xml");
+    return steps_.results[2];
   }
-
-  AppResult appdataResult = APP_RESULT_OK;
-  std::vector<std::string> appdataFilesToFind = {"/pkg/appdata/voskOamUpgradeModLm.xml"};
-  AppResult immResult = APP_RESULT_OK;
-  std::map<std::string, std::string> immFilesToFind;
-  std::set<std::string> namesAsked;
 
  private:
-  std::vector<std::string>& calls_;
+  Steps& steps_;
 };
 
 class FakeAppdataParser : public AppdataParserBase {
  public:
-  explicit FakeAppdataParser(std::vector<std::string>& calls) : calls_(calls) {}
-
-  AppResult getSchemasNamesFromXml(const std::vector<std::string>& appdataFiles) override {
-    calls_.push_back("getSchemasNamesFromXml");
-    filesGiven = appdataFiles;
-    for (const std::string& name : namesToFind) addSchemaName(name);
-    return result;
+  explicit FakeAppdataParser(Steps& steps) : steps_(steps) {}
+  AppResult getSchemasNamesFromXml(const std::vector<std::string>& files) override {
+    steps_.calls.push_back("getSchemasNamesFromXml " + listToString(files));
+    addSchemaName("Beta");
+    addSchemaName("Alpha");
+    return steps_.results[1];
   }
 
-  AppResult result = APP_RESULT_OK;
-  std::vector<std::string> namesToFind;
-  std::vector<std::string> filesGiven;
-
  private:
-  std::vector<std::string>& calls_;
+  Steps& steps_;
 };
 
 class RecordingClient : public TavClientIfBase {
  public:
-  explicit RecordingClient(std::vector<std::string>& calls) : calls_(calls) {}
-
+  RecordingClient(Steps& steps, char** argv) : steps_(steps), argv_(argv) {}
   void upgrade(const std::vector<SchemaData>& schemas, std::vector<UpgradeActionIf*>& actions, int argc,
                char** argv) override {
-    calls_.push_back("upgrade");
-    for (const SchemaData& s : schemas) {
-      schemasGiven.push_back(s.schemaName + "|" + s.schemaPath + "|" + s.boardType + "|" + s.immNs);
-    }
-    actionCount = actions.size();
-    argcGiven = argc;
-    argvGiven = argv;
+    std::string call = "upgrade";
+    for (const SchemaData& s : schemas) call += " " + s.schemaName + "|" + s.schemaPath + "|" + s.boardType + "|" + s.immNs;
+    call += " actions=" + std::to_string(actions.size()) + " argc=" + std::to_string(argc);
+    steps_.calls.push_back(call + (argv == argv_ ? " argv" : " other argv"));
   }
 
-  std::vector<std::string> schemasGiven;
-  size_t actionCount = 99;
-  int argcGiven = 0;
-  char** argvGiven = nullptr;
-
  private:
-  std::vector<std::string>& calls_;
+  Steps& steps_;
+  char** argv_;
 };
 
-// The run sequence over fakes, with a command line of two arguments.
-struct FrontUnderTest {
-  AppResult run() { return runApp(2, argv, files, parser, client); }
-
-  char program[8] = "upgr";
-  char socket[16] = "/tmp/wrapper";
-  char* argv[3] = {program, socket, nullptr};
-  std::vector<std::string> calls;
-  FakeFilesManager files{calls};
-  FakeAppdataParser parser{calls};
-  RecordingClient client{calls};
-};
-
-const std::vector<std::string> kAllCalls = {"findAppdataFiles", "getSchemasNamesFromXml", "findSchemasImmFiles",
-                                             "upgrade"};
-
-TEST(RunAppTest, StopsAtTheFirstFailedStepWithItsCodeAndMessage) {
-  const std::string found = "INFO: Found 1 schemas to be upgraded, schema list: [A]";
+TEST(RunAppTest, RunsTheStepsInOrderAndStopsAtTheFirstFailureWithItsCodeAndMessage) {
+  const std::vector<std::string> allCalls = {
+      "findAppdataFiles", "getSchemasNamesFromXml [/pkg/a.xml,/pkg/b.xml]", "findSchemasImmFiles [Alpha,Beta]",
+      "upgrade Alpha|/imm/Alpha_imm.xml|Alpha| Beta|/imm/Beta_imm.xml|Beta| actions=0 argc=2 argv"};
+  const std::string found = "INFO: Found 2 schemas to be upgraded, schema list: [Alpha,Beta]";
   const struct {
-    int failingStep;  // 0 appdata search, 1 appdata parsing, 2 IMM file search
+    int failingStep;  // 3: none
     int code;
     std::vector<std::string> log;
   } cases[] = {
@@ -114,58 +85,23 @@ TEST(RunAppTest, StopsAtTheFirstFailedStepWithItsCodeAndMessage) {
       {2, 5, {found, "ERROR: Failed to find IMM file, result : APP_RESULT_FAILED_TO_FIND_IMM_FILE"}},
       {2, 6, {found, "ERROR: Failed to find IMM file, result : APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME"}},
       {2, 17, {found, "ERROR: Failed to find IMM file, result : NOT_DECODED (17)"}},
+      {3, 0, {found}},  // everything else of a successful run is trace only
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.code);
     LogRecorder::installed().clear();
-    FrontUnderTest front;
-    front.parser.namesToFind = {"A"};
-    AppResult code = static_cast<AppResult>(c.code);
-    AppResult& failing = c.failingStep == 0   ? front.files.appdataResult
-                         : c.failingStep == 1 ? front.parser.result
-                                              : front.files.immResult;
-    failing = code;
+    Steps steps;
+    if (c.failingStep < 3) steps.results[c.failingStep] = static_cast<AppResult>(c.code);
+    char program[] = "upgr", socket[] = "/tmp/wrapper";
+    char* argv[] = {program, socket, nullptr};
+    FakeFilesManager files(steps);
+    FakeAppdataParser parser(steps);
+    RecordingClient client(steps, argv);
 
-    EXPECT_EQ(code, front.run());
-    EXPECT_EQ(std::vector<std::string>(kAllCalls.begin(), kAllCalls.begin() + c.failingStep + 1), front.calls);
+    EXPECT_EQ(c.code, runApp(2, argv, files, parser, client));
+    EXPECT_EQ(std::vector<std::string>(allCalls.begin(), allCalls.begin() + c.failingStep + 1), steps.calls);
     EXPECT_EQ(c.log, loggedLines());
   }
-}
-
-TEST(RunAppTest, HandsTheSchemasInNameOrderWithTheCommandLineUnchanged) {
-  FrontUnderTest front;
-  FakeFilesManager& files = front.files;
-  FakeAppdataParser& parser = front.parser;
-  RecordingClient& client = front.client;
-  files.appdataFilesToFind = {"/pkg/appdata/voskOamUpgradeModLm.xml", "/other.xml"};
-  parser.namesToFind = {"Beta", "Alpha"};
-  files.immFilesToFind = {{"Beta", "/pkg/share/imm/Beta_imm.xml"}, {"Alpha", "/pkg/share/x/imm/Alpha_imm.xml"}};
-
-  EXPECT_EQ(APP_RESULT_OK, front.run());
-
-  EXPECT_EQ(kAllCalls, front.calls);
-  EXPECT_EQ(files.appdataFilesToFind, parser.filesGiven);
-  EXPECT_EQ((std::set<std::string>{"Alpha", "Beta"}), files.namesAsked);
-  EXPECT_EQ((std::vector<std::string>{"Alpha|/pkg/share/x/imm/Alpha_imm.xml|Alpha|",
-                                      "Beta|/pkg/share/imm/Beta_imm.xml|Beta|"}),
-            client.schemasGiven);
-  EXPECT_EQ(0u, client.actionCount);
-  EXPECT_EQ(2, client.argcGiven);
-  EXPECT_EQ(front.argv, client.argvGiven);
-  // Everything else of a successful run is trace only.
-  EXPECT_EQ(std::vector<std::string>{"INFO: Found 2 schemas to be upgraded, schema list: [Alpha,Beta]"},
-            loggedLines());
-}
-
-TEST(RunAppTest, AnEmptySchemaListStillGoesToTheFramework) {
-  FrontUnderTest front;
-
-  EXPECT_EQ(APP_RESULT_OK, front.run());
-
-  EXPECT_EQ(kAllCalls, front.calls);
-  EXPECT_TRUE(front.client.schemasGiven.empty());
-  EXPECT_EQ(0u, front.client.actionCount);
-  EXPECT_EQ(std::vector<std::string>{"INFO: Found 0 schemas to be upgraded, schema list: []"}, loggedLines());
 }
 
 }  // namespace
