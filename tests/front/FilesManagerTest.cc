@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -30,40 +29,12 @@ std::vector<std::string> expand(std::vector<std::string> texts, const std::strin
   return texts;
 }
 
-TEST(FilesManagerTest, FindsTheAppdataFileBelowThePackageRootOfTheEnvironment) {
-  TempDir withAppdata;
-  withAppdata.write(kAppdata.substr(1), "<r/>");
-  TempDir withoutAppdata;
-  withoutAppdata.write("appdata/other.xml", "<r/>");
-  const std::string noRoot = "ERROR: Unable to get WPK_PATH environment variable.";
-  const struct {
-    const char* root;  // WPK_PATH, nullptr: unset
-    AppResult result;
-    std::vector<std::string> found;
-    std::vector<std::string> log;
-  } cases[] = {
-      {nullptr, APP_RESULT_NO_WPK_ROOT, {}, {noRoot}},
-      {"", APP_RESULT_NO_WPK_ROOT, {}, {noRoot}},
-      {withAppdata.path().c_str(), APP_RESULT_OK, {"%R" + kAppdata}, {}},
-      {withoutAppdata.path().c_str(), APP_RESULT_FAILED_TO_FIND_MODS, {}, {"ERROR: Unable to find mods file: %R" + kAppdata}},
-  };
-  for (const auto& c : cases) {
-    std::string root = c.root != nullptr ? c.root : "";
-    SCOPED_TRACE(root);
-    LogRecorder::installed().clear();
-    c.root != nullptr ? setenv("WPK_PATH", c.root, 1) : unsetenv("WPK_PATH");
-    FilesManager files;
-    unsetenv("WPK_PATH");
-    EXPECT_EQ(c.result, files.findAppdataFiles());
-    EXPECT_EQ(expand(c.found, root), files.appdataFiles());
-    EXPECT_EQ(expand(c.log, root), loggedLines());
-  }
-}
-
+// The appdata search is run with the whole front in FrontProcessTest.
 TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
   const std::string walkFailed =
       "ERROR: Execution of find schemas failed, result = APP_RESULT_FAILED_TO_FIND_IMM_FILE";
   const std::string ignoredFoo = "ERROR: Ignored schemas due to missed imm files: [Foo]";
+  const AppResult noImmFile = APP_RESULT_FAILED_TO_FIND_IMM_FILE;
   const struct {
     const char* name;
     std::vector<std::string> files;  // below the package root; a trailing '@' makes a dangling link
@@ -74,35 +45,23 @@ TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
     const char* root = nullptr;  // instead of the package root
   } cases[] = {
       {"several schemas at any depth, files of other schemas ignored",
-       {"share/a/imm/Foo_imm.xml", "share/b/x/imm/FooBar_imm_classes.xml", "share/b/imm/Other_imm.xml",
-        "share/b/imm/readme"},
-       {"Foo", "FooBar"},
-       APP_RESULT_OK,
-       {{"Foo", "share/a/imm/Foo_imm.xml"}, {"FooBar", "share/b/x/imm/FooBar_imm_classes.xml"}},
-       {}},
-      {"file name without the _imm marker fails the search", {"share/imm/Foo_classes.xml"}, {"Foo"},
-       APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME, {},
-       {"ERROR: Unable to detect schema name when parsing find command output, expected path pattern: "
-        "*<SchemaName>_*.xml, found line: %R/share/imm/Foo_classes.xml"}},
-      {"schema name must be followed by an underscore", {"share/imm/FooBar_imm.xml"}, {"Foo"},
-       APP_RESULT_FAILED_TO_FIND_IMM_FILE, {}, {ignoredFoo}},
+       {"share/a/imm/Foo_imm.xml", "share/b/x/imm/FooBar_imm_classes.xml", "share/b/imm/Other_imm.xml", "share/b/imm/readme"},
+       {"Foo", "FooBar"}, APP_RESULT_OK,
+       {{"Foo", "share/a/imm/Foo_imm.xml"}, {"FooBar", "share/b/x/imm/FooBar_imm_classes.xml"}}, {}},
+      {"schema name not followed by an underscore", {"share/imm/FooBar_imm.xml"}, {"Foo"}, noImmFile, {}, {ignoredFoo}},
       {"not in a directory named imm, not xml, or a directory",
        {"share/ximm/Foo_imm.xml", "share/imm2/Foo_imm.xml", "share/Foo_imm.xml", "share/imm/Foo_imm.txt",
         "share/imm/Foo_imm.xml/readme"},
-       {"Foo"}, APP_RESULT_FAILED_TO_FIND_IMM_FILE, {}, {ignoredFoo}},
-      {"only schema names in the file name are tried", {"share/imm/Foo_dir/Bar_imm.xml"}, {"Foo", "Bar"},
-       APP_RESULT_FAILED_TO_FIND_IMM_FILE, {}, {"ERROR: Ignored schemas due to missed imm files: [Bar,Foo]"}},
-      {"the schema is read from the file name up to the first _imm", {"share/imm/Foo_v2_imm.xml"}, {"Foo"},
-       APP_RESULT_FAILED_TO_FIND_IMM_FILE, {}, {ignoredFoo}},
-      {"missing schemas are listed in name order", {"share/imm/B_imm.xml"}, {"C", "A", "B"},
-       APP_RESULT_FAILED_TO_FIND_IMM_FILE, {{"B", "share/imm/B_imm.xml"}},
-       {"ERROR: Ignored schemas due to missed imm files: [A,C]"}},
-      {"no share folder", {kAppdata.substr(1)}, {"Foo"}, APP_RESULT_FAILED_TO_FIND_IMM_FILE, {}, {walkFailed}},
-      {"an entry that cannot be examined fails the whole search",
-       {"share/imm/Foo_imm.xml", "share/deep/er/dangling@"}, {"Foo"}, APP_RESULT_FAILED_TO_FIND_IMM_FILE, {},
-       {walkFailed}},
-      {"a schema name that is no valid expression", {"share/imm/Foo\\(_imm.xml"}, {"Foo\\("},
-       APP_RESULT_FAILED_TO_FIND_IMM_FILE, {},
+       {"Foo"}, noImmFile, {}, {ignoredFoo}},
+      {"only schema names in the file name are tried", {"share/imm/Foo_dir/Bar_imm.xml"}, {"Foo", "Bar"}, noImmFile,
+       {}, {"ERROR: Ignored schemas due to missed imm files: [Bar,Foo]"}},
+      {"the schema name ends at the first _imm", {"share/imm/Foo_v2_imm.xml"}, {"Foo"}, noImmFile, {}, {ignoredFoo}},
+      {"missing schemas listed in name order", {"share/imm/B_imm.xml"}, {"C", "A", "B"}, noImmFile,
+       {{"B", "share/imm/B_imm.xml"}}, {"ERROR: Ignored schemas due to missed imm files: [A,C]"}},
+      {"no share folder", {kAppdata.substr(1)}, {"Foo"}, noImmFile, {}, {walkFailed}},
+      {"an entry that cannot be examined", {"share/imm/Foo_imm.xml", "share/deep/er/dangling@"}, {"Foo"}, noImmFile,
+       {}, {walkFailed}},
+      {"a schema name that is no valid expression", {"share/imm/Foo\\(_imm.xml"}, {"Foo\\("}, noImmFile, {},
        {"ERROR: Regular expression compilation failed with error: " + std::to_string(REG_EPAREN), walkFailed}},
       {"an empty schema set does not look at the disk", {}, {}, APP_RESULT_OK, {}, {}, "/nonexistent/root"},
       {"without a package root the search fails silently", {}, {"Foo"}, APP_RESULT_NO_WPK_ROOT, {}, {}, ""},

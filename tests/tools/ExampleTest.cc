@@ -25,17 +25,13 @@ const std::string kNode = std::string(EXAMPLES_DIR) + "/node";
 const std::string kPackage = std::string(EXAMPLES_DIR) + "/package";
 
 struct ImmClass {
-  std::string category;
-  std::string rdn;
+  std::string category, rdn;
   std::map<std::string, std::string> attrTypes;
 };
-
 struct ImmObject {
-  std::string className;
-  std::string dn;
+  std::string className, dn;
   std::vector<std::pair<std::string, std::vector<std::string>>> attrs;
 };
-
 struct ImmModel {
   std::map<std::string, ImmClass> classes;
   std::vector<ImmObject> objects;
@@ -49,7 +45,6 @@ std::string taken(xmlChar* value) {
   xmlFree(value);
   return result;
 }
-
 std::string text(xmlNode* node) { return taken(xmlNodeGetContent(node)); }
 std::string property(xmlNode* node, const char* attribute) { return taken(xmlGetProp(node, BAD_CAST attribute)); }
 

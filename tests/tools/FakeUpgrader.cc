@@ -1,18 +1,10 @@
-// Stands in for vosk-oam-upgrader in the wrapper's process tests. What it
-// does is chosen by FAKE_MODE:
-//   connect     connects to argv[1], prints the loop line, waits to be killed
-//   loop        prints the loop line without a connect and waits
-//   exit=N      exits with status N
-//   abort       aborts
-//   hang        prints nothing and waits
-//   stubborn    ignores SIGTERM, prints the loop line and waits
-//   args        prints its argument count and arguments, then the loop line
-//   env         prints the variables named in FAKE_PRINT (comma-separated),
-//               "NAME=<unset>" for unset ones, then the loop line
-//   failed-run  writes a log, rollback requests and a discarded model the way
-//               the simulated node does for a failed schema, then prints the
-//               loop line without a connect
-// Waiting is pause(): the wrapper ends it with a signal.
+// Stands in for vosk-oam-upgrader in the wrapper's process tests. FAKE_MODE
+// chooses what it does: "exit=N", "abort", "hang" (waits silently), or one of
+// these before the loop line: "connect" (to argv[1]), "loop", "stubborn"
+// (ignores SIGTERM), "args" (prints them), "env" (prints the variables named in
+// FAKE_PRINT), "failed-run" (writes a log, rollback requests and a discarded
+// model the way the simulated node does for a failed schema). Waiting is
+// pause(): the wrapper ends it with a signal.
 
 #include <signal.h>
 #include <sys/socket.h>

@@ -63,14 +63,23 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
       {"verbose forwards the single socket argument", {"--env", "FAKE_MODE=args", "-v"}, 1,
        {"[upgrader] argc=2 [@dir/node/out/upgradeWrapper.sock]\n[upgrader] Entering the never ending loop, if you "
         "want to terminate this program you are going to have to kill it.\n" + rolledBack}},
-      {"args give other argument counts", {"--env", "FAKE_MODE=args", "-v", "--args", "@socket two"}, 1,
-       {"[upgrader] argc=3 [@dir/node/out/upgradeWrapper.sock] [two]\n"}},
+      // The wrapper decides package, node, restart type, identity and faults over what it inherited, then the
+      // --env settings in command-line order.
       {"environment of the upgrader",
-       {"--env", "FAKE_MODE=env", "--env", "FAKE_PRINT=WPK_PATH,RESTART_TYPE,WMT_NAME,VOSK_SIM_FAULTS", "-v",
-        "--faults", "Initialize=31x2", "--restart-type", "WARM"},
+       {"--env", "FAKE_MODE=env", "--env", "FAKE_PRINT=WPK_PATH,VOSK_SIM_ROOT,VOSK_SIM_OUT,RESTART_TYPE,RESTART_TYPE_3,"
+        "WMT_NAME,WMT_NO,WMT_REV,UP_NO,UP_REV,WPK_REV,VOSK_SIM_FAULTS", "-v", "--faults", "Initialize=31x2",
+        "--restart-type", "WARM"},
        1,
-       {"[upgrader] WPK_PATH=<unset>\n[upgrader] RESTART_TYPE=WARM\n[upgrader] WMT_NAME=voskOamUpgrader\n"
-        "[upgrader] VOSK_SIM_FAULTS=Initialize=31x2\n"}},
+       {"[upgrader] WPK_PATH=<unset>\n[upgrader] VOSK_SIM_ROOT=@dir/node\n[upgrader] VOSK_SIM_OUT=@dir/node/out\n"
+        "[upgrader] RESTART_TYPE=WARM\n[upgrader] RESTART_TYPE_3=DYNAMIC\n[upgrader] WMT_NAME=voskOamUpgrader\n"
+        "[upgrader] WMT_NO=CXC1740923\n[upgrader] WMT_REV=R4A12\n[upgrader] UP_NO=CXP9024418_6\n"
+        "[upgrader] UP_REV=R21B\n[upgrader] WPK_REV=R4A12\n[upgrader] VOSK_SIM_FAULTS=Initialize=31x2\n"}},
+      {"env settings come last",
+       {"--package", "/pkg/", "--env", "WMT_NAME=other", "--env", "RESTART_TYPE", "--env", "X=1", "--env", "X=2",
+        "--env", "FAKE_MODE=env", "--env", "FAKE_PRINT=WPK_PATH,WMT_NAME,RESTART_TYPE,X,VOSK_SIM_FAULTS", "-v"},
+       1,
+       {"[upgrader] WPK_PATH=/pkg/\n[upgrader] WMT_NAME=other\n[upgrader] RESTART_TYPE=<unset>\n[upgrader] X=2\n"
+        "[upgrader] VOSK_SIM_FAULTS=<unset>\n"}},
       {"an output folder not written by an earlier run", {"--env", "FAKE_MODE=connect"}, 4,
        {"not written by an earlier run"}, {"node/out/precious.txt"}},
       {"an output folder that contains the node", {"--out", "@dir"}, 4, {"contains the node"}},
@@ -79,6 +88,8 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
       {"a socket path that is no socket", {"--socket", "@dir/plain"}, 4, {"@dir/plain exists and is no socket"},
        {"plain"}},
   };
+  const std::vector<std::string> inherited = {"PATH=/usr/bin:/bin", "WPK_PATH=/stale", "VOSK_SIM_FAULTS=Initialize=2",
+                                             "WMT_NAME=mine", "RESTART_TYPE_3=DYNAMIC"};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     TempDir dir;
@@ -92,7 +103,7 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
     ASSERT_TRUE(WrapperOptions::parse(static_cast<int>(argv.size()), argv.data(), &options, &error)) << error;
 
     std::ostringstream out, problems;
-    EXPECT_EQ(c.exitStatus, UpgradeWrapperSim("/nowhere/wrapper", {"PATH=/usr/bin:/bin"}, out, problems).run(options));
+    EXPECT_EQ(c.exitStatus, UpgradeWrapperSim("/nowhere/wrapper", inherited, out, problems).run(options));
     std::string text = c.exitStatus == UpgradeWrapperSim::kSetupFailed ? problems.str() : out.str();
     if (c.exitStatus == UpgradeWrapperSim::kSetupFailed) {
       EXPECT_EQ("", out.str());

@@ -2,13 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <vector>
-
-#include "ChildEnvironment.h"
 
 namespace wrappersim {
 namespace {
@@ -64,39 +60,6 @@ TEST(WrapperOptionsTest, ParsesEveryOptionOrRefusesWithReason) {
   for (const char* option : {"--node", "--package", "--program", "--out", "--socket", "--restart-type", "--env",
                              "--faults", "--args", "--timeout", "--verbose", "--help"}) {
     EXPECT_NE(std::string::npos, usage.find(option)) << option;
-  }
-}
-
-TEST(ChildEnvironmentTest, WrapperDecidesPackageNodeRestartIdentityAndFaultsThenEnvInCommandLineOrder) {
-  const struct {
-    std::vector<const char*> args;
-    std::vector<std::string> inherited;
-    std::map<std::string, std::string> expected;
-  } cases[] = {
-      {{"--node", "/n", "--package", "/pkg/"},
-       {"PATH=/bin", "WPK_PATH=/stale", "VOSK_SIM_FAULTS=Initialize=2", "WMT_NAME=mine", "RESTART_TYPE_3=DYNAMIC"},
-       {{"PATH", "/bin"}, {"WPK_PATH", "/pkg/"}, {"VOSK_SIM_ROOT", "/n"}, {"VOSK_SIM_OUT", "/n/out"},
-        {"RESTART_TYPE", "UPGRADE"}, {"RESTART_TYPE_3", "DYNAMIC"}, {"VOSK_SIM_FAULTS", "<unset>"},
-        {"WMT_NAME", "voskOamUpgrader"}, {"WMT_NO", "CXC1740923"}, {"WMT_REV", "R4A12"}, {"UP_NO", "CXP9024418_6"},
-        {"UP_REV", "R21B"}, {"WPK_REV", "R4A12"}}},
-      {{"--node", "/n"}, {"WPK_PATH=/stale"}, {{"WPK_PATH", "<unset>"}}},
-      {{"--node", "/n", "--faults", "LogInitialize=2", "--restart-type", "WARM", "--env", "WMT_NAME=other", "--env",
-        "RESTART_TYPE", "--env", "X=1", "--env", "X=2", "--env", "VOSK_SIM_OUT=/elsewhere"},
-       {},
-       {{"WMT_NAME", "other"}, {"RESTART_TYPE", "<unset>"}, {"X", "2"}, {"VOSK_SIM_OUT", "/elsewhere"},
-        {"VOSK_SIM_FAULTS", "LogInitialize=2"}}},
-  };
-  for (const auto& c : cases) {
-    WrapperOptions options;
-    ASSERT_EQ(0u, parsed(c.args, &options).find("program="));
-    ChildEnvironment environment(c.inherited, options);
-    std::vector<std::string> entries = environment.entries();
-    for (const auto& [name, value] : c.expected) {
-      std::string found;
-      EXPECT_EQ(value, environment.get(name, &found) ? found : "<unset>") << name;
-      EXPECT_EQ(value != "<unset>", std::find(entries.begin(), entries.end(), name + "=" + value) != entries.end())
-          << name;
-    }
   }
 }
 
