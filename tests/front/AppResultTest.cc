@@ -5,12 +5,13 @@
 namespace voskoamupgrader {
 namespace {
 
-// The codes 1 to 6 are read in the run's failure messages (RunAppTest).
+// The codes 1, 2, 3, 5 and 6 are read in the run's failure messages (FrontProcessTest).
 TEST(AppResultTest, DecodesTheTableAndNothingPastIt) {
   const struct {
     int value;
     const char* text;
   } cases[] = {{0, "APP_RESULT_OK"},
+               {4, "APP_RESULT_FAILED_TO_PARSE_APPDATA_FILE"},
                {6, "APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME"},
                {7, "NOT_DECODED (7)"},
                {-1, "NOT_DECODED (-1)"}};

@@ -1,5 +1,6 @@
 // Runs the front as a process against package trees and checks its exit
-// status, the schemas it hands over and what it leaves in the persistent log.
+// status, what it hands over and what it leaves in the persistent log. A step
+// that fails ends the run: no later step logs, nothing is handed over.
 
 #include <sys/wait.h>
 
@@ -14,10 +15,13 @@
 
 namespace {
 
-// Replaces every "%P" in `text` by `package`.
-std::string expand(std::string text, const std::string& package) {
-  for (size_t at; (at = text.find("%P")) != std::string::npos;) text.replace(at, 2, package);
-  return text;
+// Replaces every "%P" in `texts` by `package` and every "%N" by `node`.
+std::vector<std::string> expand(std::vector<std::string> texts, const TempDir& package, const TempDir& node) {
+  for (std::string& text : texts) {
+    for (size_t at; (at = text.find("%P")) != std::string::npos;) text.replace(at, 2, package.path());
+    for (size_t at; (at = text.find("%N")) != std::string::npos;) text.replace(at, 2, node.path());
+  }
+  return texts;
 }
 
 const char kAppdata[] = "appdata/voskOamUpgradeModLm.xml";
@@ -58,10 +62,11 @@ TEST(FrontProcessTest, ExitStatusSchemasHandedOverAndLog) {
         {"share/z/imm/Zeta_imm_classes.xml", ""}, {"share/imm/Alpha_imm.xml", ""}, {"share/a/b/imm/Mid_imm.xml", ""},
         {"share/imm/Unlisted_imm.xml", ""}},
        0,
-       {"Alpha\t%P/share/imm/Alpha_imm.xml\tAlpha\t", "Mid\t%P/share/a/b/imm/Mid_imm.xml\tMid\t",
+       {"argc=2 %N/wrapper.socket", "Alpha\t%P/share/imm/Alpha_imm.xml\tAlpha\t", "Mid\t%P/share/a/b/imm/Mid_imm.xml\tMid\t",
         "Zeta\t%P/share/z/imm/Zeta_imm_classes.xml\tZeta\t"},
        {"INFO Found 3 schemas to be upgraded, schema list: [Alpha,Mid,Zeta]"}},
-      {"empty schema list", "%P", {{kAppdata, R"(<appdata><lmlist name="x"/></appdata>)"}}, 0, {},
+      {"empty schema list", "%P", {{kAppdata, R"(<appdata><lmlist name="x"/></appdata>)"}}, 0,
+       {"argc=2 %N/wrapper.socket"},
        {"INFO No schema names found in the file %P/appdata/voskOamUpgradeModLm.xml",
         "INFO Found 0 schemas to be upgraded, schema list: []"}},
   };
@@ -71,7 +76,7 @@ TEST(FrontProcessTest, ExitStatusSchemasHandedOverAndLog) {
     TempDir package;
     for (const auto& [path, content] : c.files) package.write(path, content);
     std::string command = "env -i VOSK_SIM_ROOT=" + node.path();
-    if (c.wpkPath != nullptr) command += " WPK_PATH='" + expand(c.wpkPath, package.path()) + "'";
+    if (c.wpkPath != nullptr) command += " WPK_PATH='" + expand({c.wpkPath}, package, node)[0] + "'";
     command += std::string(" ") + FRONT_RUNNER + " " + node.path() + "/wrapper.socket 2>/dev/null";
 
     FILE* output = popen(command.c_str(), "r");
@@ -81,9 +86,7 @@ TEST(FrontProcessTest, ExitStatusSchemasHandedOverAndLog) {
     int status = pclose(output);
     ASSERT_TRUE(WIFEXITED(status));
     EXPECT_EQ(c.exitStatus, WEXITSTATUS(status));
-    std::vector<std::string> expected;
-    for (const std::string& line : c.lines) expected.push_back(expand(line, package.path()));
-    EXPECT_EQ(expected, lines);
+    EXPECT_EQ(expand(c.lines, package, node), lines);
 
     // A record reads "[<time>] <id> <severity> <text>"; severities are "ER" and "IN".
     std::vector<std::string> log;
@@ -91,9 +94,7 @@ TEST(FrontProcessTest, ExitStatusSchemasHandedOverAndLog) {
       size_t severity = line.find(' ', line.find("] ") + 2) + 1;
       log.push_back((line.compare(severity, 3, "ER ") == 0 ? "ERROR " : "INFO ") + line.substr(severity + 3));
     }
-    expected.clear();
-    for (const std::string& line : c.log) expected.push_back(expand(line, package.path()));
-    EXPECT_EQ(expected, log);
+    EXPECT_EQ(expand(c.log, package, node), log);
   }
 }
 

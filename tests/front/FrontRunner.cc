@@ -1,6 +1,7 @@
 // The front as the product runs it, with a framework client that prints the
-// schemas it is handed, one line each ("<name>\t<path>\t<board type>\t<IMM
-// namespace>"), and ends the process with status 0 instead of upgrading.
+// command line it is handed ("argc=<n> <argv[1]>") and the schemas, one line
+// each ("<name>\t<path>\t<board type>\t<IMM namespace>"), and ends the
+// process instead of upgrading: status 0 when it was handed no actions.
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,7 +16,9 @@ namespace {
 
 class PrintingClient : public voskoamupgrader::TavClientIfBase {
  public:
-  void upgrade(const std::vector<SchemaData>& schemas, std::vector<UpgradeActionIf*>& actions, int, char**) override {
+  void upgrade(const std::vector<SchemaData>& schemas, std::vector<UpgradeActionIf*>& actions, int argc,
+               char** argv) override {
+    std::printf("argc=%d %s\n", argc, argc > 1 ? argv[1] : "");
     for (const SchemaData& s : schemas) {
       std::printf("%s\t%s\t%s\t%s\n", s.schemaName.c_str(), s.schemaPath.c_str(), s.boardType.c_str(),
                   s.immNs.c_str());

@@ -98,13 +98,19 @@ void readImm(const std::string& path, ImmModel* model) {
   xmlFreeDoc(doc);
 }
 
-ImmModel readFolder(const std::string& folder, bool recursive = false) {
-  ImmModel model;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.is_regular_file() && (recursive || entry.path().parent_path() == folder)) {
-      readImm(entry.path().string(), &model);
-    }
+// The regular files below `folder`, none when it does not exist.
+std::vector<std::string> files(const std::string& folder) {
+  std::vector<std::string> result;
+  std::error_code absent;
+  for (const auto& entry : fs::recursive_directory_iterator(folder, fs::directory_options::none, absent)) {
+    if (entry.is_regular_file()) result.push_back(entry.path().string());
   }
+  return result;
+}
+
+ImmModel readFolder(const std::string& folder) {
+  ImmModel model;
+  for (const std::string& file : files(folder)) readImm(file, &model);
   return model;
 }
 
@@ -123,13 +129,7 @@ std::map<std::string, std::pair<std::string, std::string>> versions() {
 }
 
 std::vector<std::string> modificationFiles(const std::string& schema) {
-  std::vector<std::string> files;
-  fs::path tag = fs::path(kNode) / "lmhi" / schema / "modification_files";
-  if (!fs::exists(tag)) return files;
-  for (const auto& file : fs::recursive_directory_iterator(tag)) {
-    if (file.is_regular_file()) files.push_back(file.path().string());
-  }
-  return files;
+  return files(kNode + "/lmhi/" + schema + "/modification_files");
 }
 
 bool valueFits(const std::string& type, const std::string& value) {
@@ -156,9 +156,8 @@ TEST(ExampleTest, EverySchemaHasItsImmFileVersionsAndModificationFiles) {
   std::set<std::string> kinds;
   for (const std::string& schema : schemas) {
     std::vector<std::string> immFiles;
-    for (const auto& entry : fs::recursive_directory_iterator(kPackage + "/share")) {
-      std::string file = entry.path().filename().string();
-      if (entry.is_regular_file() && file.find(schema) != std::string::npos) immFiles.push_back(entry.path().string());
+    for (const std::string& file : files(kPackage + "/share")) {
+      if (fs::path(file).filename().string().find(schema) != std::string::npos) immFiles.push_back(file);
     }
     ASSERT_EQ(1u, immFiles.size()) << schema;
     EXPECT_NE(std::string::npos, immFiles[0].find("/imm/" + schema + "_imm")) << immFiles[0];
@@ -222,7 +221,7 @@ TEST(ExampleTest, OldModelObjectsFitTheirClasses) {
 TEST(ExampleTest, NewClassesMatchThePackageAndModificationFilesNameOldClasses) {
   ImmModel old = readFolder(kNode + "/imm/old");
   ImmModel fresh = readFolder(kNode + "/imm/new");
-  ImmModel package = readFolder(kPackage + "/share", true);
+  ImmModel package = readFolder(kPackage + "/share");
   ASSERT_EQ(fresh.classes.size(), package.classes.size());
   for (const auto& [className, c] : package.classes) {
     ASSERT_EQ(1u, fresh.classes.count(className)) << className;
