@@ -166,6 +166,12 @@ TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCacheButAFailedReadI
   EXPECT_NE(nullptr, first->getInstance("eUtranCellFDDId=2,ENodeBFunction=1"));
   EXPECT_TRUE(LogRecorder::installed().contains("Return cached data for MO NsEUtranCellFDD"));
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to read instances for NsEUtranCellFDD, error code 6\n"));
+
+  GroupRecordBuilder other("NsCell");
+  answerRead("NsCell", other);
+  EXPECT_CALL(wrapper, instanceGroupsMemoryFree(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
+  EXPECT_EQ(nullptr, handler.getInstanceGroup("Cell"));
+  EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) + "Failed to free memory, error code 2\n"}, failures);
 }
 
 TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
@@ -184,18 +190,12 @@ TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
     EXPECT_CALL(wrapper, readInstances(_, StrEq(c.immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
     EXPECT_EQ(nullptr, handler.getInstanceGroup(c.className, c.prefix, c.usePrefix)) << c.immName;
   }
+  // The group of an LDN is the class of its first RDN.
+  EXPECT_CALL(wrapper, readInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_EQ(nullptr, handler.getInstanceGroupForLdn("eUtranCellFDDId=1,eNodeBFunctionId=1"));
+  EXPECT_TRUE(LogRecorder::installed().contains("Fetching instanceGroup for classname: EUtranCellFDD"));
   EXPECT_TRUE(LogRecorder::installed().contains("Found class KmovENodeBFunction , adding prefix cancelled"));
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to read instances for NsCell, error code 12\n"));
-}
-
-TEST_F(IctiHandlerTest, AFailedReleaseOfTheRecordsFailsTheUpgrade) {
-  ASSERT_TRUE(initWith({}));
-  GroupRecordBuilder cells("NsCell");
-  answerRead("NsCell", cells);
-  EXPECT_CALL(wrapper, instanceGroupsMemoryFree(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
-  EXPECT_EQ(nullptr, handler.getInstanceGroup("Cell"));
-  ASSERT_EQ(1u, failures.size());
-  EXPECT_EQ(std::string(kIdentityPrefix) + "Failed to free memory, error code 2\n", failures[0]);
 }
 
 TEST_F(IctiHandlerTest, TheOnlyInstanceNeedsExactlyOne) {
@@ -229,13 +229,6 @@ TEST_F(IctiHandlerTest, GroupsAreAddedOnceAndRemovedByClassName) {
   EXPECT_TRUE(log.contains("Trying to add already existing instance group: NsNewClass\n"));
   EXPECT_TRUE(log.contains("Remove instance group NsNewClass"));
   EXPECT_TRUE(log.contains("ABN: Trying to remove a non existent instance group: NsNewClass\n"));
-}
-
-TEST_F(IctiHandlerTest, TheGroupOfAnLdnComesFromItsFirstRdn) {
-  ASSERT_TRUE(initWith({}));
-  EXPECT_CALL(wrapper, readInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  EXPECT_EQ(nullptr, handler.getInstanceGroupForLdn("eUtranCellFDDId=1,eNodeBFunctionId=1"));
-  EXPECT_TRUE(LogRecorder::installed().contains("Fetching instanceGroup for classname: EUtranCellFDD"));
 }
 
 TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntimePersistentOnes) {

@@ -146,6 +146,7 @@ TEST(InstanceGroupTest, FirstMatchWinsAmongEqualNames) {
   group.addInstance(c);
   c->setRdn("fooId=1");
   EXPECT_EQ(b, group.getInstance("fooId=1,Top=1"));
+  EXPECT_EQ(nullptr, group.createInstance("Top=1", "1", false, ""));
   b->setRdn("fooId=4");
   EXPECT_EQ(c, group.getInstance("fooId=1,Top=1"));
 }
@@ -164,34 +165,9 @@ TEST(InstanceGroupTest, DetachHandsOverOwnership) {
   group.detachInstance(nullptr);
   EXPECT_EQ(1u, group.getNumberOfInstances());
 
-  // Moving it to another group.
   InstanceGroup other("", "Foo");
   other.addInstance(detached.release());
   EXPECT_NE(nullptr, other.getInstance("fooId=2,Top=1"));
-}
-
-TEST(InstanceGroupTest, IndexesFollowRenames) {
-  InstanceGroup group("", "Foo");
-  InstanceIf* a = group.createInstance("P=1", "a", false, "");
-  InstanceIf* b = group.createInstance("P=2", "b", false, "");
-  InstanceIf* c = group.createInstance("P=1", "c", false, "");
-
-  b->setParentName("P=1");
-  EXPECT_EQ((std::vector<InstanceIf*>{a, b, c}), group.getChildInstances("P=1"));
-  EXPECT_TRUE(group.getChildInstances("P=2").empty());
-  EXPECT_EQ(b, group.getInstance("fooId=b,P=1"));
-  EXPECT_EQ(nullptr, group.getInstance("fooId=b,P=2"));
-
-  a->setRdn("fooId=z");
-  EXPECT_EQ(a, group.getInstance("fooId=z,P=1"));
-  EXPECT_EQ(nullptr, group.getInstance("fooId=a,P=1"));
-  EXPECT_EQ(nullptr, group.createInstance("P=1", "z", false, ""));
-
-  c->setParentName("");
-  EXPECT_EQ(c, group.getInstance("fooId=c"));
-  EXPECT_EQ((std::vector<InstanceIf*>{c}), group.getChildInstances(""));
-  EXPECT_TRUE(group.eraseInstance("fooId=c"));
-  EXPECT_TRUE(group.getChildInstances("").empty());
 }
 
 TEST(InstanceGroupTest, OtherInstanceImplementationsAreSearched) {
