@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <unistd.h>
 
 #include "LogRecorder.h"
@@ -303,23 +304,25 @@ TEST(AttributeTest, InitDeepCopiesEveryValueAndLogsIt) {
 }
 
 TEST(AttributeTest, CreateAttrValuesBorrowsNameAndValuesAndLogsThem) {
-  const std::pair<uint32_t, std::string> cases[] = {
-      {kInt, "-1 2"},  {kUint, "4294967295"}, {kLong, "-9223372036854775808"}, {kUlong, "18446744073709551615"},
-      {kName, "x=1,y=2 z=3"}, {kDouble, "0.25"}, {kString, "hello "}, {kInt, ""},
+  const std::tuple<uint32_t, std::string, const char*> cases[] = {
+      {kInt, "-1 2", "a:1[2] -1 2"},
+      {kUint, "4294967295", "a:2[1] 4294967295"},
+      {kLong, "-9223372036854775808", "a:3[1] -9223372036854775808"},
+      {kUlong, "18446744073709551615", "a:4[1] 18446744073709551615"},
+      {kName, "x=1,y=2 z=3", "a:6[2] x=1,y=2#7 z=3#3"},
+      {kDouble, "0.25", "a:8[1] 0.25"},
+      {kString, "hello ", "a:9[2] 'hello' ''"},
+      {kInt, "", "a:1[0]"},
   };
-  const char* const descriptions[] = {"a:1[2] -1 2",         "a:2[1] 4294967295",
-                                      "a:3[1] -9223372036854775808", "a:4[1] 18446744073709551615",
-                                      "a:6[2] x=1,y=2#7 z=3#3",      "a:8[1] 0.25",
-                                      "a:9[2] 'hello' ''",            "a:1[0]"};
-  for (size_t i = 0; i < std::size(cases); ++i) {
-    auto attribute = makeAttribute(cases[i].first, cases[i].second, "a");
+  for (const auto& [type, values, description] : cases) {
+    auto attribute = makeAttribute(type, values, "a");
     SaImmAttrValuesT_2* record = attribute->createAttrValues();
     ASSERT_NE(nullptr, record);
-    EXPECT_EQ(descriptions[i], describe(record));
+    EXPECT_EQ(description, describe(record));
     EXPECT_EQ(attribute->name(), record->attrName);
-    EXPECT_TRUE(logged("ATTRIBUTE(name: \"a\", type: " + std::to_string(cases[i].first) +
+    EXPECT_TRUE(logged("ATTRIBUTE(name: \"a\", type: " + std::to_string(type) +
                        ", numOfValues: " + std::to_string(attribute->getNumberOfValues()) + ")"));
-    if (i == 0) {
+    if (values == "-1 2") {
       EXPECT_TRUE(logged("ATTRIBUTE(name: \"a\", value: 2)"));
       // The record points into the attribute: a change shows through.
       attribute->setValueAtIndex(0, "8");

@@ -175,20 +175,15 @@ TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCacheButAFailedReadI
 }
 
 TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
-  struct Case {
-    const char* className;
-    const char* prefix;
-    bool usePrefix;
-    const char* immName;
-  };
-  const Case cases[] = {{"Cell", "", false, "NsCell"},
-                        {"Cell", "Other", true, "OtherCell"},
-                        {"Cell", "Other", false, "NsCell"},
-                        {"KmovENodeBFunction", "Other", true, "KmovENodeBFunction"}};
+  const std::tuple<const char*, const char*, bool, const char*> cases[] = {
+      {"Cell", "", false, "NsCell"},
+      {"Cell", "Other", true, "OtherCell"},
+      {"Cell", "Other", false, "NsCell"},
+      {"KmovENodeBFunction", "Other", true, "KmovENodeBFunction"}};
   ASSERT_TRUE(initWith({}));
-  for (const Case& c : cases) {
-    EXPECT_CALL(wrapper, readInstances(_, StrEq(c.immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-    EXPECT_EQ(nullptr, handler.getInstanceGroup(c.className, c.prefix, c.usePrefix)) << c.immName;
+  for (const auto& [className, prefix, usePrefix, immName] : cases) {
+    EXPECT_CALL(wrapper, readInstances(_, StrEq(immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+    EXPECT_EQ(nullptr, handler.getInstanceGroup(className, prefix, usePrefix)) << immName;
   }
   // The group of an LDN is the class of its first RDN.
   EXPECT_CALL(wrapper, readInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));

@@ -121,14 +121,6 @@ TEST(OperationArgumentTest, ToStringForms) {
       {{{"rangeEnd", "9"}}, "range: to9 => "},
       {{{"valueFromBitmapStringAttr", "bits"}, {"valueFromTypeRefOnlyInstance", "Cls"}},
        " =>  valueFromImmTypeRefOnlyInstance: Cls"},
-      {{{"valueFromMoTypeAnyChildInstance", "k"}, {"valueFromSingleAttr", "j"}, {"valueFromImmNamespace", ""},
-        {"valueFromTypeRefOnlyInstance", "h"}, {"valueFromMoTypeAnyInstance", "g"}, {"structType", "f"},
-        {"valueFromInstanceReferencedBy", "e"}, {"valueFromParentInstance", "d"}, {"valueFromInstance", "c"},
-        {"valueFromAttr", "b"}, {"value", "a"}, {"operator", "+"}},
-       " => (+) value: a valueFromAttr: b valueFromInstance: c valueFromParentInstance: d"
-       " valueFromInstanceReferencedBy: e structType: f valueFromMoTypeAnyInstance: g"
-       " valueFromImmTypeRefOnlyInstance: h valueFromImmNamespace:  valueFromSingleAttr: j"
-       " valueFromMoTypeAnyChildInstance: k"},
   };
   for (const auto& [settings, expected] : cases) {
     OperationArgument operation;
