@@ -276,7 +276,8 @@ TEST(InstanceGroupRecordTest, RoundTripGivesEqualRecords) {
   EXPECT_EQ(describe(read), describe(written));
   EXPECT_EQ(group.getImmClassName().c_str(), written->className);
   InstanceGroup::freeInstanceGroupRecord(written);
-  written = InstanceGroup("Ns", "Foo").createInstanceGroupRecord();
+  InstanceGroup empty("Ns", "Foo");  // the record borrows its names
+  written = empty.createInstanceGroupRecord();
   EXPECT_EQ("class NsFoo\n", describe(written));
   InstanceGroup::freeInstanceGroupRecord(written);
 }
