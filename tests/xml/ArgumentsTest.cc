@@ -41,20 +41,6 @@ TEST(ActionArgumentsTest, ArgumentsToStringHoldsEveryArgument) {
   EXPECT_EQ(expected, args.argumentsToString());
 }
 
-TEST(ActionArgumentsTest, LogsArgumentsThenOperations) {
-  ActionArguments args;
-  args.addArgument("name", "attr");
-  args.addArgument("a", "1");
-  auto* operation = new OperationArgument;
-  operation->setOperator("=");
-  operation->setValue("5");
-  args.addOperation(operation);
-  LogRecorder::installed().clear();
-  args.logArguments();
-  EXPECT_EQ((std::vector<std::string>{"Argument a=1", "Argument name=attr", " => (=) value: 5"}),
-            LogRecorder::installed().texts());
-}
-
 using Setter = void (OperationArgument::*)(const char*);
 using Getter = void (OperationArgument::*)(bool&, std::string&) const;
 
