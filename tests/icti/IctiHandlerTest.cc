@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <deque>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "FakeClock.h"
@@ -46,22 +48,37 @@ class IctiHandlerTest : public testing::Test {
     setenv("WMT_REV", "R1A", 1);
     unsetenv("WPK_REV");
     unsetenv("BT");
-    ON_CALL(wrapper, initialize(_, _)).WillByDefault(DoAll(SetArgPointee<0>(42), Return(SA_AIS_OK)));
-    ON_CALL(wrapper, readSchemaVersion(_, _, _, _))
-        .WillByDefault(DoAll(SetArgPointee<2>(SafcImmCtSchemaVersionT_2{1, 0, 0}),
-                             SetArgPointee<3>(SafcImmCtSchemaVersionT_2{2, 1, 3}), Return(SA_AIS_OK)));
-    ON_CALL(wrapper, failUpgrade(_, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, const char* text) {
-      failures.push_back(text);
-      return SA_AIS_OK;
-    }));
-    ON_CALL(wrapper, instanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(wrapper, finalize(_)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(wrapper, writeInstances(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(wrapper, copyInstances(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(wrapper, writeRtInstances(_, _, _)).WillByDefault(Return(SA_AIS_OK));
+    answerOk(wrapper);
   }
   void TearDown() override {
     for (const char* v : {"WMT_NAME", "WMT_NO", "WMT_REV", "BT"}) unsetenv(v);
+  }
+
+  // Every call succeeds; failure texts are collected in `failures`.
+  void answerOk(NiceMock<MockSafcImmCtWrapper>& tool) {
+    ON_CALL(tool, initialize(_, _)).WillByDefault(DoAll(SetArgPointee<0>(42), Return(SA_AIS_OK)));
+    ON_CALL(tool, readSchemaVersion(_, _, _, _))
+        .WillByDefault(DoAll(SetArgPointee<2>(SafcImmCtSchemaVersionT_2{1, 0, 0}),
+                             SetArgPointee<3>(SafcImmCtSchemaVersionT_2{2, 1, 3}), Return(SA_AIS_OK)));
+    ON_CALL(tool, failUpgrade(_, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, const char* text) {
+      failures.push_back(text);
+      return SA_AIS_OK;
+    }));
+    ON_CALL(tool, instanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
+    ON_CALL(tool, finalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) { return finalizeAnswer; }));
+    ON_CALL(tool, writeInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
+      written = groupNames(g);
+      return writeAnswer;
+    }));
+    ON_CALL(tool, copyInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SaImmClassNameT* n) {
+      copied = names(n);
+      return copyAnswer;
+    }));
+    ON_CALL(tool, writeRtInstances(42, StrEq("upgradeImpl"), _))
+        .WillByDefault(Invoke([this](SafcImmCtHandleT, const SaImmOiImplementerNameT, SafcImmCtInstanceGroupT** g) {
+          rtpWritten = groupNames(g);
+          return rtpAnswer;
+        }));
   }
 
   // Lets readInstances of `className` answer with `builder`'s record.
@@ -77,123 +94,103 @@ class IctiHandlerTest : public testing::Test {
   NiceMock<MockSafcImmCtWrapper> wrapper;
   FakeClock clock;
   IctiHandler handler{wrapper, clock, "RadioNode", "Ns"};
-  std::vector<std::string> failures;
+  std::vector<std::string> failures, written, copied, rtpWritten;
+  SaAisErrorT writeAnswer = SA_AIS_OK, copyAnswer = SA_AIS_OK, rtpAnswer = SA_AIS_OK, finalizeAnswer = SA_AIS_OK;
 };
 
 TEST_F(IctiHandlerTest, OpeningRetriesOnlyWhileTheToolAsksToTryAgainLater) {
-  struct Case {
-    const char* name;
+  const struct {
     std::vector<SaAisErrorT> answers;
+    std::deque<unsigned int> interruptions;
     bool opened;
     std::vector<unsigned int> sleeps;
+  } cases[] = {
+      {{SA_AIS_OK}, {}, true, {}},
+      {{SA_AIS_ERR_UNAVAILABLE, SA_AIS_OK}, {}, true, {5}},
+      {{SA_AIS_ERR_UNAVAILABLE, SA_AIS_OK}, {3}, true, {5, 3}},  // an interrupted pause is resumed
+      {{SA_AIS_ERR_UNAVAILABLE, SA_AIS_ERR_UNAVAILABLE, SA_AIS_ERR_UNAVAILABLE}, {}, false, {5, 5}},
+      {{SA_AIS_ERR_LIBRARY}, {}, false, {}},
   };
-  const Case cases[] = {
-      {"at once", {SA_AIS_OK}, true, {}},
-      {"second attempt", {SA_AIS_ERR_UNAVAILABLE, SA_AIS_OK}, true, {5}},
-      {"never", {SA_AIS_ERR_UNAVAILABLE, SA_AIS_ERR_UNAVAILABLE, SA_AIS_ERR_UNAVAILABLE}, false, {5, 5}},
-      {"other error", {SA_AIS_ERR_LIBRARY}, false, {}},
-  };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     NiceMock<MockSafcImmCtWrapper> tool;
     FakeClock pauses;
+    pauses.interruptions = c.interruptions;
     auto& expectation = EXPECT_CALL(tool, initialize(_, 0)).Times(static_cast<int>(c.answers.size()));
     for (SaAisErrorT answer : c.answers) expectation.WillOnce(Return(answer));
     IctiHandler fresh(tool, pauses, "RadioNode", "");
-    EXPECT_EQ(c.opened, fresh.init({}, {})) << c.name;
-    EXPECT_EQ(c.sleeps, pauses.sleeps) << c.name;
+    EXPECT_EQ(c.opened, fresh.init({}, {})) << c.answers.size();
+    EXPECT_EQ(c.sleeps, pauses.sleeps) << c.answers.size();
   }
   EXPECT_TRUE(LogRecorder::installed().contains(
       "Failed to init upgrade, error 31, handle value 0. Initialize ICTI attempt: 3 out of 3."));
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to init upgrade, error 2, handle value 0."));
-}
-
-TEST_F(IctiHandlerTest, AnInterruptedPauseIsResumed) {
-  EXPECT_CALL(wrapper, initialize(_, _)).WillOnce(Return(SA_AIS_ERR_UNAVAILABLE)).WillOnce(Return(SA_AIS_OK));
-  clock.interruptions = {3};
-  EXPECT_TRUE(initWith({}));
-  EXPECT_EQ((std::vector<unsigned int>{5, 3}), clock.sleeps);
-}
-
-TEST_F(IctiHandlerTest, TheVirtualMachineModeFollowsBt) {
+  // The virtual machine mode follows BT.
   setenv("BT", "VM", 1);
   EXPECT_CALL(wrapper, initialize(_, 1)).WillOnce(Return(SA_AIS_OK));
   EXPECT_TRUE(initWith({}));
 }
 
-TEST_F(IctiHandlerTest, VersionsAreReadForTheSchema) {
+TEST_F(IctiHandlerTest, VersionsAreReadForTheSchemaAndAFailureIsReported) {
   EXPECT_CALL(wrapper, readSchemaVersion(42, StrEq("RadioNode"), _, _));
   ASSERT_TRUE(initWith({{"NsManagedElement", "managedElementId"}}));
+  EXPECT_TRUE(LogRecorder::installed().contains("Inserting class NsManagedElement, rdn attr managedElementId"));
   SafcImmCtSchemaVersionT_2 from{}, to{};
   ASSERT_TRUE(handler.getSchemaVersions(from, to));
   EXPECT_EQ(1u, from.version);
   EXPECT_EQ(3u, to.correction);
-  EXPECT_TRUE(LogRecorder::installed().contains("Inserting class NsManagedElement, rdn attr managedElementId"));
-}
 
-TEST_F(IctiHandlerTest, AVersionFailureIsReportedAndLeavesNoVersions) {
   EXPECT_CALL(wrapper, readSchemaVersion(_, _, _, _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  EXPECT_TRUE(initWith({}));
-  SafcImmCtSchemaVersionT_2 from{}, to{};
-  EXPECT_FALSE(handler.getSchemaVersions(from, to));
-  ASSERT_EQ(1u, failures.size());
-  EXPECT_EQ(std::string(kIdentityPrefix) + "Failed to get schema versions for RadioNode, error 12!\n", failures[0]);
+  IctiHandler failing(wrapper, clock, "RadioNode", "Ns");
+  EXPECT_TRUE(failing.init({}, {}));
+  EXPECT_FALSE(failing.getSchemaVersions(from, to));
+  EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) +
+                                     "Failed to get schema versions for RadioNode, error 12!\n"},
+            failures);
 }
 
-TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCache) {
+TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCacheButAFailedReadIsNot) {
   ASSERT_TRUE(initWith({{"NsEUtranCellFDD", "eUtranCellFDDId"}}));
   GroupRecordBuilder cells("NsEUtranCellFDD");
   cells.instance("ENodeBFunction=1", {{"eUtranCellFDDId", "1"}}).instance("ENodeBFunction=1", {{"eUtranCellFDDId", "2"}});
-  answerRead("NsEUtranCellFDD", cells);
+  EXPECT_CALL(wrapper, readInstances(42, StrEq("NsEUtranCellFDD"), _))
+      .WillOnce(Return(SA_AIS_ERR_TRY_AGAIN))
+      .WillOnce(DoAll(SetArgPointee<2>(cells.build()), Return(SA_AIS_OK)));
   EXPECT_CALL(wrapper, instanceGroupsMemoryFree(42, _)).Times(1);
 
+  EXPECT_EQ(nullptr, handler.getInstanceGroup("EUtranCellFDD"));
   InstanceGroupIf* first = handler.getInstanceGroup("EUtranCellFDD");
-  InstanceGroupIf* second = handler.getInstanceGroup("EUtranCellFDD");
   ASSERT_NE(nullptr, first);
-  EXPECT_EQ(first, second);
+  EXPECT_EQ(first, handler.getInstanceGroup("EUtranCellFDD"));
   EXPECT_EQ(2u, first->getNumberOfInstances());
   EXPECT_EQ("EUtranCellFDD", first->getClassName());
   EXPECT_NE(nullptr, first->getInstance("eUtranCellFDDId=2,ENodeBFunction=1"));
   EXPECT_TRUE(LogRecorder::installed().contains("Return cached data for MO NsEUtranCellFDD"));
+  EXPECT_TRUE(LogRecorder::installed().contains("Failed to read instances for NsEUtranCellFDD, error code 6\n"));
+
+  GroupRecordBuilder other("NsCell");
+  answerRead("NsCell", other);
+  EXPECT_CALL(wrapper, instanceGroupsMemoryFree(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
+  EXPECT_EQ(nullptr, handler.getInstanceGroup("Cell"));
+  EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) + "Failed to free memory, error code 2\n"}, failures);
 }
 
 TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
-  struct Case {
-    const char* className;
-    const char* prefix;
-    bool usePrefix;
-    const char* immName;
-  };
-  const Case cases[] = {{"Cell", "", false, "NsCell"},
-                        {"Cell", "Other", true, "OtherCell"},
-                        {"Cell", "Other", false, "NsCell"},
-                        {"KmovENodeBFunction", "Other", true, "KmovENodeBFunction"}};
+  const std::tuple<const char*, const char*, bool, const char*> cases[] = {
+      {"Cell", "", false, "NsCell"},
+      {"Cell", "Other", true, "OtherCell"},
+      {"Cell", "Other", false, "NsCell"},
+      {"KmovENodeBFunction", "Other", true, "KmovENodeBFunction"}};
   ASSERT_TRUE(initWith({}));
-  for (const Case& c : cases) {
-    EXPECT_CALL(wrapper, readInstances(_, StrEq(c.immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-    EXPECT_EQ(nullptr, handler.getInstanceGroup(c.className, c.prefix, c.usePrefix)) << c.immName;
+  for (const auto& [className, prefix, usePrefix, immName] : cases) {
+    EXPECT_CALL(wrapper, readInstances(_, StrEq(immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+    EXPECT_EQ(nullptr, handler.getInstanceGroup(className, prefix, usePrefix)) << immName;
   }
+  // The group of an LDN is the class of its first RDN.
+  EXPECT_CALL(wrapper, readInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_EQ(nullptr, handler.getInstanceGroupForLdn("eUtranCellFDDId=1,eNodeBFunctionId=1"));
+  EXPECT_TRUE(LogRecorder::installed().contains("Fetching instanceGroup for classname: EUtranCellFDD"));
   EXPECT_TRUE(LogRecorder::installed().contains("Found class KmovENodeBFunction , adding prefix cancelled"));
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to read instances for NsCell, error code 12\n"));
-}
-
-TEST_F(IctiHandlerTest, AFailedReadIsNotCached) {
-  ASSERT_TRUE(initWith({}));
-  GroupRecordBuilder cells("NsCell");
-  EXPECT_CALL(wrapper, readInstances(_, StrEq("NsCell"), _))
-      .WillOnce(Return(SA_AIS_ERR_TRY_AGAIN))
-      .WillOnce(DoAll(SetArgPointee<2>(cells.build()), Return(SA_AIS_OK)));
-  EXPECT_EQ(nullptr, handler.getInstanceGroup("Cell"));
-  EXPECT_NE(nullptr, handler.getInstanceGroup("Cell"));
-}
-
-TEST_F(IctiHandlerTest, AFailedReleaseOfTheRecordsFailsTheUpgrade) {
-  ASSERT_TRUE(initWith({}));
-  GroupRecordBuilder cells("NsCell");
-  answerRead("NsCell", cells);
-  EXPECT_CALL(wrapper, instanceGroupsMemoryFree(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
-  EXPECT_EQ(nullptr, handler.getInstanceGroup("Cell"));
-  ASSERT_EQ(1u, failures.size());
-  EXPECT_EQ(std::string(kIdentityPrefix) + "Failed to free memory, error code 2\n", failures[0]);
 }
 
 TEST_F(IctiHandlerTest, TheOnlyInstanceNeedsExactlyOne) {
@@ -229,127 +226,55 @@ TEST_F(IctiHandlerTest, GroupsAreAddedOnceAndRemovedByClassName) {
   EXPECT_TRUE(log.contains("ABN: Trying to remove a non existent instance group: NsNewClass\n"));
 }
 
-TEST_F(IctiHandlerTest, TheGroupOfAnLdnComesFromItsFirstRdn) {
-  ASSERT_TRUE(initWith({}));
-  EXPECT_CALL(wrapper, readInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  EXPECT_EQ(nullptr, handler.getInstanceGroupForLdn("eUtranCellFDDId=1,eNodeBFunctionId=1"));
-  EXPECT_TRUE(LogRecorder::installed().contains("Fetching instanceGroup for classname: EUtranCellFDD"));
-}
-
-TEST_F(IctiHandlerTest, TouchedClassesAreWrittenAndTheOthersCopied) {
-  ASSERT_TRUE(initWith({{"NsA", "aId"}, {"NsB", "bId"}, {"NsC", "cId"}}));
-  GroupRecordBuilder a("NsA");
-  a.instance("", {{"aId", "1"}});
-  answerRead("NsA", a);
-  ASSERT_NE(nullptr, handler.getInstanceGroup("A"));
-
-  std::vector<std::string> written, copied;
-  EXPECT_CALL(wrapper, writeInstances(42, _)).WillOnce(Invoke([&](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
-    written = groupNames(g);
-    return SA_AIS_OK;
-  }));
-  EXPECT_CALL(wrapper, copyInstances(42, _)).WillOnce(Invoke([&](SafcImmCtHandleT, SaImmClassNameT* n) {
-    copied = names(n);
-    return SA_AIS_OK;
-  }));
-  EXPECT_CALL(wrapper, writeRtInstances(_, _, _)).Times(0);
-  EXPECT_CALL(wrapper, finalize(42)).WillOnce(Return(SA_AIS_OK));
-  EXPECT_TRUE(handler.writeCopyClasses());
-  EXPECT_EQ(std::vector<std::string>{"NsA"}, written);
-  EXPECT_EQ((std::vector<std::string>{"NsB", "NsC"}), copied);
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "icti finalize 0 ms, tables 0 ms, writeClasses 0 ms size 1, copyClasses 0 ms, size 2, writeRTPClasses size 0, "
-      "introduce 0 ms"));
-}
-
-TEST_F(IctiHandlerTest, RuntimePersistentGroupsGoUnderTheImplementerWhenOneIsSet) {
-  ASSERT_TRUE(initWith({{"NsA", "aId"}, {"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
-  GroupRecordBuilder rt("NsRt");
-  rt.instance("", {{"rtId", "1"}});
-  answerRead("NsRt", rt);
-  ASSERT_NE(nullptr, handler.getInstanceGroup("Rt"));
-  handler.setImplementerName("upgradeImpl");
-
-  std::vector<std::string> rtpWritten;
-  EXPECT_CALL(wrapper, writeInstances(_, _)).Times(0);
-  EXPECT_CALL(wrapper, writeRtInstances(42, StrEq("upgradeImpl"), _))
-      .WillOnce(Invoke([&](SafcImmCtHandleT, const SaImmOiImplementerNameT, SafcImmCtInstanceGroupT** g) {
-        rtpWritten = groupNames(g);
+TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntimePersistentOnes) {
+  std::deque<GroupRecordBuilder> records;
+  ON_CALL(wrapper, readInstances(42, _, _))
+      .WillByDefault(Invoke([&](SafcImmCtHandleT, const SaImmClassNameT name, SafcImmCtInstanceGroupT*** out) {
+        *out = records.emplace_back(name).build();
         return SA_AIS_OK;
       }));
-  EXPECT_TRUE(handler.writeCopyClasses());
-  EXPECT_EQ(std::vector<std::string>{"NsRt"}, rtpWritten);
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "RTP classes write after split, instanceGroupMap.size() 0: , instanceGroupMapRTP.size() 1: "));
-}
-
-TEST_F(IctiHandlerTest, AFailedRuntimePersistentWriteIsReportedAndTheSessionStillEnds) {
-  ASSERT_TRUE(initWith({{"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
-  GroupRecordBuilder rt("NsRt");
-  answerRead("NsRt", rt);
-  ASSERT_NE(nullptr, handler.getInstanceGroup("Rt"));
-  handler.setImplementerName("upgradeImpl");
-  EXPECT_CALL(wrapper, writeRtInstances(_, _, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
-  EXPECT_CALL(wrapper, finalize(_)).WillOnce(Return(SA_AIS_OK));
-  EXPECT_TRUE(handler.writeCopyClasses());
-  EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) + "Write RTP instances failed, SaAisErrorT = 2"},
-            failures);
-}
-
-TEST_F(IctiHandlerTest, WithoutAnImplementerRuntimePersistentGroupsAreWrittenWithTheRest) {
-  ASSERT_TRUE(initWith({{"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
-  GroupRecordBuilder rt("NsRt");
-  answerRead("NsRt", rt);
-  ASSERT_NE(nullptr, handler.getInstanceGroup("Rt"));
-  EXPECT_CALL(wrapper, writeInstances(_, _)).WillOnce(Return(SA_AIS_OK));
-  EXPECT_CALL(wrapper, writeRtInstances(_, _, _)).Times(0);
-  EXPECT_TRUE(handler.writeCopyClasses());
-}
-
-TEST_F(IctiHandlerTest, EveryEndStepFailureIsReported) {
-  struct Case {
-    const char* name;
-    SaAisErrorT write, copy, finalize;
-    std::vector<std::string> failures;
+  using Names = std::vector<std::string>;
+  const SaAisErrorT ok = SA_AIS_OK;
+  const struct {
+    bool implementer;
+    SaAisErrorT write, copy, rtp, finalize;
     bool result;
+    Names written, rtpWritten;
+    const char* failure;  // or null
+  } cases[] = {
+      {false, ok, ok, ok, ok, true, {"NsA", "NsRt"}, {}, nullptr},
+      {true, ok, ok, ok, ok, true, {"NsA"}, {"NsRt"}, nullptr},
+      {true, ok, ok, SA_AIS_ERR_LIBRARY, ok, true, {"NsA"}, {"NsRt"}, "Write RTP instances failed, SaAisErrorT = 2"},
+      {false, SA_AIS_ERR_INVALID_PARAM, ok, ok, ok, true, {"NsA", "NsRt"}, {}, "Write instances init failed, SaAisErrorT = 7"},
+      {false, ok, SA_AIS_ERR_NOT_EXIST, ok, ok, true, {"NsA", "NsRt"}, {}, "Copy instances init failed, SaAisErrorT = 12"},
+      {false, ok, ok, ok, SA_AIS_ERR_BAD_OPERATION, false, {"NsA", "NsRt"}, {}, nullptr},
   };
-  const Case cases[] = {
-      {"write", SA_AIS_ERR_INVALID_PARAM, SA_AIS_OK, SA_AIS_OK, {"Write instances init failed, SaAisErrorT = 7"}, true},
-      {"copy", SA_AIS_OK, SA_AIS_ERR_NOT_EXIST, SA_AIS_OK, {"Copy instances init failed, SaAisErrorT = 12"}, true},
-      {"finalize", SA_AIS_OK, SA_AIS_OK, SA_AIS_ERR_BAD_OPERATION, {}, false},
-  };
-  for (const Case& c : cases) {
-    NiceMock<MockSafcImmCtWrapper> tool;
-    std::vector<std::string> reported;
-    ON_CALL(tool, initialize(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(tool, readSchemaVersion(_, _, _, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(tool, instanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(tool, failUpgrade(_, _)).WillByDefault(Invoke([&](SafcImmCtHandleT, const char* text) {
-      reported.push_back(std::string(text).substr(std::string(kIdentityPrefix).size()));
-      return SA_AIS_OK;
-    }));
-    EXPECT_CALL(tool, writeInstances(_, _)).WillOnce(Return(c.write));
-    EXPECT_CALL(tool, copyInstances(_, _)).WillOnce(Return(c.copy));
-    EXPECT_CALL(tool, finalize(_)).WillOnce(Return(c.finalize));
-    IctiHandler fresh(tool, clock, "RadioNode", "Ns");
-    ASSERT_TRUE(fresh.init({{"NsA", "aId"}, {"NsB", "bId"}}, {}));
-    GroupRecordBuilder a("NsA");
-    EXPECT_CALL(tool, readInstances(_, _, _)).WillOnce(DoAll(SetArgPointee<2>(a.build()), Return(SA_AIS_OK)));
-    fresh.getInstanceGroup("A");
-    EXPECT_EQ(c.result, fresh.writeCopyClasses()) << c.name;
-    EXPECT_EQ(c.failures, reported) << c.name;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.implementer << c.write << c.copy << c.rtp << c.finalize);
+    IctiHandler fresh(wrapper, clock, "RadioNode", "Ns");
+    ASSERT_TRUE(fresh.init({{"NsA", "aId"}, {"NsB", "bId"}, {"NsC", "cId"}, {"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
+    ASSERT_NE(nullptr, fresh.getInstanceGroup("A"));
+    ASSERT_NE(nullptr, fresh.getInstanceGroup("Rt"));
+    if (c.implementer) fresh.setImplementerName("upgradeImpl");
+    std::tie(writeAnswer, copyAnswer, rtpAnswer, finalizeAnswer) = std::tie(c.write, c.copy, c.rtp, c.finalize);
+    failures.clear(), rtpWritten.clear();
+    EXPECT_EQ(c.result, fresh.writeCopyClasses());
+    EXPECT_EQ(c.written, written);
+    EXPECT_TRUE(c.implementer || copied == Names({"NsB", "NsC"})) << testing::PrintToString(copied);
+    EXPECT_EQ(c.rtpWritten, rtpWritten);
+    EXPECT_EQ(c.failure ? Names{kIdentityPrefix + std::string(c.failure)} : Names{}, failures);
   }
+  EXPECT_TRUE(LogRecorder::installed().contains(
+      "icti finalize 0 ms, tables 0 ms, writeClasses 0 ms size 2, copyClasses 0 ms, size 2, writeRTPClasses size 0, "
+      "introduce 0 ms"));
+  EXPECT_TRUE(LogRecorder::installed().contains(
+      "RTP classes write after split, instanceGroupMap.size() 1: , instanceGroupMapRTP.size() 1: "));
   EXPECT_TRUE(LogRecorder::installed().contains("Finalize failed, SaAisErrorT = 20"));
 }
 
 TEST_F(IctiHandlerTest, AnIntroducedSchemaWritesItsCachedGroups) {
   ASSERT_TRUE(initWith({{"NsA", "aId"}, {"NsB", "bId"}}));
   ASSERT_NE(nullptr, handler.addInstanceGroup("A"));
-  std::vector<std::string> written;
-  EXPECT_CALL(wrapper, writeInstances(_, _)).WillOnce(Invoke([&](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
-    written = groupNames(g);
-    return SA_AIS_OK;
-  }));
   EXPECT_CALL(wrapper, copyInstances(_, _)).Times(0);
   EXPECT_TRUE(handler.writeIntroducedClasses());
   EXPECT_EQ(std::vector<std::string>{"NsA"}, written);

@@ -20,60 +20,45 @@ std::vector<std::string> attributeNames(const Instance& instance) {
   return names;
 }
 
-TEST(InstanceTest, LdnIsRdnThenParent) {
+TEST(InstanceTest, NewInstanceHasItsRdnAttributeAndLdn) {
   Instance root("", "topId", "1", "Top");
   EXPECT_EQ("topId=1", root.getLdn());
-  Instance child("Top=1", "foo", "2", "Foo");
-  EXPECT_EQ("foo=2", child.getRdn());
-  EXPECT_EQ("foo=2,Top=1", child.getLdn());
-  EXPECT_TRUE(child.hasLdn("foo=2,Top=1"));
-  EXPECT_FALSE(child.hasLdn("foo=2,Top=12"));
-  EXPECT_FALSE(child.hasLdn("foo=2"));
   EXPECT_FALSE(root.hasLdn("topId=1,"));
-}
-
-TEST(InstanceTest, NewInstanceHasItsRdnAttribute) {
-  Instance instance("Top=1", "fooId", "7", "Foo");
+  Instance child("Top=1", "fooId", "7", "Foo");
   EXPECT_TRUE(logged("Instance::Instance(_parentName: Top=1, _rdnAttribute: fooId, _rdnId: 7, _className: Foo)"));
-  AttributeInternalIf* rdn = instance.getAttribute("fooId");
+  EXPECT_EQ("fooId=7", child.getRdn());
+  EXPECT_EQ("fooId=7,Top=1", child.getLdn());
+  EXPECT_TRUE(child.hasLdn("fooId=7,Top=1"));
+  EXPECT_FALSE(child.hasLdn("fooId=7,Top=12"));
+  EXPECT_FALSE(child.hasLdn("fooId=7"));
+  EXPECT_EQ("Foo", child.className());
+  AttributeInternalIf* rdn = child.getAttribute("fooId");
   ASSERT_NE(nullptr, rdn);
   EXPECT_EQ(static_cast<uint32_t>(SA_IMM_ATTR_SASTRINGT), rdn->getType());
   EXPECT_STREQ("7", rdn->readValueAtIndex(0));
-  EXPECT_EQ("Top=1", instance.getParentName());
-  EXPECT_EQ("Foo", instance.className());
-}
-
-TEST(InstanceTest, GetAttributeNeverInserts) {
-  Instance instance("", "fooId", "1", "Foo");
-  EXPECT_EQ(nullptr, instance.getAttribute("missing"));
-  EXPECT_EQ(std::vector<std::string>{"fooId"}, attributeNames(instance));
+  EXPECT_EQ(nullptr, child.getAttribute("missing"));
+  EXPECT_EQ(std::vector<std::string>{"fooId"}, attributeNames(child));
 }
 
 TEST(InstanceTest, AddAttributeByTypeCode) {
-  struct Case {
-    uint32_t type;
-    bool created;
-  };
-  const Case kCases[] = {{1, true}, {2, true}, {3, true}, {4, true}, {5, false}, {6, true},
-                         {7, false}, {8, true}, {9, true}, {10, true}, {0, false}, {11, false}};
-  for (const Case& c : kCases) {
+  const std::pair<uint32_t, bool> cases[] = {{1, true},  {2, true}, {3, true}, {4, true},  {5, false}, {6, true},
+                                             {7, false}, {8, true}, {9, true}, {10, true}, {0, false}, {11, false}};
+  for (const auto& [type, created] : cases) {
     LogRecorder::installed().clear();
     Instance instance("", "fooId", "1", "Foo");
-    AttributeInternalIf* created = reinterpret_cast<AttributeInternalIf*>(1);
-    EXPECT_EQ(c.created, instance.addAttribute("a", c.type, &created)) << c.type;
-    if (c.created) {
-      ASSERT_NE(nullptr, created);
-      EXPECT_EQ(c.type, created->getType());
-      EXPECT_EQ(created, instance.getAttribute("a"));
+    AttributeInternalIf* attribute = reinterpret_cast<AttributeInternalIf*>(1);
+    EXPECT_EQ(created, instance.addAttribute("a", type, &attribute)) << type;
+    EXPECT_EQ(attribute, instance.getAttribute("a"));
+    if (created) {
+      ASSERT_NE(nullptr, attribute);
+      EXPECT_EQ(type, attribute->getType());
     } else {
-      EXPECT_EQ(nullptr, created);
-      EXPECT_EQ(nullptr, instance.getAttribute("a"));
-      EXPECT_TRUE(logged("Unable to create attribute a")) << c.type;
+      EXPECT_TRUE(logged("Unable to create attribute a")) << type;
     }
   }
 }
 
-TEST(InstanceTest, AddingAnExistingNameKeepsTheAttribute) {
+TEST(InstanceTest, AttributesAreKeptOncePerNameInByteWiseOrderUntilErased) {
   Instance instance("Top=1", "fooId", "2", "Foo");
   AttributeInternalIf* first = nullptr;
   ASSERT_TRUE(instance.addAttribute("a", SA_IMM_ATTR_SAINT32T, &first));
@@ -82,91 +67,52 @@ TEST(InstanceTest, AddingAnExistingNameKeepsTheAttribute) {
   EXPECT_TRUE(instance.addAttribute("a", SA_IMM_ATTR_SASTRINGT, &second));
   EXPECT_EQ(nullptr, second);
   EXPECT_EQ(first, instance.getAttribute("a"));
-  EXPECT_STREQ("5", instance.getAttribute("a")->readValueAtIndex(0));
+  EXPECT_STREQ("5", first->readValueAtIndex(0));
   EXPECT_TRUE(logged("Instance: fooId=2,Top=1 already has attribute with name: a"));
-}
 
-TEST(InstanceTest, AttributesAreInByteWiseNameOrder) {
-  Instance instance("", "m", "1", "M");
-  for (const char* name : {"b", "B", "a", "_", "aa"}) instance.addAttribute(name, SA_IMM_ATTR_SAINT32T);
-  EXPECT_EQ((std::vector<std::string>{"B", "_", "a", "aa", "b", "m"}), attributeNames(instance));
-}
-
-TEST(InstanceTest, EraseAttribute) {
-  Instance instance("", "fooId", "1", "Foo");
-  instance.addAttribute("a", SA_IMM_ATTR_SAINT32T);
+  for (const char* name : {"b", "B", "_", "aa"}) instance.addAttribute(name, SA_IMM_ATTR_SAINT32T);
+  EXPECT_EQ((std::vector<std::string>{"B", "_", "a", "aa", "b", "fooId"}), attributeNames(instance));
   EXPECT_TRUE(instance.eraseAttribute("a"));
   EXPECT_TRUE(logged("Erase attribute a"));
   EXPECT_EQ(nullptr, instance.getAttribute("a"));
   EXPECT_FALSE(instance.eraseAttribute("a"));
   EXPECT_TRUE(logged("Tried to remove non-existing Attribute a"));
-  EXPECT_EQ(std::vector<std::string>{"fooId"}, attributeNames(instance));
+  EXPECT_EQ((std::vector<std::string>{"B", "_", "aa", "b", "fooId"}), attributeNames(instance));
 }
 
-// ---------------------------------------------------------------------------
-// From platform records.
-
-struct RdnCase {
-  const char* what;
-  std::string targetRdnAttribute;
-  std::vector<AttributeData> attributes;
-  std::string rdn;
-  const char* calculated;
-};
-
-TEST(InstanceRecordTest, FindsTheRdn) {
-  const RdnCase kCases[] = {
-      {"class rdn",
-       "",
-       {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}, {"barId", SA_IMM_ATTR_SASTRINGT, {"7"}}},
-       "barId=7",
-       "RDN calculated from ICTI = barId=7, className: Bar, MOclassRdn: 1, structClassRdn: 0, rdnFoundInToState: 0"},
-      {"class rdn of any type",
-       "",
-       {{"barId", SA_IMM_ATTR_SAUINT32T, {"9"}}},
-       "barId=9",
-       "RDN calculated from ICTI = barId=9, className: Bar, MOclassRdn: 1, structClassRdn: 0, rdnFoundInToState: 0"},
-      {"struct rdn",
-       "",
-       {{"id", SA_IMM_ATTR_SASTRINGT, {"3"}}},
-       "id=3",
-       "RDN calculated from ICTI = id=3, className: Bar, MOclassRdn: 0, structClassRdn: 1, rdnFoundInToState: 0"},
-      {"struct rdn must be a string", "", {{"id", SA_IMM_ATTR_SAINT32T, {"3"}}}, "", nullptr},
-      {"target model rdn",
-       "key",
-       {{"key", SA_IMM_ATTR_SASTRINGT, {"k1"}}, {"barId", SA_IMM_ATTR_SASTRINGT, {"7"}}},
-       "key=k1",
-       "RDN calculated from ICTI = key=k1, className: Bar, MOclassRdn: 0, structClassRdn: 0, rdnFoundInToState: 1"},
-      {"first in record order wins",
-       "key",
-       {{"barId", SA_IMM_ATTR_SASTRINGT, {"7"}}, {"key", SA_IMM_ATTR_SASTRINGT, {"k1"}}},
-       "barId=7",
-       nullptr},
-      {"target model rdn must be a string",
-       "key",
-       {{"key", SA_IMM_ATTR_SAINT32T, {"1"}}, {"id", SA_IMM_ATTR_SASTRINGT, {"4"}}},
-       "id=4",
-       nullptr},
-      {"no rdn",
-       "",
-       {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}},
-       "",
-       "RDN calculated from ICTI = , className: Bar, MOclassRdn: 0, structClassRdn: 0, rdnFoundInToState: 0"},
+TEST(InstanceTest, FromARecordFindsTheRdn) {
+  const AttributeData barId = {"barId", SA_IMM_ATTR_SASTRINGT, {"7"}};
+  const AttributeData key = {"key", SA_IMM_ATTR_SASTRINGT, {"k1"}};
+  const struct {
+    std::string targetRdnAttribute;
+    std::vector<AttributeData> attributes;
+    std::string rdn;
+    const char* flags;  // MOclassRdn, structClassRdn, rdnFoundInToState as logged, or null
+  } cases[] = {
+      {"", {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}, barId}, "barId=7", "1, structClassRdn: 0, rdnFoundInToState: 0"},
+      {"", {{"barId", SA_IMM_ATTR_SAUINT32T, {"9"}}}, "barId=9", "1, structClassRdn: 0, rdnFoundInToState: 0"},
+      {"", {{"id", SA_IMM_ATTR_SASTRINGT, {"3"}}}, "id=3", "0, structClassRdn: 1, rdnFoundInToState: 0"},
+      {"", {{"id", SA_IMM_ATTR_SAINT32T, {"3"}}}, "", nullptr},
+      {"key", {key, barId}, "key=k1", "0, structClassRdn: 0, rdnFoundInToState: 1"},
+      {"key", {barId, key}, "barId=7", nullptr},
+      {"key", {{"key", SA_IMM_ATTR_SAINT32T, {"1"}}, {"id", SA_IMM_ATTR_SASTRINGT, {"4"}}}, "id=4", nullptr},
+      {"", {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}}, "", "0, structClassRdn: 0, rdnFoundInToState: 0"},
   };
-  for (const RdnCase& c : kCases) {
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.targetRdnAttribute + " -> " + c.rdn);
     LogRecorder::installed().clear();
     PlatformRecords records;
     Instance instance(records.instance({std::nullopt, c.attributes}), "Bar", c.targetRdnAttribute);
-    EXPECT_EQ(c.rdn, instance.getRdn()) << c.what;
-    EXPECT_EQ(c.attributes.size(), instance.getAttributes().size()) << c.what;
-    if (c.calculated != nullptr) {
-      EXPECT_TRUE(logged(c.calculated)) << c.what;
+    EXPECT_EQ(c.rdn, instance.getRdn());
+    EXPECT_EQ(c.attributes.size(), instance.getAttributes().size());
+    if (c.flags != nullptr) {
+      EXPECT_TRUE(logged("RDN calculated from ICTI = " + c.rdn + ", className: Bar, MOclassRdn: " + c.flags));
     }
-    EXPECT_EQ(c.rdn.empty(), logged("Could not find rdn in SafcImmCtInstanceT input for Bar")) << c.what;
+    EXPECT_EQ(c.rdn.empty(), logged("Could not find rdn in SafcImmCtInstanceT input for Bar"));
   }
 }
 
-TEST(InstanceRecordTest, ReadsParentAndValues) {
+TEST(InstanceTest, FromARecordReadsParentAndValues) {
   PlatformRecords records;
   Instance instance(records.instance({"Top=1", {{"barId", SA_IMM_ATTR_SASTRINGT, {"1"}},
                                                 {"n", SA_IMM_ATTR_SAINT64T, {"4", "5"}}}}),
@@ -175,44 +121,9 @@ TEST(InstanceRecordTest, ReadsParentAndValues) {
   EXPECT_TRUE(logged("Parent name Top=1"));
   EXPECT_EQ("barId=1,Top=1", instance.getLdn());
   EXPECT_STREQ("5", instance.getAttribute("n")->readValueAtIndex(1));
-
   Instance root(records.instance({std::nullopt, {}}), "Bar");
   EXPECT_TRUE(logged("No parent to Bar"));
   EXPECT_EQ("", root.getParentName());
-}
-
-// ---------------------------------------------------------------------------
-// Renaming.
-
-TEST(InstanceRenameTest, SetRdnRenamesTheAttributeAndStoresTheValue) {
-  Instance instance("Top=1", "fooId", "1", "Foo");
-  instance.addAttribute("zeta", SA_IMM_ATTR_SAINT32T);
-  instance.setRdn("barId=2");
-  EXPECT_EQ("barId=2", instance.getRdn());
-  EXPECT_EQ("barId=2,Top=1", instance.getLdn());
-  EXPECT_EQ(nullptr, instance.getAttribute("fooId"));
-  AttributeInternalIf* rdn = instance.getAttribute("barId");
-  ASSERT_NE(nullptr, rdn);
-  EXPECT_EQ("barId", rdn->getName());
-  EXPECT_EQ(1u, rdn->getNumberOfValues());
-  EXPECT_STREQ("2", rdn->readValueAtIndex(0));
-  EXPECT_EQ((std::vector<std::string>{"barId", "zeta"}), attributeNames(instance));
-}
-
-TEST(InstanceRenameTest, SetRdnReplacesAnAttributeOfTheNewName) {
-  Instance instance("", "fooId", "1", "Foo");
-  instance.addAttribute("barId", SA_IMM_ATTR_SAINT32T);
-  instance.setRdn("barId=x");
-  EXPECT_EQ((std::vector<std::string>{"barId"}), attributeNames(instance));
-  EXPECT_EQ(static_cast<uint32_t>(SA_IMM_ATTR_SASTRINGT), instance.getAttribute("barId")->getType());
-  EXPECT_STREQ("x", instance.getAttribute("barId")->readValueAtIndex(0));
-}
-
-TEST(InstanceRenameTest, SetRdnWithoutEqualsThrowsAndChangesNothing) {
-  Instance instance("", "fooId", "1", "Foo");
-  EXPECT_THROW(instance.setRdn("fooId"), std::out_of_range);
-  EXPECT_EQ("fooId=1", instance.getRdn());
-  EXPECT_NE(nullptr, instance.getAttribute("fooId"));
 }
 
 class CountingOwner : public Instance::Owner {
@@ -221,15 +132,28 @@ class CountingOwner : public Instance::Owner {
   std::vector<std::string> names;
 };
 
-TEST(InstanceRenameTest, OwnerHearsOfEveryRename) {
+TEST(InstanceTest, SetRdnRenamesTheAttributeAndTellsTheOwner) {
   CountingOwner owner;
   Instance instance("Top=1", "fooId", "1", "Foo");
   instance.setOwner(&owner, nullptr);
-  instance.setRdn("fooId=2");
+  instance.addAttribute("zeta", SA_IMM_ATTR_SAINT32T);
+  instance.addAttribute("barId", SA_IMM_ATTR_SAINT32T);
+  EXPECT_THROW(instance.setRdn("fooId"), std::out_of_range);
+  EXPECT_EQ("fooId=1", instance.getRdn());
+  instance.setRdn("barId=2");
+  EXPECT_EQ("barId=2,Top=1", instance.getLdn());
+  EXPECT_EQ(nullptr, instance.getAttribute("fooId"));
+  AttributeInternalIf* rdn = instance.getAttribute("barId");
+  ASSERT_NE(nullptr, rdn);
+  EXPECT_EQ(static_cast<uint32_t>(SA_IMM_ATTR_SASTRINGT), rdn->getType());
+  EXPECT_EQ(1u, rdn->getNumberOfValues());
+  EXPECT_STREQ("2", rdn->readValueAtIndex(0));
+  EXPECT_EQ((std::vector<std::string>{"barId", "zeta"}), attributeNames(instance));
+
   instance.setParentName("Top=2");
   instance.setOwner(nullptr, nullptr);
   instance.setParentName("Top=3");
-  EXPECT_EQ((std::vector<std::string>{"fooId=2,Top=1", "fooId=2,Top=2"}), owner.names);
+  EXPECT_EQ((std::vector<std::string>{"barId=2,Top=1", "barId=2,Top=2"}), owner.names);
 }
 
 }  // namespace

@@ -11,6 +11,10 @@ T* PlatformRecords::make(size_t count) {
   return reinterpret_cast<T*>(blocks_.back().get());
 }
 
+char* PlatformRecords::text(const std::string& text) {
+  return static_cast<char*>(std::memcpy(make<char>(text.size() + 1), text.c_str(), text.size() + 1));
+}
+
 SaNameT* PlatformRecords::name(const std::string& text, SaUint16T length) {
   auto* record = make<SaNameT>();
   record->length = length;
@@ -32,11 +36,8 @@ void* PlatformRecords::value(SaImmValueTypeT type, const std::string& text) {
       return new (make<SaDoubleT>()) SaDoubleT(std::strtod(text.c_str(), nullptr));
     case SA_IMM_ATTR_SANAMET:
       return name(text, static_cast<SaUint16T>(text.size()));
-    case SA_IMM_ATTR_SASTRINGT: {
-      char* copy = make<char>(text.size() + 1);
-      std::memcpy(copy, text.c_str(), text.size() + 1);
-      return new (make<SaStringT>()) SaStringT(copy);
-    }
+    case SA_IMM_ATTR_SASTRINGT:
+      return new (make<SaStringT>()) SaStringT(this->text(text));
     case SA_IMM_ATTR_SAANYT: {
       auto* any = make<SaAnyT>();
       any->bufferSize = text.size() / 2;
@@ -53,8 +54,7 @@ void* PlatformRecords::value(SaImmValueTypeT type, const std::string& text) {
 
 SaImmAttrValuesT_2* PlatformRecords::attribute(const AttributeData& data) {
   auto* record = make<SaImmAttrValuesT_2>();
-  record->attrName = make<char>(data.name.size() + 1);
-  std::memcpy(record->attrName, data.name.c_str(), data.name.size() + 1);
+  record->attrName = text(data.name);
   record->attrValueType = data.type;
   record->attrValuesNumber = static_cast<SaUint32T>(data.values.size());
   record->attrValues = make<SaImmAttrValueT>(data.values.size() + 1);
@@ -73,8 +73,7 @@ SafcImmCtInstanceT* PlatformRecords::instance(const InstanceData& data) {
 SafcImmCtInstanceGroupT* PlatformRecords::group(const std::string& className,
                                                 const std::vector<InstanceData>& instances) {
   auto* record = make<SafcImmCtInstanceGroupT>();
-  record->className = make<char>(className.size() + 1);
-  std::memcpy(record->className, className.c_str(), className.size() + 1);
+  record->className = text(className);
   record->instances = make<SafcImmCtInstanceT*>(instances.size() + 1);
   for (size_t i = 0; i < instances.size(); ++i) record->instances[i] = instance(instances[i]);
   return record;

@@ -38,6 +38,7 @@ class PlatformRecords {
   template <typename T>
   T* make(size_t count = 1);
   void* value(SaImmValueTypeT type, const std::string& text);
+  char* text(const std::string& text);
 
   std::vector<std::unique_ptr<char[]>> blocks_;
 };

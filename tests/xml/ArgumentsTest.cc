@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <functional>
+#include <map>
 #include <string>
 
 #include "LogRecorder.h"
@@ -10,42 +10,23 @@
 
 namespace {
 
-TEST(ActionArgumentsTest, DuplicateNameIsRefusedAndFirstValueKept) {
+TEST(ActionArgumentsTest, FirstValueOfANameWinsAndTextIsInNameOrder) {
   ActionArguments args;
   EXPECT_TRUE(args.addArgument("name", "first"));
   EXPECT_FALSE(args.addArgument("name", "second"));
-
   std::string value;
   EXPECT_TRUE(args.getArgument("name", value));
   EXPECT_EQ("first", value);
+  value = "kept";
+  EXPECT_FALSE(args.getArgument("Name", value));
+  EXPECT_EQ("kept", value);
   EXPECT_TRUE(LogRecorder::installed().contains("addArgument: name = name and value = first"));
   EXPECT_TRUE(LogRecorder::installed().contains("Argument with name: name already added"));
-}
 
-TEST(ActionArgumentsTest, MissingArgumentLeavesValueUntouched) {
-  ActionArguments args;
-  args.addArgument("a", "1");
-  std::string value = "kept";
-  EXPECT_FALSE(args.getArgument("A", value));
-  EXPECT_EQ("kept", value);
-}
-
-TEST(ActionArgumentsTest, ArgumentsToStringInNameOrder) {
-  struct Case {
-    std::vector<std::pair<std::string, std::string>> added;
-    std::string expected;
-  };
-  const Case cases[] = {
-      {{}, ""},
-      {{{"a", "1"}}, "a=1"},
-      {{{"b", "2"}, {"a", "1"}}, "a=1, b=2"},
-      {{{"name", "x"}, {"Name", "y"}, {"empty", ""}}, "Name=y, empty=, name=x"},
-  };
-  for (const Case& c : cases) {
-    ActionArguments args;
-    for (const auto& argument : c.added) args.addArgument(argument.first, argument.second);
-    EXPECT_EQ(c.expected, args.argumentsToString());
-  }
+  EXPECT_STREQ("", ActionArguments().argumentsToString());
+  args.addArgument("Name", "y");
+  args.addArgument("empty", "");
+  EXPECT_STREQ("Name=y, empty=, name=first", args.argumentsToString());
 }
 
 TEST(ActionArgumentsTest, ArgumentsToStringHoldsEveryArgument) {
@@ -60,249 +41,128 @@ TEST(ActionArgumentsTest, ArgumentsToStringHoldsEveryArgument) {
   EXPECT_EQ(expected, args.argumentsToString());
 }
 
-TEST(ActionArgumentsTest, LogsArgumentsThenOperations) {
-  ActionArguments args;
-  args.addArgument("name", "attr");
-  args.addArgument("a", "1");
-  auto* operation = new OperationArgument;
-  operation->setOperator("=");
-  operation->setValue("5");
-  args.addOperation(operation);
-  LogRecorder::installed().clear();
-
-  args.logArguments();
-  std::vector<std::string> expected = {"Argument a=1", "Argument name=attr", " => (=) value: 5"};
-  EXPECT_EQ(expected, LogRecorder::installed().texts());
-}
-
 using Setter = void (OperationArgument::*)(const char*);
 using Getter = void (OperationArgument::*)(bool&, std::string&) const;
 
-struct FieldCase {
-  const char* field;
+struct Field {
   Setter set;
   Getter get;
 };
 
-const FieldCase kFields[] = {
-    {"rangeStart", &OperationArgument::setRangeStart, &OperationArgument::getRangeStart},
-    {"rangeEnd", &OperationArgument::setRangeEnd, &OperationArgument::getRangeEnd},
-    {"value", &OperationArgument::setValue, &OperationArgument::getValue},
-    {"valueFromAttr", &OperationArgument::setValueFromAttr, &OperationArgument::getValueFromAttr},
-    {"valueFromInstance", &OperationArgument::setValueFromInstance, &OperationArgument::getValueFromInstance},
-    {"valueFromParentInstance", &OperationArgument::setValueFromParentInstance,
-     &OperationArgument::getValueFromParentInstance},
-    {"valueFromInstanceReferencedBy", &OperationArgument::setValueFromInstanceReferencedBy,
-     &OperationArgument::getValueFromInstanceReferencedBy},
-    {"valueFromBitmapStringAttr", &OperationArgument::setValueFromBitmapStringAttr,
-     &OperationArgument::getValueFromBitmapStringAttr},
-    {"operator", &OperationArgument::setOperator, &OperationArgument::getOperator},
-    {"structType", &OperationArgument::setStructType, &OperationArgument::getStructType},
-    {"valueFromMoTypeAnyInstance", &OperationArgument::setValueFromMoTypeAnyInstance,
-     &OperationArgument::getValueFromMoTypeAnyInstance},
-    {"valueFromTypeRefOnlyInstance", &OperationArgument::setValueFromTypeRefOnlyInstance,
-     &OperationArgument::getValueFromTypeRefOnlyInstance},
-    {"valueFromImmNamespace", &OperationArgument::setValueFromImmNamespace,
-     &OperationArgument::getValueFromImmNamespace},
-    {"valueFromSingleAttr", &OperationArgument::setValueFromSingleAttr, &OperationArgument::getValueFromSingleAttr},
-    {"valueFromMoTypeAnyChildInstance", &OperationArgument::setValueFromMoTypeAnyChildInstance,
-     &OperationArgument::getValueFromMoTypeAnyChildInstance},
+#define FIELD(name, method) {name, {&OperationArgument::set##method, &OperationArgument::get##method}}
+const std::map<std::string, Field> kFields = {
+    FIELD("rangeStart", RangeStart),
+    FIELD("rangeEnd", RangeEnd),
+    FIELD("value", Value),
+    FIELD("valueFromAttr", ValueFromAttr),
+    FIELD("valueFromInstance", ValueFromInstance),
+    FIELD("valueFromParentInstance", ValueFromParentInstance),
+    FIELD("valueFromInstanceReferencedBy", ValueFromInstanceReferencedBy),
+    FIELD("valueFromBitmapStringAttr", ValueFromBitmapStringAttr),
+    FIELD("operator", Operator),
+    FIELD("structType", StructType),
+    FIELD("valueFromMoTypeAnyInstance", ValueFromMoTypeAnyInstance),
+    FIELD("valueFromTypeRefOnlyInstance", ValueFromTypeRefOnlyInstance),
+    FIELD("valueFromImmNamespace", ValueFromImmNamespace),
+    FIELD("valueFromSingleAttr", ValueFromSingleAttr),
+    FIELD("valueFromMoTypeAnyChildInstance", ValueFromMoTypeAnyChildInstance),
 };
+#undef FIELD
 
-TEST(OperationArgumentTest, EachSetterFillsOnlyItsOwnField) {
-  for (const FieldCase& target : kFields) {
+using Settings = std::vector<std::pair<std::string, const char*>>;
+
+void fill(OperationArgument& operation, const Settings& settings) {
+  for (const auto& [field, text] : settings) (operation.*kFields.at(field).set)(text);
+}
+
+TEST(OperationArgumentTest, EachSetterFillsOnlyItsOwnFieldAndEmptyTextLeavesItUnset) {
+  for (const auto& [target, accessors] : kFields) {
     OperationArgument operation;
-    (operation.*target.set)("first");
-    (operation.*target.set)("later");
-    for (const FieldCase& field : kFields) {
+    const bool emptyCounts = target == "valueFromImmNamespace";
+    fill(operation, {{target, "first"}, {target, "later"}, {target, emptyCounts ? nullptr : ""}, {target, nullptr}});
+    for (const auto& [field, read] : kFields) {
       bool isSet = false;
       std::string value;
-      (operation.*field.get)(isSet, value);
-      bool same = std::strcmp(field.field, target.field) == 0;
-      EXPECT_EQ(same, isSet) << "set " << target.field << ", read " << field.field;
-      EXPECT_EQ(same ? "later" : "", value) << "set " << target.field << ", read " << field.field;
+      (operation.*read.get)(isSet, value);
+      EXPECT_EQ(field == target, isSet) << "set " << target << ", read " << field;
+      EXPECT_EQ(field == target ? "later" : "", value) << "set " << target << ", read " << field;
     }
-  }
-}
-
-TEST(OperationArgumentTest, EmptyOrNullTextLeavesFieldUnsetExceptImmNamespace) {
-  for (const FieldCase& target : kFields) {
-    const bool emptyCounts = std::strcmp(target.field, "valueFromImmNamespace") == 0;
     for (const char* text : {static_cast<const char*>(nullptr), ""}) {
-      OperationArgument operation;
-      (operation.*target.set)(text);
+      OperationArgument blank;
+      (blank.*accessors.set)(text);
       bool isSet = true;
       std::string value = "x";
-      (operation.*target.get)(isSet, value);
-      EXPECT_EQ(emptyCounts && text != nullptr, isSet) << target.field << (text ? " empty" : " null");
-      EXPECT_EQ("", value) << target.field;
+      (blank.*accessors.get)(isSet, value);
+      EXPECT_EQ(emptyCounts && text != nullptr, isSet) << target << (text ? " empty" : " null");
+      EXPECT_EQ("", value) << target;
     }
   }
 }
 
-TEST(OperationArgumentTest, EmptyTextKeepsAnEarlierValue) {
-  OperationArgument operation;
-  operation.setValue("5");
-  operation.setValue("");
-  bool isSet = false;
-  std::string value;
-  operation.getValue(isSet, value);
-  EXPECT_TRUE(isSet);
-  EXPECT_EQ("5", value);
-}
-
-struct TextCase {
-  const char* title;
-  std::function<void(OperationArgument&)> fill;
-  const char* expected;
-};
-
 TEST(OperationArgumentTest, ToStringForms) {
-  const TextCase cases[] = {
-      {"empty", [](OperationArgument&) {}, " => "},
-      {"assignment",
-       [](OperationArgument& o) {
-         o.setOperator("=");
-         o.setValue("5");
-       },
-       " => (=) value: 5"},
-      {"range",
-       [](OperationArgument& o) {
-         o.setOperator("=");
-         o.setValue("5");
-         o.setRangeStart("1");
-         o.setRangeEnd("3");
-       },
-       "range: 1to3 => (=) value: 5"},
-      {"open range", [](OperationArgument& o) { o.setRangeEnd("9"); }, "range: to9 => "},
-      {"bitmap never printed, type-ref label",
-       [](OperationArgument& o) {
-         o.setValueFromBitmapStringAttr("bits");
-         o.setValueFromTypeRefOnlyInstance("Cls");
-       },
+  const std::pair<Settings, const char*> cases[] = {
+      {{}, " => "},
+      {{{"operator", "="}, {"value", "5"}}, " => (=) value: 5"},
+      {{{"operator", "="}, {"value", "5"}, {"rangeStart", "1"}, {"rangeEnd", "3"}}, "range: 1to3 => (=) value: 5"},
+      {{{"rangeEnd", "9"}}, "range: to9 => "},
+      {{{"valueFromBitmapStringAttr", "bits"}, {"valueFromTypeRefOnlyInstance", "Cls"}},
        " =>  valueFromImmTypeRefOnlyInstance: Cls"},
-      {"every printed field in order",
-       [](OperationArgument& o) {
-         o.setValueFromMoTypeAnyChildInstance("k");
-         o.setValueFromSingleAttr("j");
-         o.setValueFromImmNamespace("");
-         o.setValueFromTypeRefOnlyInstance("h");
-         o.setValueFromMoTypeAnyInstance("g");
-         o.setStructType("f");
-         o.setValueFromInstanceReferencedBy("e");
-         o.setValueFromParentInstance("d");
-         o.setValueFromInstance("c");
-         o.setValueFromAttr("b");
-         o.setValue("a");
-         o.setOperator("+");
-       },
-       " => (+) value: a valueFromAttr: b valueFromInstance: c valueFromParentInstance: d"
-       " valueFromInstanceReferencedBy: e structType: f valueFromMoTypeAnyInstance: g"
-       " valueFromImmTypeRefOnlyInstance: h valueFromImmNamespace:  valueFromSingleAttr: j"
-       " valueFromMoTypeAnyChildInstance: k"},
   };
-  for (const TextCase& c : cases) {
+  for (const auto& [settings, expected] : cases) {
     OperationArgument operation;
-    c.fill(operation);
-    EXPECT_STREQ(c.expected, operation.toString()) << c.title;
+    fill(operation, settings);
+    EXPECT_STREQ(expected, operation.toString());
   }
-}
-
-TEST(OperationArgumentTest, ToStringIsCutAt512Bytes) {
-  OperationArgument operation;
-  operation.setValue(std::string(2000, 'v').c_str());
-  std::string text = operation.toString();
+  OperationArgument huge;
+  huge.setValue(std::string(2000, 'v').c_str());
+  const std::string text = huge.toString();
   EXPECT_EQ(OperationArgument::kTextSize - 1, text.size());
   EXPECT_EQ(0u, text.find(" =>  value: vvv"));
 }
 
-struct ValidCase {
-  const char* title;
-  std::function<void(OperationArgument&)> fill;
-  bool valid;
-};
-
-void assignValue(OperationArgument& o) {
-  o.setOperator("=");
-  o.setValue("1");
-}
-
-void copyAttribute(OperationArgument& o) {
-  o.setOperator("=");
-  o.setValueFromAttr("other");
-}
-
 TEST(OperationArgumentTest, ValidityRules) {
-  const ValidCase cases[] = {
-      {"operator and value", assignValue, true},
-      {"no operator", [](OperationArgument& o) { o.setValue("1"); }, false},
-      {"no source", [](OperationArgument& o) { o.setOperator("="); }, false},
-      {"value and valueFromAttr", [](OperationArgument& o) { assignValue(o), o.setValueFromAttr("a"); }, false},
-      {"value and typeRef", [](OperationArgument& o) { assignValue(o), o.setValueFromTypeRefOnlyInstance("C"); },
+  const Settings assign = {{"operator", "="}, {"value", "1"}};
+  const Settings copy = {{"operator", "="}, {"valueFromAttr", "other"}};
+  const struct {
+    const char* title;
+    const Settings& base;
+    Settings more;
+    bool valid;
+  } cases[] = {
+      {"operator and value", assign, {}, true},
+      {"no operator", {}, {{"value", "1"}}, false},
+      {"no source", {}, {{"operator", "="}}, false},
+      {"value and valueFromAttr", assign, {{"valueFromAttr", "a"}}, false},
+      {"value and typeRef", assign, {{"valueFromTypeRefOnlyInstance", "C"}}, false},
+      {"value and bitmap", assign, {{"valueFromBitmapStringAttr", "b"}}, false},
+      {"value and single", assign, {{"valueFromSingleAttr", "s"}}, false},
+      {"bitmap alone", {}, {{"operator", "="}, {"valueFromBitmapStringAttr", "b"}}, true},
+      {"single alone", {}, {{"operator", "="}, {"valueFromSingleAttr", "s"}}, true},
+      {"typeRef alone", {}, {{"operator", "="}, {"valueFromTypeRefOnlyInstance", "C"}}, true},
+      {"structType without instance", assign, {{"structType", "S"}}, false},
+      {"structType with instance", assign, {{"structType", "S"}, {"valueFromInstance", "a=1"}}, true},
+      {"instance and any instance", copy, {{"valueFromInstance", "a=1"}, {"valueFromMoTypeAnyInstance", "M"}}, false},
+      {"any instance alone", copy, {{"valueFromMoTypeAnyInstance", "M"}}, true},
+      {"referencedBy without namespace", copy, {{"valueFromInstanceReferencedBy", "R"}}, false},
+      {"referencedBy with empty namespace", copy,
+       {{"valueFromInstanceReferencedBy", "R"}, {"valueFromImmNamespace", ""}}, true},
+      {"referencedBy with parent", copy,
+       {{"valueFromInstanceReferencedBy", "R"}, {"valueFromImmNamespace", "ns"}, {"valueFromParentInstance", "t"}},
        false},
-      {"value and bitmap", [](OperationArgument& o) { assignValue(o), o.setValueFromBitmapStringAttr("b"); }, false},
-      {"value and single", [](OperationArgument& o) { assignValue(o), o.setValueFromSingleAttr("s"); }, false},
-      {"bitmap alone",
-       [](OperationArgument& o) {
-         o.setOperator("=");
-         o.setValueFromBitmapStringAttr("b");
-       },
-       true},
-      {"single alone",
-       [](OperationArgument& o) {
-         o.setOperator("=");
-         o.setValueFromSingleAttr("s");
-       },
-       true},
-      {"typeRef alone",
-       [](OperationArgument& o) {
-         o.setOperator("=");
-         o.setValueFromTypeRefOnlyInstance("C");
-       },
-       true},
-      {"structType without instance", [](OperationArgument& o) { assignValue(o), o.setStructType("S"); }, false},
-      {"structType with instance",
-       [](OperationArgument& o) { assignValue(o), o.setStructType("S"), o.setValueFromInstance("a=1"); }, true},
-      {"instance and any instance",
-       [](OperationArgument& o) {
-         copyAttribute(o), o.setValueFromInstance("a=1"), o.setValueFromMoTypeAnyInstance("M");
-       },
+      {"referencedBy with typeRef", {},
+       {{"operator", "="}, {"valueFromTypeRefOnlyInstance", "C"}, {"valueFromInstanceReferencedBy", "R"},
+        {"valueFromImmNamespace", "ns"}},
        false},
-      {"any instance alone", [](OperationArgument& o) { copyAttribute(o), o.setValueFromMoTypeAnyInstance("M"); },
-       true},
-      {"referencedBy without namespace",
-       [](OperationArgument& o) { copyAttribute(o), o.setValueFromInstanceReferencedBy("R"); }, false},
-      {"referencedBy with empty namespace",
-       [](OperationArgument& o) {
-         copyAttribute(o), o.setValueFromInstanceReferencedBy("R"), o.setValueFromImmNamespace("");
-       },
-       true},
-      {"referencedBy with parent",
-       [](OperationArgument& o) {
-         copyAttribute(o), o.setValueFromInstanceReferencedBy("R"), o.setValueFromImmNamespace("ns");
-         o.setValueFromParentInstance("true");
-       },
-       false},
-      {"referencedBy with typeRef",
-       [](OperationArgument& o) {
-         o.setOperator("="), o.setValueFromTypeRefOnlyInstance("C");
-         o.setValueFromInstanceReferencedBy("R"), o.setValueFromImmNamespace("ns");
-       },
-       false},
-      {"parent without valueFromAttr", [](OperationArgument& o) { assignValue(o), o.setValueFromParentInstance("x"); },
-       false},
-      {"parent with valueFromAttr", [](OperationArgument& o) { copyAttribute(o), o.setValueFromParentInstance("x"); },
-       true},
-      {"child type without valueFromAttr",
-       [](OperationArgument& o) { assignValue(o), o.setValueFromMoTypeAnyChildInstance("K"); }, false},
-      {"child type with valueFromAttr",
-       [](OperationArgument& o) { copyAttribute(o), o.setValueFromMoTypeAnyChildInstance("K"); }, true},
-      {"range does not matter", [](OperationArgument& o) { assignValue(o), o.setRangeStart("1"), o.setRangeEnd("2"); },
-       true},
+      {"parent without valueFromAttr", assign, {{"valueFromParentInstance", "x"}}, false},
+      {"parent with valueFromAttr", copy, {{"valueFromParentInstance", "x"}}, true},
+      {"child type without valueFromAttr", assign, {{"valueFromMoTypeAnyChildInstance", "K"}}, false},
+      {"child type with valueFromAttr", copy, {{"valueFromMoTypeAnyChildInstance", "K"}}, true},
+      {"range does not matter", assign, {{"rangeStart", "1"}, {"rangeEnd", "2"}}, true},
   };
-  for (const ValidCase& c : cases) {
+  for (const auto& c : cases) {
     OperationArgument operation;
-    c.fill(operation);
+    fill(operation, c.base);
+    fill(operation, c.more);
     EXPECT_EQ(c.valid, operation.isValid()) << c.title;
   }
 }

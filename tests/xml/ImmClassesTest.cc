@@ -63,59 +63,51 @@ TEST_F(ImmClassesTest, SelectsClassesByCategoryInDocumentOrder) {
 }
 
 TEST_F(ImmClassesTest, NoMatchingClassIsLoggedNotReported) {
-  write(immFile(immClass("A", "SA_CONFIG", rdn("aId", ""))));
+  write(immFile(immClass("A", "SA_CONFIG", rdn("aId", "")) +
+                immClass("P", "SA_PROVIDED", rdn("pId", kPersistent) + "<attr>" + kPersistent + "</attr>")));
   EXPECT_CALL(handler, failUpgrade(_)).Times(0);
-  for (const char* category : {"SA_RUNTIME", "SA_OTHER", "sa_config", ""}) {
+  for (const char* category : {"SA_RUNTIME", "sa_config", ""}) {
     EXPECT_TRUE(parser.getImmClasses(file.c_str(), category).empty()) << category;
     EXPECT_TRUE(LogRecorder::installed().contains(std::string("Empty result from XPath //class[category = '") +
                                                   category + "'] for XML file " + file))
         << category;
   }
-}
-
-TEST_F(ImmClassesTest, OtherCategoryMatchedByXPathYieldsNothing) {
-  write(immFile(immClass("P", "SA_PROVIDED", rdn("pId", kPersistent) + "<attr>" + kPersistent + "</attr>")));
+  LogRecorder::installed().clear();
   EXPECT_TRUE(parser.getImmClasses(file.c_str(), "SA_PROVIDED").empty());
   EXPECT_FALSE(LogRecorder::installed().containsPart("Empty result"));
 }
 
-TEST_F(ImmClassesTest, ClassWithoutNameStopsTheListThere) {
-  write(immFile(immClass("A", "SA_CONFIG", rdn("aId", "")) +
+TEST_F(ImmClassesTest, NameIsFoundAfterOtherAttributesAndAClassWithoutOneEndsTheList) {
+  write(immFile("<class kind=\"x\" name=\"A\"><category>SA_CONFIG</category>" + rdn("aId", "") + "</class>" +
                 "<class other=\"x\"><category>SA_CONFIG</category>" + rdn("zId", "") + "</class>" +
                 immClass("B", "SA_CONFIG", rdn("bId", ""))));
   EXPECT_CALL(handler, failUpgrade(StrEq("ABN: Failed to find class name property in " + file)));
   EXPECT_EQ(Classes({{"A", "aId"}}), parser.getImmClasses(file.c_str(), "SA_CONFIG"));
 }
 
-TEST_F(ImmClassesTest, NameAfterAnotherAttributeIsFound) {
-  write(immFile("<class kind=\"x\" name=\"A\"><category>SA_CONFIG</category>" + rdn("aId", "") + "</class>"));
-  EXPECT_EQ(Classes({{"A", "aId"}}), parser.getImmClasses(file.c_str(), "SA_CONFIG"));
-}
-
-TEST_F(ImmClassesTest, UnreadableFileIsReported) {
-  for (const char* content : {"", "not xml at all", "<imm:IMM-contents>"}) {
-    write(content);
-    EXPECT_CALL(handler, failUpgrade(StrEq("ABN: xmlParseFile failed for " + file)));
-    EXPECT_TRUE(parser.getImmClasses(file.c_str(), "SA_CONFIG").empty());
-    testing::Mock::VerifyAndClearExpectations(&handler);
-  }
-}
-
-TEST_F(ImmClassesTest, CategoryThatBreaksTheExpressionIsReported) {
-  write(immFile(immClass("A", "SA_CONFIG", rdn("aId", ""))));
+TEST_F(ImmClassesTest, UnreadableFileOrBrokenExpressionIsReported) {
+  const std::string valid = immFile(immClass("A", "SA_CONFIG", rdn("aId", "")));
   // A quote ends the literal early; a long category is cut by the 100-byte
   // expression buffer and leaves the literal open.
-  for (const std::string& category : {std::string("SA_'CONFIG"), std::string(120, 'C')}) {
-    EXPECT_CALL(handler, failUpgrade(StrEq("ABN: xmlXPathEvalExpression failed for " + file)));
-    EXPECT_TRUE(parser.getImmClasses(file.c_str(), category).empty());
+  const struct {
+    std::string content;
+    std::string category;
+    const char* failure;
+  } cases[] = {
+      {"", "SA_CONFIG", "ABN: xmlParseFile failed for "},
+      {"<imm:IMM-contents>", "SA_CONFIG", "ABN: xmlParseFile failed for "},
+      {valid, "SA_'CONFIG", "ABN: xmlXPathEvalExpression failed for "},
+      {valid, std::string(120, 'C'), "ABN: xmlXPathEvalExpression failed for "},
+  };
+  for (const auto& c : cases) {
+    write(c.content);
+    EXPECT_CALL(handler, failUpgrade(StrEq(c.failure + file)));
+    EXPECT_TRUE(parser.getImmClasses(file.c_str(), c.category).empty()) << c.category;
     testing::Mock::VerifyAndClearExpectations(&handler);
   }
-}
-
-TEST_F(ImmClassesTest, WithoutHandlerFailuresAreLoggedAsErrors) {
-  XmlHandler standalone(nullptr);
-  std::string missing = dir.path() + "/absent.xml";
-  EXPECT_TRUE(standalone.getImmClasses(missing.c_str(), "SA_CONFIG").empty());
+  // Without a handler the failure is only logged.
+  const std::string missing = dir.path() + "/absent.xml";
+  EXPECT_TRUE(XmlHandler(nullptr).getImmClasses(missing.c_str(), "SA_CONFIG").empty());
   EXPECT_TRUE(LogRecorder::installed().contains("ABN: xmlParseFile failed for " + missing));
 }
 

@@ -88,62 +88,43 @@ class UpgradeActionTest : public testing::Test {
   ActionArguments args;
 };
 
-TEST_F(UpgradeActionTest, MissingGroupIsReportedOnceWithoutValidatingArguments) {
-  TestAction action;
-  EXPECT_CALL(action, validateArgs(_, _)).Times(0);
+TEST_F(UpgradeActionTest, MissingGroupOrInvalidArgumentsStopBeforeAnyInstance) {
+  TestAction withoutGroup;
+  EXPECT_CALL(withoutGroup, validateArgs(_, _)).Times(0);
   EXPECT_CALL(handler, failUpgrade(StrEq("Action Failed: no instance group to operate on, name=counter")));
-
-  EXPECT_FALSE(action.execute(&handler, nullptr, args));
+  EXPECT_FALSE(withoutGroup.execute(&handler, nullptr, args));
   EXPECT_EQ(1u, LogRecorder::installed().count("TestAction::execute() Validate instance group failed."));
+
+  TestAction invalid;
+  group.visitInOrder(makeInstances(2));
+  EXPECT_CALL(invalid, validateArgs(testing::Ref(args), &handler)).WillOnce(Return(false));
+  EXPECT_CALL(group, forEachInstance(_, _, _)).Times(0);
+  EXPECT_FALSE(invalid.execute(&handler, &group, args));
   EXPECT_TRUE(visits.visited.empty());
 }
 
-TEST_F(UpgradeActionTest, InvalidArgumentsStopBeforeAnyInstance) {
-  TestAction action;
-  group.visitInOrder(makeInstances(2));
-  EXPECT_CALL(action, validateArgs(testing::Ref(args), &handler)).WillOnce(Return(false));
-  EXPECT_CALL(group, forEachInstance(_, _, _)).Times(0);
-
-  EXPECT_FALSE(action.execute(&handler, &group, args));
-}
-
-struct VisitCase {
-  const char* title;
-  int instances;
-  std::set<int> failing;
-  bool result;
-};
-
-TEST_F(UpgradeActionTest, VisitsEveryInstanceAndAndsTheResults) {
-  const VisitCase cases[] = {
-      {"empty group", 0, {}, true},
-      {"all succeed", 3, {}, true},
-      {"second of three fails", 3, {1}, false},
-      {"first fails", 2, {0}, false},
-  };
-  for (const VisitCase& c : cases) {
+TEST_F(UpgradeActionTest, VisitsEveryInstanceWithAFilterAndTheKeptHandlerAndAndsTheResults) {
+  args.addArgument("rdnValue", "2");
+  const struct {
+    int instances;
+    std::set<int> failing;
+    bool result;
+  } cases[] = {{0, {}, true}, {3, {}, true}, {3, {1}, false}, {2, {0}, false}};
+  for (const auto& c : cases) {
     visits = Visits();
     std::vector<InstanceIf*> members = makeInstances(c.instances);
     for (int index : c.failing) visits.failing.insert(members[index]);
     group.visitInOrder(members);
     TestAction action;
     EXPECT_CALL(action, validateArgs(_, _)).WillOnce(Return(true));
-
-    EXPECT_EQ(c.result, action.execute(&handler, &group, args)) << c.title;
-    EXPECT_EQ(members, visits.visited) << c.title;
+    EXPECT_EQ(c.result, action.execute(&handler, &group, args)) << c.instances;
+    EXPECT_EQ(members, visits.visited);
+    std::vector<bool> admitted;
+    for (int i = 0; i < c.instances; ++i) admitted.push_back(i == 1);
+    EXPECT_EQ(admitted, visits.admitted);
+    EXPECT_EQ(c.instances == 0 ? nullptr : &handler, visits.handler);
+    EXPECT_EQ(nullptr, HandlerSlot::get());
   }
-}
-
-TEST_F(UpgradeActionTest, InstancesSeeAFilterOverTheArgumentsAndTheKeptHandler) {
-  args.addArgument("rdnValue", "2");
-  group.visitInOrder(makeInstances(3));
-  TestAction action;
-  EXPECT_CALL(action, validateArgs(_, _)).WillOnce(Return(true));
-
-  EXPECT_TRUE(action.execute(&handler, &group, args));
-  EXPECT_EQ(std::vector<bool>({false, true, false}), visits.admitted);
-  EXPECT_EQ(&handler, visits.handler);
-  EXPECT_EQ(nullptr, HandlerSlot::get());
 }
 
 TEST_F(UpgradeActionTest, GroupCheckOfTheActionDecidesWhetherANullGroupProceeds) {
@@ -168,11 +149,9 @@ TEST(UpgradeActionDeathTest, NullHandlerIsLoggedAndAborts) {
 }
 
 TEST(RdnValueTest, TextBetweenFirstEqualsAndComma) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"aId=1,bId=2", "1"}, {"aId=1", "1"},        {"aId=,bId=2", ""},   {"aId=x=y,b=1", "x=y"},
-      {"noEquals", ""},     {"", ""},              {"a,b=2,c=3", "2"},   {"id=struct 1", "struct 1"},
-  };
-  for (const auto& c : cases) EXPECT_EQ(c.second, UpgradeAction::rdnValue(c.first)) << c.first;
+  const std::pair<const char*, const char*> cases[] = {{"aId=1,bId=2", "1"}, {"aId=,bId=2", ""}, {"aId=x=y,b=1", "x=y"},
+                                                       {"noEquals", ""},     {"a,b=2,c=3", "2"}, {"id=struct 1", "struct 1"}};
+  for (const auto& [ldn, value] : cases) EXPECT_EQ(value, UpgradeAction::rdnValue(ldn)) << ldn;
 }
 
 }  // namespace
