@@ -1,0 +1,470 @@
+// The set-value actions (on attributes and on struct attributes) and the value texts they share.
+
+#include <gtest/gtest.h>
+
+#include "ActionModel.h"
+#include "LogRecorder.h"
+#include "actions/SetAttributeValueAction.h"
+#include "actions/SetStructAttributeValueAction.h"
+#include "actions/ValueText.h"
+#include "safcImmCt.h"
+
+namespace {
+
+constexpr uint32_t kI32 = SA_IMM_ATTR_SAINT32T, kU32 = SA_IMM_ATTR_SAUINT32T, kI64 = SA_IMM_ATTR_SAINT64T,
+                   kU64 = SA_IMM_ATTR_SAUINT64T, kDouble = SA_IMM_ATTR_SADOUBLET, kString = SA_IMM_ATTR_SASTRINGT,
+                   kName = SA_IMM_ATTR_SANAMET, kAny = SA_IMM_ATTR_SAANYT;
+
+TEST(ValueTextTest, JudgesTheTextByTheType) {
+  const struct {
+    uint32_t type;
+    std::string text;
+    bool fits;
+  } cases[] = {{kI32, "2147483647", true},
+               {kI32, "2147483648", false},
+               {kI32, "-2147483648", true},
+               {kI32, "-2147483649", false},
+               {kI32, "+7", true},
+               {kI32, "12x", false},
+               {kI32, "", false},
+               {kI32, " 5", false},
+               {kI32, "-", false},
+               {kI32, "1.5", false},
+               {kU32, "4294967295", true},
+               {kU32, "4294967296", false},
+               {kU32, "-1", false},
+               {kU32, "0", true},
+               {kI64, "9223372036854775807", true},
+               {kI64, "9223372036854775808", false},
+               {kI64, "-9223372036854775808", true},
+               {kU64, "18446744073709551615", true},
+               {kU64, "18446744073709551616", false},
+               {kU64, "-0", false},
+               {kDouble, "1.500000", true},
+               {kDouble, "-2e3", true},
+               {kDouble, "1.5x", false},
+               {kDouble, "", false},
+               {kString, "", true},
+               {kString, "any text", true},
+               {kName, std::string(599, 'n'), true},
+               {kName, std::string(600, 'n'), false},
+               {kAny, "00ff", false}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.fits, ValueText::fits(c.type, c.text)) << ValueText::typeName(c.type) << " '" << c.text << "'";
+  }
+  EXPECT_TRUE(ValueText::isZero(kI32, "-0"));
+  EXPECT_TRUE(ValueText::isZero(kU64, "+0"));
+  EXPECT_TRUE(ValueText::isZero(kDouble, "0.000"));
+  EXPECT_FALSE(ValueText::isZero(kDouble, "0.001"));
+  EXPECT_FALSE(ValueText::isZero(kI32, "10"));
+}
+
+// Runs one SetAttributeValueAction on cellId=1 holding `attributes` (and "list" = 1, 2); gives the values of `name`.
+struct SetRun {
+  bool result;
+  Strings values;
+  Strings failures;
+};
+SetRun setOn(std::vector<Attr> attributes, const Args& args, const std::vector<Op>& ops) {
+  ActionModel model;
+  attributes.push_back({"list", kI32, {"1", "2"}});
+  InstanceIf& cell = model.add("Cell", "", "1", attributes);
+  SetAttributeValueAction action;
+  bool result = model.run(action, "Cell", args, ops);
+  return {result, ActionModel::values(cell, args.front().second), model.failures};
+}
+
+TEST(SetAttributeValueActionTest, EveryOperatorWorksInTheTypesWidth) {
+  const struct {
+    uint32_t type;
+    const char* before;
+    const char* op;
+    const char* operand;
+    const char* after;
+  } cases[] = {{kI32, "5", "=", "-7", "-7"},
+               {kI32, "2147483647", "+", "1", "-2147483648"},
+               {kI32, "-2147483648", "-", "1", "2147483647"},
+               {kI32, "65536", "*", "65536", "0"},
+               {kI32, "-7", "/", "2", "-3"},
+               {kI32, "1", "<<", "31", "-2147483648"},
+               {kI32, "-8", ">>", "1", "2147483644"},
+               {kI32, "12", "&", "10", "8"},
+               {kI32, "12", "|", "3", "15"},
+               {kI32, "12", "^", "10", "6"},
+               {kU32, "4294967295", "+", "1", "0"},
+               {kU32, "0", "-", "1", "4294967295"},
+               {kU32, "2147483648", "*", "2", "0"},
+               {kU32, "20000", "/", "1000", "20"},
+               {kU32, "2147483648", "<<", "1", "0"},
+               {kU32, "4294967295", ">>", "28", "15"},
+               {kU32, "4294967295", "^", "4294967295", "0"},
+               {kI64, "9223372036854775807", "+", "1", "-9223372036854775808"},
+               {kI64, "-9223372036854775808", "-", "1", "9223372036854775807"},
+               {kI64, "4294967296", "*", "4294967296", "0"},
+               {kI64, "1", "<<", "63", "-9223372036854775808"},
+               {kI64, "-1", ">>", "60", "15"},
+               {kI64, "255", "&", "15", "15"},
+               {kU64, "18446744073709551615", "+", "1", "0"},
+               {kU64, "0", "-", "1", "18446744073709551615"},
+               {kU64, "9223372036854775808", "*", "2", "0"},
+               {kU64, "9", "/", "2", "4"},
+               {kU64, "1", "|", "9223372036854775808", "9223372036854775809"},
+               {kDouble, "1.5", "*", "2", "3.000000"},
+               {kDouble, "1", "/", "4", "0.250000"},
+               {kDouble, "1", "-", "2.5", "-1.500000"},
+               {kString, "ab", "+", "cd", "abcd"},
+               {kName, "a=1", "=", "b=2,a=1", "b=2,a=1"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.before) + " " + c.op + " " + c.operand);
+    SetRun run = setOn({{"x", c.type, {c.before}}}, {{"name", "x"}}, {{{"operator", c.op}, {"value", c.operand}}});
+    EXPECT_TRUE(run.result);
+    EXPECT_EQ(Strings{c.after}, run.values);
+    EXPECT_EQ(Strings{}, run.failures);
+  }
+  SetRun chained = setOn({{"x", kI32, {"3"}}}, {{"name", "x"}},
+                         {{{"operator", "+"}, {"value", "1"}}, {{"operator", "*"}, {"value", "10"}}});
+  EXPECT_EQ(Strings{"40"}, chained.values) << "operations run in order on the earlier ones' result";
+}
+
+TEST(SetAttributeValueActionTest, RangesChangeOnlyTheValuesWithinTheirInclusiveBounds) {
+  const struct {
+    uint32_t type;
+    Strings before;
+    Op range;
+    Strings after;
+  } cases[] = {{kI32,
+                {"-141", "-140", "-135", "-131", "-130"},
+                {{"rangeStart", "-140"}, {"rangeEnd", "-131"}},
+                {"-141", "0", "0", "0", "-130"}},
+               {kI32, {"4", "5", "6"}, {{"rangeStart", "5"}}, {"4", "0", "0"}},
+               {kI32, {"4", "5", "6"}, {{"rangeEnd", "5"}}, {"0", "0", "6"}},
+               {kU32, {"4294967295", "1"}, {{"rangeStart", "2"}}, {"0", "1"}},
+               {kI64, {"-1", "1"}, {{"rangeEnd", "-1"}}, {"0", "1"}},
+               {kDouble, {"0.5", "1.5"}, {{"rangeStart", "0.5"}, {"rangeEnd", "0.5"}}, {"0.000000", "1.500000"}},
+               {kString, {"a", "b", "c"}, {{"rangeStart", "b"}, {"rangeEnd", "b"}}, {"a", "0", "c"}}};
+  for (const auto& c : cases) {
+    Op operation = c.range;
+    operation.insert({{"operator", "="}, {"value", "0"}});
+    SetRun run = setOn({{"x", c.type, c.before}}, {{"name", "x"}}, {operation});
+    EXPECT_EQ(c.after, run.values) << c.before.front();
+  }
+}
+
+TEST(SetAttributeValueActionTest, FailuresAreReportedAndChangeNothing) {
+  const std::string prefix = "SetAttributeValueAction: ";
+  const struct {
+    Attr attribute;
+    Args extra;
+    Op operation;
+    std::string failure;
+  } cases[] = {
+      {{"x", kI32, {"1"}},
+       {},
+       {{"operator", "="}, {"value", "2147483648"}},
+       "value 2147483648 does not fit attribute x of type SA_INT32_T on cellId=1"},
+      {{"x", kU32, {"1"}},
+       {},
+       {{"operator", "+"}, {"value", "12x"}},
+       "value 12x does not fit attribute x of type SA_UINT32_T on cellId=1"},
+      {{"x", kU64, {"1"}},
+       {},
+       {{"operator", "="}, {"value", "-1"}},
+       "value -1 does not fit attribute x of type SA_UINT64_T on cellId=1"},
+      {{"x", kI32, {"1"}},
+       {},
+       {{"operator", "="}, {"value", "2"}, {"rangeStart", "low"}},
+       "value low does not fit attribute x of type SA_INT32_T on cellId=1"},
+      {{"x", kI32, {"1"}},
+       {{"oldAttributeValue", "one"}},
+       {{"operator", "="}, {"value", "2"}},
+       "value one does not fit attribute x of type SA_INT32_T on cellId=1"},
+      {{"x", kI32, {"1"}},
+       {},
+       {{"operator", "<<"}, {"value", "32"}},
+       "shift count 32 is out of range for attribute x of type SA_INT32_T on cellId=1"},
+      {{"x", kU64, {"1"}},
+       {},
+       {{"operator", ">>"}, {"value", "-1"}},
+       "shift count -1 is out of range for attribute x of type SA_UINT64_T on cellId=1"},
+      {{"x", kI64, {"1"}}, {}, {{"operator", "/"}, {"value", "-0"}}, "division by zero on attribute x of cellId=1"},
+      {{"x", kString, {"a"}},
+       {},
+       {{"operator", "-"}, {"value", "a"}},
+       "operator - is not defined for attribute x of type SA_STRING_T on cellId=1"},
+      {{"x", kDouble, {"1.000000"}},
+       {},
+       {{"operator", "&"}, {"value", "1"}},
+       "operator & is not defined for attribute x of type SA_DOUBLE_T on cellId=1"},
+      {{"x", kName, {"a=1"}},
+       {},
+       {{"operator", "+"}, {"value", "b"}},
+       "operator + is not defined for attribute x of type SA_NAME_T on cellId=1"},
+      {{"x", kAny, {}},
+       {},
+       {{"operator", "="}, {"value", "1"}},
+       "attribute x of type SA_ANY_T on cellId=1 takes no text value"},
+      {{"x", kI32, {"1"}},
+       {},
+       {{"operator", "+"}, {"valueFromAttr", "list"}},
+       "operator + needs one value, the source gives 2"},
+      {{"x", kI32, {"1"}},
+       {},
+       {{"operator", "="}, {"valueFromAttr", "d"}},
+       "value 1.500000 does not fit attribute x of type SA_INT32_T on cellId=1"},
+      {{"y", kI32, {}},
+       {},
+       {{"operator", "="}, {"value", "1"}},
+       "attribute y is missing on cellId=1 and no type is given to create it"},
+      {{"x", kI32, {"1"}},
+       {},
+       {{"operator", "="}, {"valueFromAttr", "x"}, {"valueFromParentInstance", "true"}},
+       "cellId=1 has no parent"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.failure);
+    std::vector<Attr> attributes = {{"d", kDouble, {"1.5"}}};
+    if (c.attribute.name == "x") attributes.push_back(c.attribute);
+    Args args = {{"name", c.attribute.name}};
+    args.insert(args.end(), c.extra.begin(), c.extra.end());
+    SetRun run = setOn(attributes, args, {c.operation});
+    EXPECT_FALSE(run.result);
+    EXPECT_EQ(Strings{prefix + c.failure}, run.failures);
+    EXPECT_EQ(c.attribute.name == "x" ? c.attribute.values : Strings{"<absent>"}, run.values);
+  }
+}
+
+TEST(SetAttributeValueActionTest, InvalidCombinationsAreRefusedWhenValidating) {
+  const std::string prefix = "SetAttributeValueAction";
+  const struct {
+    Args args;
+    Op operation;
+    std::string failure;
+  } cases[] = {
+      {{}, {{"operator", "="}, {"value", "1"}}, " requires argument name."},
+      {{{"name", "x"}}, {}, " requires at least one Operation."},
+      {{{"name", "x"}}, {{"value", "1"}}, ": invalid combination of arguments in operation  =>  value: 1"},
+      {{{"name", "x"}},
+       {{"operator", "="}, {"value", "1"}, {"valueFromAttr", "y"}},
+       ": invalid combination of arguments in operation  => (=) value: 1 valueFromAttr: y"},
+      {{{"name", "x"}},
+       {{"operator", "="}, {"valueFromParentInstance", "true"}, {"value", "1"}},
+       ": invalid combination of arguments in operation  => (=) value: 1 valueFromParentInstance: true"},
+      {{{"name", "x"}}, {{"operator", "%"}, {"value", "1"}}, ": unsupported operator % in operation  => (%) value: 1"},
+      {{{"name", "x"}},
+       {{"operator", "="}, {"valueFromAttr", "y"}, {"valueFromInstance", "aId=1"}, {"valueFromParentInstance", "true"}},
+       ": the instance sources of operation  => (=) valueFromAttr: y valueFromInstance: aId=1 valueFromParentInstance: "
+       "true exclude each other"},
+      {{{"name", "x"}},
+       {{"operator", "="}, {"valueFromAttr", "y"}, {"valueFromParentInstance", "yes"}},
+       ": valueFromParentInstance yes is neither true nor an MO class name"},
+      {{{"name", "x"}},
+       {{"operator", "="},
+        {"valueFromAttr", "y"},
+        {"valueFromInstanceReferencedBy", "Cell."},
+        {"valueFromImmNamespace", ""}},
+       ": valueFromInstanceReferencedBy Cell. is not Class or Class.attribute"}};
+  SetAttributeValueAction action;
+  for (const auto& c : cases) {
+    ActionModel model;
+    EXPECT_FALSE(
+        model.validate(action, c.args, c.operation.empty() ? std::vector<Op>{} : std::vector<Op>{c.operation}));
+    EXPECT_EQ(Strings{prefix + c.failure}, model.failures);
+  }
+}
+
+// Every value source, resolved on the instance cellId=1 below nodeId=1,siteId=7.
+class SetAttributeSourceTest : public testing::Test {
+ protected:
+  SetAttributeSourceTest() {
+    model.add("Site", "", "7", {{"label", kString, {"site seven"}}});
+    model.add("Node", "siteId=7", "1", {{"label", kString, {"node one"}}});
+    model.add("Sector", "nodeId=1,siteId=7", "1", {{"label", kString, {"sector one"}}});
+    model.add("Carrier", "cellId=1,nodeId=1,siteId=7", "2", {{"label", kString, {"carrier two"}}});
+    model.add("Relation", "", "4", {{"label", kString, {"not me"}}, {"cellRef", kName, {"cellId=9"}}});
+    model.add("Relation", "", "5", {{"label", kString, {"relation five"}}, {"cellRef", kName, {kCell}}});
+    model.add("Plmn", kCell, "plmn_0", {{"label", kString, {"plmn struct"}}}, "id");
+    cell.getAttribute("bits")->addCopy(std::vector<uint8_t>{0x01, 0x02});
+  }
+  // Sets "label" by the operation; the result, and the failures.
+  bool setLabel(Op operation) {
+    operation["operator"] = "=";
+    return model.run(action, "Cell", {{"name", "label"}}, {operation});
+  }
+
+  static constexpr const char* kCell = "cellId=1,nodeId=1,siteId=7";
+  ActionModel model;
+  SetAttributeValueAction action;
+  InstanceIf& cell = model.add("Cell", "nodeId=1,siteId=7", "1",
+                               {{"label", kString, {"old"}},
+                                {"bits", kAny, {}},
+                                {"flags", kString, {"101"}},
+                                {"plmns", kI64, {"70000", "5"}},
+                                {"sector", kName, {"sectorId=1,nodeId=1,siteId=7"}}});
+};
+
+TEST_F(SetAttributeSourceTest, FillsTheValueFromTheSource) {
+  const struct {
+    Op operation;
+    Strings after;
+  } cases[] = {
+      {{{"value", "new"}}, {"new"}},
+      {{{"valueFromAttr", "plmns"}}, {"70000", "5"}},
+      {{{"valueFromSingleAttr", "plmns"}}, {"70000"}},
+      {{{"valueFromAttr", "label"}, {"valueFromInstance", "sectorId=1,nodeId=1,siteId=7"}}, {"sector one"}},
+      {{{"valueFromAttr", "label"}, {"valueFromInstance", std::string("id=plmn_0,") + kCell}, {"structType", "Plmn"}},
+       {"plmn struct"}},
+      {{{"valueFromAttr", "label"}, {"valueFromParentInstance", "true"}}, {"node one"}},
+      {{{"valueFromAttr", "label"}, {"valueFromParentInstance", "Site"}}, {"site seven"}},
+      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyInstance", "Sector"}}, {"sector one"}},
+      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyChildInstance", "Carrier"}}, {"carrier two"}},
+      {{{"valueFromAttr", "label"},
+        {"valueFromInstanceReferencedBy", "Relation.cellRef"},
+        {"valueFromImmNamespace", ""}},
+       {"relation five"}},
+      {{{"valueFromAttr", "label"}, {"valueFromInstanceReferencedBy", "Relation"}, {"valueFromImmNamespace", ""}},
+       {"relation five"}},
+      {{{"valueFromTypeRefOnlyInstance", "Site"}}, {"siteId=7"}},
+      {{{"valueFromBitmapStringAttr", "bits"}}, {"258"}},
+      {{{"valueFromBitmapStringAttr", "flags"}}, {"5"}}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.operation.rbegin()->first + " " + c.operation.rbegin()->second);
+    EXPECT_TRUE(setLabel(c.operation));
+    EXPECT_EQ(c.after, ActionModel::values(cell, "label"));
+    EXPECT_EQ(Strings{}, model.failures);
+  }
+}
+
+TEST_F(SetAttributeSourceTest, SourcesResolvingToNothingFailWithTheMissingPart) {
+  const struct {
+    Op operation;
+    std::string failure;
+  } cases[] = {
+      {{{"valueFromAttr", "nothing"}}, "source instance cellId=1,nodeId=1,siteId=7 has no value in attribute nothing"},
+      {{{"valueFromAttr", "label"}, {"valueFromInstance", "sectorId=9,nodeId=1,siteId=7"}},
+       "source instance sectorId=9,nodeId=1,siteId=7 not found"},
+      {{{"valueFromAttr", "label"}, {"valueFromInstance", "radioId=1"}}, "source instance radioId=1 not found"},
+      {{{"valueFromAttr", "label"}, {"valueFromParentInstance", "Radio"}},
+       "no instance of Radio above cellId=1,nodeId=1,siteId=7"},
+      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyInstance", "Radio"}}, "no instance of class Radio"},
+      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyChildInstance", "Sector"}},
+       "no child of class Sector below cellId=1,nodeId=1,siteId=7"},
+      {{{"valueFromAttr", "label"}, {"valueFromInstanceReferencedBy", "Relation.label"}, {"valueFromImmNamespace", ""}},
+       "no instance of Relation references cellId=1,nodeId=1,siteId=7"},
+      {{{"valueFromTypeRefOnlyInstance", "Relation"}}, "no single instance of class Relation"},
+      {{{"valueFromAttr", "bits"}},
+       "attribute bits of cellId=1,nodeId=1,siteId=7 is of type SA_ANY_T; read it with valueFromBitmapStringAttr"},
+      {{{"valueFromBitmapStringAttr", "label"}}, "attribute label of cellId=1,nodeId=1,siteId=7 is no bitmap"},
+      {{{"valueFromAttr", "label"}, {"valueFromInstanceReferencedBy", "Radio"}, {"valueFromImmNamespace", "Lrat"}},
+       "no instance of class Radio"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.failure);
+    model.failures.clear();
+    EXPECT_FALSE(setLabel(c.operation));
+    EXPECT_EQ(Strings{"SetAttributeValueAction: " + c.failure}, model.failures);
+    EXPECT_EQ(Strings{"old"}, ActionModel::values(cell, "label"));
+  }
+  EXPECT_EQ("Lrat", model.lastPrefix) << "the referring class is looked up in the given namespace";
+}
+
+TEST(SetAttributeValueActionTest, AbsentAttributeIsCreatedWithTheSourceTypeOrTheGivenType) {
+  ActionModel model;
+  InstanceIf& cell = model.add("Cell", "", "1", {{"list", kU64, {"1", "2"}}});
+  SetAttributeValueAction action;
+  EXPECT_TRUE(model.run(action, "Cell", {{"name", "copy"}}, {{{"operator", "="}, {"valueFromAttr", "list"}}}));
+  EXPECT_EQ((Strings{"1", "2"}), ActionModel::values(cell, "copy"));
+  EXPECT_EQ(kU64, cell.getAttribute("copy")->getType());
+  EXPECT_TRUE(
+      model.run(action, "Cell", {{"name", "fresh"}, {"type", "SA_DOUBLE_T"}}, {{{"operator", "="}, {"value", "2.5"}}}));
+  EXPECT_EQ(Strings{"2.500000"}, ActionModel::values(cell, "fresh"));
+  EXPECT_TRUE(model.run(action, "Cell", {{"name", "none"}}, {{{"operator", "+"}, {"value", "1"}}}));
+  EXPECT_EQ(Strings{"<absent>"}, ActionModel::values(cell, "none")) << "a per-value operation creates nothing";
+}
+
+TEST(SetAttributeValueActionTest, FilterSkipsInstancesOldValueSelectsPositionsAFailureStopsNoOther) {
+  ActionModel model;
+  InstanceIf& one = model.add("Cell", "", "1", {{"x", kI32, {"-140", "5", "-140"}}});
+  InstanceIf& two = model.add("Cell", "", "2", {{"x", kI32, {"-140"}}, {"y", kI32, {"9"}}});
+  InstanceIf& three = model.add("Cell", "", "3", {{"x", kI32, {"7"}}});
+  SetAttributeValueAction action;
+  EXPECT_TRUE(model.run(action, "Cell", {{"name", "x"}, {"oldAttributeValue", "-140"}},
+                        {{{"operator", "="}, {"value", "-130"}}}));
+  EXPECT_EQ((Strings{"-130", "5", "-130"}), ActionModel::values(one, "x"));
+  EXPECT_EQ(Strings{"-130"}, ActionModel::values(two, "x"));
+  EXPECT_EQ(Strings{"7"}, ActionModel::values(three, "x"));
+  EXPECT_EQ(1u, LogRecorder::installed().count("Filter does not apply"));
+
+  EXPECT_TRUE(model.run(action, "Cell", {{"name", "x"}, {"rdnValue", "2"}}, {{{"operator", "="}, {"value", "0"}}}));
+  EXPECT_EQ(Strings{"0"}, ActionModel::values(two, "x"));
+  EXPECT_EQ(Strings{"7"}, ActionModel::values(three, "x"));
+
+  EXPECT_FALSE(model.run(action, "Cell", {{"name", "x"}}, {{{"operator", "="}, {"valueFromAttr", "y"}}}));
+  EXPECT_EQ(Strings{"9"}, ActionModel::values(two, "x"));
+  EXPECT_EQ(2u, model.failures.size());
+}
+
+// cellId=1 refers to the structs id=p_0 (mnc 1) and id=p_1 (mnc 2) and has mncLength 3.
+class SetStructAttributeValueActionTest : public testing::Test {
+ protected:
+  SetStructAttributeValueActionTest() {
+    model.add("Plmn", "cellId=1", "p_0", {{"mnc", kI32, {"1"}}}, "id");
+    model.add("Plmn", "cellId=1", "p_1", {{"mnc", kI32, {"2"}}}, "id");
+  }
+  bool run(Args extra, const Op& operation) {
+    extra.insert(extra.end(), {{"name", "plmns"}, {"structType", "Plmn"}, {"structAttribute", "mnc"}});
+    return model.run(action, "Cell", extra, {operation});
+  }
+  Strings mncs() {
+    return {ActionModel::values(*model.group("Plmn").getInstance("id=p_0,cellId=1"), "mnc").at(0),
+            ActionModel::values(*model.group("Plmn").getInstance("id=p_1,cellId=1"), "mnc").at(0)};
+  }
+
+  ActionModel model;
+  SetStructAttributeValueAction action;
+  InstanceIf& cell = model.add("Cell", "", "1",
+                               {{"plmns", kName, {"id=p_0,cellId=1", "id=p_1,cellId=1"}}, {"mncLength", kI32, {"3"}}});
+};
+
+TEST_F(SetStructAttributeValueActionTest, ChangesTheReferredStructsTheArgumentsSelect) {
+  const struct {
+    Args extra;
+    Op operation;
+    Strings mncs;
+  } cases[] = {{{}, {{"operator", "+"}, {"value", "10"}}, {"11", "12"}},
+               {{}, {{"operator", "="}, {"valueFromAttr", "mncLength"}}, {"3", "3"}},
+               {{{"oldAttributeValue", "id=p_1,cellId=1"}}, {{"operator", "="}, {"value", "7"}}, {"3", "7"}},
+               {{{"rdnValue", "2"}}, {{"operator", "="}, {"value", "9"}}, {"3", "7"}}};
+  model.add("Cell", "", "2");
+  for (const auto& c : cases) {
+    EXPECT_TRUE(run(c.extra, c.operation));
+    EXPECT_EQ(c.mncs, mncs());
+  }
+  EXPECT_EQ(1u, LogRecorder::installed().count("Filter does not apply"));
+  EXPECT_EQ(Strings{}, model.failures);
+}
+
+TEST_F(SetStructAttributeValueActionTest, FailureTexts) {
+  cell.getAttribute("plmns")->insertValueAtIndex("id=p_9,cellId=1", 0);
+  EXPECT_FALSE(run({}, {{"operator", "="}, {"value", "7"}}));
+  EXPECT_EQ((Strings{"7", "7"}), mncs()) << "the other structs still change";
+  EXPECT_FALSE(
+      model.validate(action, {{"name", "plmns"}, {"structType", "Plmn"}}, {{{"operator", "="}, {"value", "1"}}}));
+  EXPECT_FALSE(model.validate(action, {{"name", "plmns"}, {"structType", "Plmn"}, {"structAttribute", "mnc"}}));
+  EXPECT_FALSE(model.run(action, "Radio", {{"name", "plmns"}, {"structAttribute", "mnc"}, {"structType", "Plmn"}},
+                         {{{"operator", "="}, {"value", "1"}}}));
+  EXPECT_EQ((Strings{"SetStructAttributeValueAction: struct instance id=p_9,cellId=1 of Plmn not found",
+                     "SetStructAttributeValueAction requires arguments name, structType and structAttribute.",
+                     "SetStructAttributeValueAction requires at least one Operation.",
+                     "Action Failed: SetStructAttributeValueAction: No instance group to operate on. Action arguments: "
+                     "name=plmns, structAttribute=mnc, structType=Plmn"}),
+            model.failures);
+}
+
+TEST(SetValueActionsTest, MissingGroupIsReportedWithTheArguments) {
+  ActionModel model;
+  SetAttributeValueAction action;
+  EXPECT_FALSE(model.run(action, "Cell", {{"name", "x"}, {"rdnValue", "1"}}, {{{"operator", "="}, {"value", "2"}}}));
+  EXPECT_EQ(Strings{"Action Failed: SetAttributeValueAction: No instance group to operate on. Action arguments: "
+                    "name=x, rdnValue=1"},
+            model.failures);
+}
+
+}  // namespace
