@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "NodeBuilder.h"
-#include "SampleSchema.h"
 #include "TempDir.h"
 #include "WholeRun.h"
 
@@ -44,9 +43,9 @@ TEST_P(UpgradeKindTest, TakesItsPathAndWritesItsModel) {
   NodeBuilder node(dir.path());
   node.add(sampleSchema("Shelf", c.from, c.to));
   for (const StepFile& file : c.files) {
-    node.modificationFile("Shelf", "CXC9_R1A", file.name,
-                          file.content != nullptr ? file.content
-                                                  : NodeBuilder::readingModificationFile(file.classesRead));
+    node.modificationFile(
+        "Shelf", "CXC9_R1A", file.name,
+        file.content != nullptr ? file.content : NodeBuilder::readingModificationFile(file.classesRead));
   }
   RunResult result = WholeRun(node).run();
 
@@ -72,46 +71,46 @@ TEST_P(UpgradeKindTest, TakesItsPathAndWritesItsModel) {
 // A file that fails when it is processed.
 const char* kFailingFile = "<modifications><Mo name=\"Shelf\"><MoAction name=\"NoSuchAction\"/></Mo></modifications>";
 
-INSTANTIATE_TEST_SUITE_P(
-    Kinds, UpgradeKindTest,
-    testing::Values(
-        KindCase{"EqualVersionsOnlyFinalize",
-                 "3_1_0",
-                 "3_1_0",
-                 {{"modification_3_1_0_to_3_1_0.xml", {}, kFailingFile}},
-                 "Same from and to-version (3_1_0) for Shelf",
-                 0,
-                 {},
-                 {},
-                 {}},
-        KindCase{"NewSchemaWritesOnlyWhatActionsCreated",
-                 "0_0_0",
-                 "1_0_0",
-                 {},
-                 "New IMM schema Shelf introduced through upgrade",
-                 1,
-                 {},
-                 {},
-                 {}},
-        KindCase{"NewSchemaWithACreatingFileConvertsFromNothing",
-                 "0_0_0",
-                 "1_0_0",
-                 {{"modification_0_0_0_to_1_0_0.xml", {"ShelfPort"}}},
-                 "Conversion path size: 1 modification files",
-                 2,
-                 {"modification_0_0_0_to_1_0_0.xml"},
-                 {"ShelfPort"},
-                 {}},
-        KindCase{"ConversionReadsWritesAndCopies",
-                 "1_0_0",
-                 "1_2_0",
-                 {{"modification_1_0_0_to_1_1_0.xml", {"ShelfPort"}}, {"modification_1_1_0_to_1_2_0.xml", {}}},
-                 "Conversion path size: 2 modification files",
-                 2,
-                 {"modification_1_0_0_to_1_1_0.xml", "modification_1_1_0_to_1_2_0.xml"},
-                 {"ShelfPort", "Shelf"},
-                 {"shelfPortId=1,shelfId=1", "shelfPortId=2,shelfId=1", "shelfId=1"}}),
-    [](const testing::TestParamInfo<KindCase>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Kinds, UpgradeKindTest,
+                         testing::Values(KindCase{"EqualVersionsOnlyFinalize",
+                                                  "3_1_0",
+                                                  "3_1_0",
+                                                  {{"modification_3_1_0_to_3_1_0.xml", {}, kFailingFile}},
+                                                  "Same from and to-version (3_1_0) for Shelf",
+                                                  0,
+                                                  {},
+                                                  {},
+                                                  {}},
+                                         KindCase{"NewSchemaWritesOnlyWhatActionsCreated",
+                                                  "0_0_0",
+                                                  "1_0_0",
+                                                  {},
+                                                  "New IMM schema Shelf introduced through upgrade",
+                                                  1,
+                                                  {},
+                                                  {},
+                                                  {}},
+                                         KindCase{"NewSchemaWithACreatingFileConvertsFromNothing",
+                                                  "0_0_0",
+                                                  "1_0_0",
+                                                  {{"modification_0_0_0_to_1_0_0.xml", {"ShelfPort"}}},
+                                                  "Conversion path size: 1 modification files",
+                                                  2,
+                                                  {"modification_0_0_0_to_1_0_0.xml"},
+                                                  {"ShelfPort"},
+                                                  {}},
+                                         KindCase{
+                                             "ConversionReadsWritesAndCopies",
+                                             "1_0_0",
+                                             "1_2_0",
+                                             {{"modification_1_0_0_to_1_1_0.xml", {"ShelfPort"}},
+                                              {"modification_1_1_0_to_1_2_0.xml", {}}},
+                                             "Conversion path size: 2 modification files",
+                                             2,
+                                             {"modification_1_0_0_to_1_1_0.xml", "modification_1_1_0_to_1_2_0.xml"},
+                                             {"ShelfPort", "Shelf"},
+                                             {"shelfPortId=1,shelfId=1", "shelfPortId=2,shelfId=1", "shelfId=1"}}),
+                         [](const testing::TestParamInfo<KindCase>& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace e2e
