@@ -10,6 +10,7 @@
 #include <cctype>
 #include <map>
 #include <memory>
+#include <regex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +26,16 @@ using Strings = std::vector<std::string>;
 using Args = std::vector<std::pair<std::string, std::string>>;
 // The attributes of one `Operation` element, by name.
 using Op = std::map<std::string, std::string>;
+
+// An operation written as the attributes of its element: R"(operator="+" value="1")".
+inline Op op(const std::string& attributes) {
+  static const std::regex kAttribute(R"re((\w+)="([^"]*)")re");
+  Op fields;
+  for (std::sregex_iterator it(attributes.begin(), attributes.end(), kAttribute), end; it != end; ++it) {
+    fields[(*it)[1]] = (*it)[2];
+  }
+  return fields;
+}
 
 struct Attr {
   std::string name;

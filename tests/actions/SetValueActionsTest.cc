@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "ActionModel.h"
 #include "LogRecorder.h"
 #include "actions/SetAttributeValueAction.h"
@@ -18,39 +20,19 @@ constexpr uint32_t kI32 = SA_IMM_ATTR_SAINT32T, kU32 = SA_IMM_ATTR_SAUINT32T, kI
 TEST(ValueTextTest, JudgesTheTextByTheType) {
   const struct {
     uint32_t type;
-    std::string text;
-    bool fits;
-  } cases[] = {{kI32, "2147483647", true},
-               {kI32, "2147483648", false},
-               {kI32, "-2147483648", true},
-               {kI32, "-2147483649", false},
-               {kI32, "+7", true},
-               {kI32, "12x", false},
-               {kI32, "", false},
-               {kI32, " 5", false},
-               {kI32, "-", false},
-               {kI32, "1.5", false},
-               {kU32, "4294967295", true},
-               {kU32, "4294967296", false},
-               {kU32, "-1", false},
-               {kU32, "0", true},
-               {kI64, "9223372036854775807", true},
-               {kI64, "9223372036854775808", false},
-               {kI64, "-9223372036854775808", true},
-               {kU64, "18446744073709551615", true},
-               {kU64, "18446744073709551616", false},
-               {kU64, "-0", false},
-               {kDouble, "1.500000", true},
-               {kDouble, "-2e3", true},
-               {kDouble, "1.5x", false},
-               {kDouble, "", false},
-               {kString, "", true},
-               {kString, "any text", true},
-               {kName, std::string(599, 'n'), true},
-               {kName, std::string(600, 'n'), false},
-               {kAny, "00ff", false}};
+    Strings fitting;
+    Strings notFitting;
+  } cases[] = {{kI32, {"2147483647", "-2147483648", "+7"}, {"2147483648", "-2147483649", "12x", "", " 5", "-", "1.5"}},
+               {kU32, {"4294967295", "0"}, {"4294967296", "-1"}},
+               {kI64, {"9223372036854775807", "-9223372036854775808"}, {"9223372036854775808"}},
+               {kU64, {"18446744073709551615"}, {"18446744073709551616", "-0"}},
+               {kDouble, {"1.500000", "-2e3"}, {"1.5x", ""}},
+               {kString, {"", "any text"}, {}},
+               {kName, {std::string(599, 'n')}, {std::string(600, 'n')}},
+               {kAny, {}, {"00ff"}}};
   for (const auto& c : cases) {
-    EXPECT_EQ(c.fits, ValueText::fits(c.type, c.text)) << ValueText::typeName(c.type) << " '" << c.text << "'";
+    for (const std::string& text : c.fitting) EXPECT_TRUE(ValueText::fits(c.type, text)) << c.type << " " << text;
+    for (const std::string& text : c.notFitting) EXPECT_FALSE(ValueText::fits(c.type, text)) << c.type << " " << text;
   }
   EXPECT_TRUE(ValueText::isZero(kI32, "-0"));
   EXPECT_TRUE(ValueText::isZero(kU64, "+0"));
@@ -75,51 +57,38 @@ SetRun setOn(std::vector<Attr> attributes, const Args& args, const std::vector<O
 }
 
 TEST(SetAttributeValueActionTest, EveryOperatorWorksInTheTypesWidth) {
+  // "<before> <operator> <operand> -> <after>"
   const struct {
     uint32_t type;
-    const char* before;
-    const char* op;
-    const char* operand;
-    const char* after;
-  } cases[] = {{kI32, "5", "=", "-7", "-7"},
-               {kI32, "2147483647", "+", "1", "-2147483648"},
-               {kI32, "-2147483648", "-", "1", "2147483647"},
-               {kI32, "65536", "*", "65536", "0"},
-               {kI32, "-7", "/", "2", "-3"},
-               {kI32, "1", "<<", "31", "-2147483648"},
-               {kI32, "-8", ">>", "1", "2147483644"},
-               {kI32, "12", "&", "10", "8"},
-               {kI32, "12", "|", "3", "15"},
-               {kI32, "12", "^", "10", "6"},
-               {kU32, "4294967295", "+", "1", "0"},
-               {kU32, "0", "-", "1", "4294967295"},
-               {kU32, "2147483648", "*", "2", "0"},
-               {kU32, "20000", "/", "1000", "20"},
-               {kU32, "2147483648", "<<", "1", "0"},
-               {kU32, "4294967295", ">>", "28", "15"},
-               {kU32, "4294967295", "^", "4294967295", "0"},
-               {kI64, "9223372036854775807", "+", "1", "-9223372036854775808"},
-               {kI64, "-9223372036854775808", "-", "1", "9223372036854775807"},
-               {kI64, "4294967296", "*", "4294967296", "0"},
-               {kI64, "1", "<<", "63", "-9223372036854775808"},
-               {kI64, "-1", ">>", "60", "15"},
-               {kI64, "255", "&", "15", "15"},
-               {kU64, "18446744073709551615", "+", "1", "0"},
-               {kU64, "0", "-", "1", "18446744073709551615"},
-               {kU64, "9223372036854775808", "*", "2", "0"},
-               {kU64, "9", "/", "2", "4"},
-               {kU64, "1", "|", "9223372036854775808", "9223372036854775809"},
-               {kDouble, "1.5", "*", "2", "3.000000"},
-               {kDouble, "1", "/", "4", "0.250000"},
-               {kDouble, "1", "-", "2.5", "-1.500000"},
-               {kString, "ab", "+", "cd", "abcd"},
-               {kName, "a=1", "=", "b=2,a=1", "b=2,a=1"}};
+    Strings changes;
+  } cases[] = {
+      {kI32,
+       {"5 = -7 -> -7", "2147483647 + 1 -> -2147483648", "-2147483648 - 1 -> 2147483647", "65536 * 65536 -> 0",
+        "-7 / 2 -> -3", "1 << 31 -> -2147483648", "-8 >> 1 -> 2147483644", "12 & 10 -> 8", "12 | 3 -> 15",
+        "12 ^ 10 -> 6"}},
+      {kU32,
+       {"4294967295 + 1 -> 0", "0 - 1 -> 4294967295", "2147483648 * 2 -> 0", "20000 / 1000 -> 20",
+        "2147483648 << 1 -> 0", "4294967295 >> 28 -> 15", "4294967295 ^ 4294967295 -> 0"}},
+      {kI64,
+       {"9223372036854775807 + 1 -> -9223372036854775808", "-9223372036854775808 - 1 -> 9223372036854775807",
+        "4294967296 * 4294967296 -> 0", "1 << 63 -> -9223372036854775808", "-1 >> 60 -> 15", "255 & 15 -> 15"}},
+      {kU64,
+       {"18446744073709551615 + 1 -> 0", "0 - 1 -> 18446744073709551615", "9223372036854775808 * 2 -> 0", "9 / 2 -> 4",
+        "1 | 9223372036854775808 -> 9223372036854775809"}},
+      {kDouble, {"1.5 * 2 -> 3.000000", "1 / 4 -> 0.250000", "1 - 2.5 -> -1.500000"}},
+      {kString, {"ab + cd -> abcd"}},
+      {kName, {"a=1 = b=2,a=1 -> b=2,a=1"}}};
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.before) + " " + c.op + " " + c.operand);
-    SetRun run = setOn({{"x", c.type, {c.before}}}, {{"name", "x"}}, {{{"operator", c.op}, {"value", c.operand}}});
-    EXPECT_TRUE(run.result);
-    EXPECT_EQ(Strings{c.after}, run.values);
-    EXPECT_EQ(Strings{}, run.failures);
+    for (const std::string& change : c.changes) {
+      SCOPED_TRACE(change);
+      std::istringstream parts(change);
+      std::string before, op, operand, arrow, after;
+      parts >> before >> op >> operand >> arrow >> after;
+      SetRun run = setOn({{"x", c.type, {before}}}, {{"name", "x"}}, {{{"operator", op}, {"value", operand}}});
+      EXPECT_TRUE(run.result);
+      EXPECT_EQ(Strings{after}, run.values);
+      EXPECT_EQ(Strings{}, run.failures);
+    }
   }
   SetRun chained = setOn({{"x", kI32, {"3"}}}, {{"name", "x"}},
                          {{{"operator", "+"}, {"value", "1"}}, {{"operator", "*"}, {"value", "10"}}});
@@ -130,145 +99,105 @@ TEST(SetAttributeValueActionTest, RangesChangeOnlyTheValuesWithinTheirInclusiveB
   const struct {
     uint32_t type;
     Strings before;
-    Op range;
+    const char* range;
     Strings after;
   } cases[] = {{kI32,
                 {"-141", "-140", "-135", "-131", "-130"},
-                {{"rangeStart", "-140"}, {"rangeEnd", "-131"}},
+                R"(rangeStart="-140" rangeEnd="-131")",
                 {"-141", "0", "0", "0", "-130"}},
-               {kI32, {"4", "5", "6"}, {{"rangeStart", "5"}}, {"4", "0", "0"}},
-               {kI32, {"4", "5", "6"}, {{"rangeEnd", "5"}}, {"0", "0", "6"}},
-               {kU32, {"4294967295", "1"}, {{"rangeStart", "2"}}, {"0", "1"}},
-               {kI64, {"-1", "1"}, {{"rangeEnd", "-1"}}, {"0", "1"}},
-               {kDouble, {"0.5", "1.5"}, {{"rangeStart", "0.5"}, {"rangeEnd", "0.5"}}, {"0.000000", "1.500000"}},
-               {kString, {"a", "b", "c"}, {{"rangeStart", "b"}, {"rangeEnd", "b"}}, {"a", "0", "c"}}};
+               {kI32, {"4", "5", "6"}, R"(rangeStart="5")", {"4", "0", "0"}},
+               {kI32, {"4", "5", "6"}, R"(rangeEnd="5")", {"0", "0", "6"}},
+               {kU32, {"4294967295", "1"}, R"(rangeStart="2")", {"0", "1"}},
+               {kI64, {"-1", "1"}, R"(rangeEnd="-1")", {"0", "1"}},
+               {kDouble, {"0.5", "1.5"}, R"(rangeStart="0.5" rangeEnd="0.5")", {"0.000000", "1.500000"}},
+               {kString, {"a", "b", "c"}, R"(rangeStart="b" rangeEnd="b")", {"a", "0", "c"}}};
   for (const auto& c : cases) {
-    Op operation = c.range;
-    operation.insert({{"operator", "="}, {"value", "0"}});
-    SetRun run = setOn({{"x", c.type, c.before}}, {{"name", "x"}}, {operation});
-    EXPECT_EQ(c.after, run.values) << c.before.front();
+    SetRun run =
+        setOn({{"x", c.type, c.before}}, {{"name", "x"}}, {op(c.range + std::string(R"( operator="=" value="0")"))});
+    EXPECT_EQ(c.after, run.values) << c.range;
   }
 }
 
 TEST(SetAttributeValueActionTest, FailuresAreReportedAndChangeNothing) {
-  const std::string prefix = "SetAttributeValueAction: ";
+  // On x of `type` holding `before` (or on an absent y); d holds 1.5 and list 1 and 2.
   const struct {
-    Attr attribute;
-    Args extra;
-    Op operation;
+    const char* name;
+    uint32_t type;
+    const char* before;
+    const char* operation;
     std::string failure;
   } cases[] = {
-      {{"x", kI32, {"1"}},
-       {},
-       {{"operator", "="}, {"value", "2147483648"}},
+      {"x", kI32, "1", R"(operator="=" value="2147483648")",
        "value 2147483648 does not fit attribute x of type SA_INT32_T on cellId=1"},
-      {{"x", kU32, {"1"}},
-       {},
-       {{"operator", "+"}, {"value", "12x"}},
+      {"x", kU32, "1", R"(operator="+" value="12x")",
        "value 12x does not fit attribute x of type SA_UINT32_T on cellId=1"},
-      {{"x", kU64, {"1"}},
-       {},
-       {{"operator", "="}, {"value", "-1"}},
+      {"x", kU64, "1", R"(operator="=" value="-1")",
        "value -1 does not fit attribute x of type SA_UINT64_T on cellId=1"},
-      {{"x", kI32, {"1"}},
-       {},
-       {{"operator", "="}, {"value", "2"}, {"rangeStart", "low"}},
+      {"x", kI32, "1", R"(operator="=" value="2" rangeStart="low")",
        "value low does not fit attribute x of type SA_INT32_T on cellId=1"},
-      {{"x", kI32, {"1"}},
-       {{"oldAttributeValue", "one"}},
-       {{"operator", "="}, {"value", "2"}},
-       "value one does not fit attribute x of type SA_INT32_T on cellId=1"},
-      {{"x", kI32, {"1"}},
-       {},
-       {{"operator", "<<"}, {"value", "32"}},
+      {"x", kI32, "1", R"(operator="<<" value="32")",
        "shift count 32 is out of range for attribute x of type SA_INT32_T on cellId=1"},
-      {{"x", kU64, {"1"}},
-       {},
-       {{"operator", ">>"}, {"value", "-1"}},
+      {"x", kU64, "1", R"(operator=">>" value="-1")",
        "shift count -1 is out of range for attribute x of type SA_UINT64_T on cellId=1"},
-      {{"x", kI64, {"1"}}, {}, {{"operator", "/"}, {"value", "-0"}}, "division by zero on attribute x of cellId=1"},
-      {{"x", kString, {"a"}},
-       {},
-       {{"operator", "-"}, {"value", "a"}},
+      {"x", kI64, "1", R"(operator="/" value="-0")", "division by zero on attribute x of cellId=1"},
+      {"x", kString, "a", R"(operator="-" value="a")",
        "operator - is not defined for attribute x of type SA_STRING_T on cellId=1"},
-      {{"x", kDouble, {"1.000000"}},
-       {},
-       {{"operator", "&"}, {"value", "1"}},
+      {"x", kDouble, "1.000000", R"(operator="&" value="1")",
        "operator & is not defined for attribute x of type SA_DOUBLE_T on cellId=1"},
-      {{"x", kName, {"a=1"}},
-       {},
-       {{"operator", "+"}, {"value", "b"}},
+      {"x", kName, "a=1", R"(operator="+" value="b")",
        "operator + is not defined for attribute x of type SA_NAME_T on cellId=1"},
-      {{"x", kAny, {}},
-       {},
-       {{"operator", "="}, {"value", "1"}},
-       "attribute x of type SA_ANY_T on cellId=1 takes no text value"},
-      {{"x", kI32, {"1"}},
-       {},
-       {{"operator", "+"}, {"valueFromAttr", "list"}},
-       "operator + needs one value, the source gives 2"},
-      {{"x", kI32, {"1"}},
-       {},
-       {{"operator", "="}, {"valueFromAttr", "d"}},
+      {"x", kAny, nullptr, R"(operator="=" value="1")", "attribute x of type SA_ANY_T on cellId=1 takes no text value"},
+      {"x", kI32, "1", R"(operator="+" valueFromAttr="list")", "operator + needs one value, the source gives 2"},
+      {"x", kI32, "1", R"(operator="=" valueFromAttr="d")",
        "value 1.500000 does not fit attribute x of type SA_INT32_T on cellId=1"},
-      {{"y", kI32, {}},
-       {},
-       {{"operator", "="}, {"value", "1"}},
-       "attribute y is missing on cellId=1 and no type is given to create it"},
-      {{"x", kI32, {"1"}},
-       {},
-       {{"operator", "="}, {"valueFromAttr", "x"}, {"valueFromParentInstance", "true"}},
-       "cellId=1 has no parent"}};
+      {"x", kI32, "1", R"(operator="=" valueFromAttr="x" valueFromParentInstance="true")", "cellId=1 has no parent"},
+      {"y", kI32, nullptr, R"(operator="=" value="1")",
+       "attribute y is missing on cellId=1 and no type is given to create it"}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.failure);
+    const Strings before = c.before != nullptr ? Strings{c.before} : Strings{};
     std::vector<Attr> attributes = {{"d", kDouble, {"1.5"}}};
-    if (c.attribute.name == "x") attributes.push_back(c.attribute);
-    Args args = {{"name", c.attribute.name}};
-    args.insert(args.end(), c.extra.begin(), c.extra.end());
-    SetRun run = setOn(attributes, args, {c.operation});
+    if (c.name == std::string("x")) attributes.push_back({"x", c.type, before});
+    SetRun run = setOn(attributes, {{"name", c.name}}, {op(c.operation)});
     EXPECT_FALSE(run.result);
-    EXPECT_EQ(Strings{prefix + c.failure}, run.failures);
-    EXPECT_EQ(c.attribute.name == "x" ? c.attribute.values : Strings{"<absent>"}, run.values);
+    EXPECT_EQ(Strings{"SetAttributeValueAction: " + c.failure}, run.failures);
+    EXPECT_EQ(c.name == std::string("x") ? before : Strings{"<absent>"}, run.values);
   }
+  SetRun run =
+      setOn({{"x", kI32, {"1"}}}, {{"name", "x"}, {"oldAttributeValue", "one"}}, {op(R"(operator="=" value="2")")});
+  EXPECT_EQ(Strings{"SetAttributeValueAction: value one does not fit attribute x of type SA_INT32_T on cellId=1"},
+            run.failures);
 }
 
 TEST(SetAttributeValueActionTest, InvalidCombinationsAreRefusedWhenValidating) {
-  const std::string prefix = "SetAttributeValueAction";
   const struct {
-    Args args;
-    Op operation;
+    const char* operation;  // none when null
     std::string failure;
   } cases[] = {
-      {{}, {{"operator", "="}, {"value", "1"}}, " requires argument name."},
-      {{{"name", "x"}}, {}, " requires at least one Operation."},
-      {{{"name", "x"}}, {{"value", "1"}}, ": invalid combination of arguments in operation  =>  value: 1"},
-      {{{"name", "x"}},
-       {{"operator", "="}, {"value", "1"}, {"valueFromAttr", "y"}},
+      {nullptr, " requires at least one Operation."},
+      {R"(value="1")", ": invalid combination of arguments in operation  =>  value: 1"},
+      {R"(operator="=" value="1" valueFromAttr="y")",
        ": invalid combination of arguments in operation  => (=) value: 1 valueFromAttr: y"},
-      {{{"name", "x"}},
-       {{"operator", "="}, {"valueFromParentInstance", "true"}, {"value", "1"}},
+      {R"(operator="=" valueFromParentInstance="true" value="1")",
        ": invalid combination of arguments in operation  => (=) value: 1 valueFromParentInstance: true"},
-      {{{"name", "x"}}, {{"operator", "%"}, {"value", "1"}}, ": unsupported operator % in operation  => (%) value: 1"},
-      {{{"name", "x"}},
-       {{"operator", "="}, {"valueFromAttr", "y"}, {"valueFromInstance", "aId=1"}, {"valueFromParentInstance", "true"}},
+      {R"(operator="%" value="1")", ": unsupported operator % in operation  => (%) value: 1"},
+      {R"(operator="=" valueFromAttr="y" valueFromInstance="aId=1" valueFromParentInstance="true")",
        ": the instance sources of operation  => (=) valueFromAttr: y valueFromInstance: aId=1 valueFromParentInstance: "
        "true exclude each other"},
-      {{{"name", "x"}},
-       {{"operator", "="}, {"valueFromAttr", "y"}, {"valueFromParentInstance", "yes"}},
+      {R"(operator="=" valueFromAttr="y" valueFromParentInstance="yes")",
        ": valueFromParentInstance yes is neither true nor an MO class name"},
-      {{{"name", "x"}},
-       {{"operator", "="},
-        {"valueFromAttr", "y"},
-        {"valueFromInstanceReferencedBy", "Cell."},
-        {"valueFromImmNamespace", ""}},
+      {R"(operator="=" valueFromAttr="y" valueFromInstanceReferencedBy="Cell." valueFromImmNamespace="")",
        ": valueFromInstanceReferencedBy Cell. is not Class or Class.attribute"}};
   SetAttributeValueAction action;
   for (const auto& c : cases) {
     ActionModel model;
     EXPECT_FALSE(
-        model.validate(action, c.args, c.operation.empty() ? std::vector<Op>{} : std::vector<Op>{c.operation}));
-    EXPECT_EQ(Strings{prefix + c.failure}, model.failures);
+        model.validate(action, {{"name", "x"}}, c.operation ? std::vector<Op>{op(c.operation)} : std::vector<Op>{}));
+    EXPECT_EQ(Strings{"SetAttributeValueAction" + c.failure}, model.failures);
   }
+  ActionModel model;
+  EXPECT_FALSE(model.validate(action, {}, {op(R"(operator="=" value="1")")}));
+  EXPECT_EQ(Strings{"SetAttributeValueAction requires argument name."}, model.failures);
 }
 
 // Every value source, resolved on the instance cellId=1 below nodeId=1,siteId=7.
