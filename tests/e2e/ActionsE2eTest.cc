@@ -18,45 +18,28 @@ namespace e2e {
 namespace {
 
 using Values = std::vector<std::string>;
-using Pairs = std::vector<std::pair<std::string, std::string>>;
-
-std::string operation(const Pairs& attributes) {
-  std::string xml = "<Operation";
-  for (const auto& [name, value] : attributes) xml += " " + name + "=\"" + value + "\"";
-  return xml + "/>";
-}
 
 // Schema "Lab" 1_0_0 -> 1_1_0: Foo (below Root) becomes Bar, with `levels`
 // added, `counts` renamed `values` and `obsolete` removed; Gone is dropped and
 // Fresh is new. Cells hold numbers, a list, a struct Plmn and Relation children.
 SchemaSetup labSchema() {
-  const std::vector<ImmClass> shared = {{"Root", {{"label", "SA_STRING_T"}}},
-                                        {"FooSettings", {{"mcc", "SA_INT32_T"}}, "id"},
-                                        {"Child", {{"x", "SA_INT32_T"}}},
-                                        {"Ref", {{"fooRef", "SA_NAME_T", true}}},
-                                        {"Cell",
-                                         {{"x", "SA_INT32_T"},
-                                          {"u", "SA_UINT32_T"},
-                                          {"label", "SA_STRING_T"},
-                                          {"list", "SA_INT32_T", true},
-                                          {"plmns", "SA_NAME_T", true},
-                                          {"mappingRef", "SA_NAME_T", true}}},
-                                        {"Plmn", {{"mnc", "SA_INT32_T"}}, "id"},
-                                        {"Relation", {}},
-                                        {"UeMeas", {}}};
-  SchemaSetup lab{"Lab", "1_0_0", "1_1_0", shared, {}};
-  lab.classes.push_back({"Foo",
-                         {{"settings", "SA_NAME_T"},
-                          {"label", "SA_STRING_T"},
-                          {"counts", "SA_INT32_T", true},
-                          {"obsolete", "SA_INT32_T"}}});
+  const std::vector<ImmClass> shared = {
+      {"Root", immAttrs("label:SA_STRING_T")},
+      {"FooSettings", immAttrs("mcc:SA_INT32_T"), "id"},
+      {"Child", immAttrs("x:SA_INT32_T")},
+      {"Ref", immAttrs("fooRef:SA_NAME_T*")},
+      {"Cell", immAttrs("x:SA_INT32_T u:SA_UINT32_T label:SA_STRING_T list:SA_INT32_T* plmns:SA_NAME_T* "
+                        "mappingRef:SA_NAME_T*")},
+      {"Plmn", immAttrs("mnc:SA_INT32_T"), "id"},
+      {"Relation", {}},
+      {"UeMeas", {}}};
+  SchemaSetup lab{"Lab", "1_0_0", "1_1_0", shared};
+  lab.classes.push_back(
+      {"Foo", immAttrs("settings:SA_NAME_T label:SA_STRING_T counts:SA_INT32_T* obsolete:SA_INT32_T")});
   lab.classes.push_back({"Gone", {}});
   lab.newClasses = shared;
-  lab.newClasses.push_back({"Bar",
-                            {{"settings", "SA_NAME_T"},
-                             {"label", "SA_STRING_T"},
-                             {"values", "SA_INT32_T", true},
-                             {"levels", "SA_INT32_T", true}}});
+  lab.newClasses.push_back(
+      {"Bar", immAttrs("settings:SA_NAME_T label:SA_STRING_T values:SA_INT32_T* levels:SA_INT32_T*")});
   lab.newClasses.push_back({"Fresh", {}});
   lab.oldObjects = {
       {"Root", "rootId=1", {{"label", {"root one"}}}},
@@ -95,46 +78,32 @@ RunResult runActions(const TempDir& dir, const SchemaSetup& schema, const std::s
     node.addXml(schema, oldModel);
   }
   node.modificationFile(schema.name, "CXC1_R1A", "modification_" + schema.from + "_to_" + schema.to + ".xml",
-                        NodeBuilder::modifications(mos));
+                        modifications(mos));
   return WholeRun(node).run();
-}
-
-std::string setValue(const std::string& name, const Pairs& op) {
-  return NodeBuilder::moAction("SetAttributeValueAction", {{"name", name}}, operation(op));
 }
 
 TEST(ActionsE2eTest, NewModelShowsEveryActionsChange) {
   const std::string mos =
-      NodeBuilder::mo("Foo",
-                      NodeBuilder::moAction("AddAttributeAction",
-                                            {{"name", "levels"}, {"type", "SA_INT32_T"}, {"defaultValue", "7|8"}}) +
-                          NodeBuilder::moAction("RemoveAttributeAction", {{"name", "obsolete"}}) +
-                          NodeBuilder::moAction("RenameAttributeAction", {{"name", "counts"}, {"newName", "values"}}) +
-                          NodeBuilder::moAction("RenameMoTypeAction", {{"name", "Foo"},
-                                                                       {"newName", "Bar"},
-                                                                       {"structAttr1", "settings"},
-                                                                       {"structType1", "FooSettings"},
-                                                                       {"descendant1", "Child"},
-                                                                       {"morefAttr1", "fooRef"},
-                                                                       {"referringMoType1", "Ref"}})) +
-      NodeBuilder::mo("Gone", NodeBuilder::moAction("DeleteMoTypeAction", {})) +
-      NodeBuilder::mo("Root", NodeBuilder::moAction("CreateMoTypeAction", {{"moTypeName", "Fresh"}})) +
-      NodeBuilder::mo(
-          "Cell",
-          setValue("x", {{"rangeStart", "-140"}, {"rangeEnd", "-121"}, {"operator", "="}, {"value", "-130"}}) +
-              setValue("u", {{"operator", "+"}, {"value", "1"}}) +
-              setValue("label", {{"operator", "="}, {"valueFromParentInstance", "true"}, {"valueFromAttr", "label"}}) +
-              NodeBuilder::moAction("SetStructAttributeValueAction",
-                                    {{"name", "plmns"}, {"structType", "Plmn"}, {"structAttribute", "mnc"}},
-                                    operation({{"operator", "+"}, {"value", "100"}})) +
-              NodeBuilder::moAction("AddArrayElementAction", {{"name", "list"}, {"elementValue", "9"}}) +
-              NodeBuilder::moAction("RemoveArrayElementAction", {{"name", "list"}, {"elementValue", "1"}}) +
-              NodeBuilder::moAction("CreateChildInstanceAction",
-                                    {{"childType", "UeMeas"}, {"childRdnValue", "1"}, {"parentRdnValue", "2"}}) +
-              NodeBuilder::moAction(
-                  "CreateChildStructAction",
-                  {{"structType", "Plmn"}, {"childRdnValue", "extra"}, {"structRefName", "mappingRef"}}) +
-              NodeBuilder::moAction("RemoveChildInstanceAction", {{"childType", "Relation"}, {"childRdnValue", "2"}}));
+      mo("Foo", moAction("AddAttributeAction", "name=levels type=SA_INT32_T defaultValue=7|8") +
+                    moAction("RemoveAttributeAction", "name=obsolete") +
+                    moAction("RenameAttributeAction", "name=counts newName=values") +
+                    moAction("RenameMoTypeAction",
+                             "name=Foo newName=Bar structAttr1=settings structType1=FooSettings descendant1=Child "
+                             "morefAttr1=fooRef referringMoType1=Ref")) +
+      mo("Gone", moAction("DeleteMoTypeAction", "")) + mo("Root", moAction("CreateMoTypeAction", "moTypeName=Fresh")) +
+      mo("Cell",
+         moAction("SetAttributeValueAction", "name=x",
+                  R"(rangeStart="-140" rangeEnd="-121" operator="=" value="-130")") +
+             moAction("SetAttributeValueAction", "name=u", R"(operator="+" value="1")") +
+             moAction("SetAttributeValueAction", "name=label",
+                      R"(operator="=" valueFromParentInstance="true" valueFromAttr="label")") +
+             moAction("SetStructAttributeValueAction", "name=plmns structType=Plmn structAttribute=mnc",
+                      R"(operator="+" value="100")") +
+             moAction("AddArrayElementAction", "name=list elementValue=9") +
+             moAction("RemoveArrayElementAction", "name=list elementValue=1") +
+             moAction("CreateChildInstanceAction", "childType=UeMeas childRdnValue=1 parentRdnValue=2") +
+             moAction("CreateChildStructAction", "structType=Plmn childRdnValue=extra structRefName=mappingRef") +
+             moAction("RemoveChildInstanceAction", "childType=Relation childRdnValue=2"));
   TempDir dir;
   RunResult run = runActions(dir, labSchema(), mos);
   ASSERT_EQ(0, run.exitStatus) << run.report << run.rollbackText();
@@ -183,26 +152,27 @@ TEST(ActionsE2eTest, FailingActionRollsBackWithItsReason) {
     std::string action;
     const char* reason;
   } cases[] = {
-      {"Foo", NodeBuilder::moAction("AddAttributeAction", {{"name", "levels"}, {"type", "SA_INT32_T"}}),
+      {"Foo", moAction("AddAttributeAction", "name=levels type=SA_INT32_T"),
        "AddAttributeAction requires args: name, type and defaultValue."},
-      {"Foo", NodeBuilder::moAction("RenameAttributeAction", {{"name", "label"}, {"newName", "tag"}}),
+      {"Foo", moAction("RenameAttributeAction", "name=label newName=tag"),
        "Instance fooId=2,rootId=1 has no attribute label"},
-      {"FooSettings", NodeBuilder::moAction("RenameMoTypeAction", {{"newName", "Settings"}}),
+      {"FooSettings", moAction("RenameMoTypeAction", "newName=Settings"),
        "RenameMoTypeAction can not be performed on struct MO types"},
-      {"Nowhere", NodeBuilder::moAction("RenameAttributeAction", {{"name", "a"}, {"newName", "b"}}),
+      {"Nowhere", moAction("RenameAttributeAction", "name=a newName=b"),
        "Action Failed: renameAttribute: No instance group to operate on. Action arguments: old name = a, new name = b"},
-      {"Cell", setValue("u", {{"operator", "="}, {"value", "-1"}}),
+      {"Cell", moAction("SetAttributeValueAction", "name=u", R"(operator="=" value="-1")"),
        "SetAttributeValueAction: value -1 does not fit attribute u of type SA_UINT32_T on cellId=1,rootId=1"},
       {"Cell",
-       setValue("label", {{"operator", "="}, {"valueFromInstance", "cellId=9,rootId=1"}, {"valueFromAttr", "label"}}),
+       moAction("SetAttributeValueAction", "name=label",
+                R"(operator="=" valueFromInstance="cellId=9,rootId=1" valueFromAttr="label")"),
        "SetAttributeValueAction: source instance cellId=9,rootId=1 not found"},
-      {"Cell", setValue("label", {{"operator", "="}, {"value", "a"}, {"valueFromAttr", "x"}}),
+      {"Cell", moAction("SetAttributeValueAction", "name=label", R"(operator="=" value="a" valueFromAttr="x")"),
        "SetAttributeValueAction: invalid combination of arguments in operation"},
-      {"Cell", NodeBuilder::moAction("RemoveArrayElementAction", {{"name", "list"}, {"index", "2x"}}),
+      {"Cell", moAction("RemoveArrayElementAction", "name=list index=2x"),
        "Not able to parse argument index, 2x, as an int"}};
   for (const auto& c : cases) {
     TempDir dir;
-    RunResult run = runActions(dir, labSchema(), NodeBuilder::mo(c.className, c.action));
+    RunResult run = runActions(dir, labSchema(), mo(c.className, c.action));
     EXPECT_EQ(1, run.exitStatus) << c.reason << "\n" << run.report;
     EXPECT_NE(std::string::npos, run.rollbackText().find(c.reason)) << run.rollbackText();
     EXPECT_EQ(Values{}, run.modelFiles()) << c.reason;
@@ -217,15 +187,15 @@ const char kCell[] = "eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1";
 // in the new classes; a function with a cell, its plmn struct and a cell
 // relation two levels down, and a sector carrier the cell reserves.
 SchemaSetup radioNode(const std::string& functionRdn, const std::string& missingStruct = "") {
-  std::map<std::string, std::vector<ImmAttr>> attrs = {{"EUtranCellFDD", {{"userLabel", "SA_STRING_T"}}},
-                                                       {"SectorCarrier", {{"reservedBy", "SA_NAME_T", true}}},
-                                                       {"PlmnIdentity", {{"mcc", "SA_INT32_T"}}}};
+  std::map<std::string, std::string> attrs = {{"EUtranCellFDD", "userLabel:SA_STRING_T"},
+                                              {"SectorCarrier", "reservedBy:SA_NAME_T*"},
+                                              {"PlmnIdentity", "mcc:SA_INT32_T"}};
   SchemaSetup schema{"RadioNode", "1_0_0", "2_0_0", {{"ManagedElement", {}}, {"ENodeBFunction", {}}}, {}};
   RenameENodeBFunctionIdAction action;
   for (size_t i = 0; i < action.classNames().size(); ++i) {
     const std::string& name = action.classNames()[i];
     const bool isStruct = i >= RenameENodeBFunctionIdAction::kMoClassCount;
-    if (name != missingStruct) schema.classes.push_back({name, attrs[name], isStruct ? "id" : ""});
+    if (name != missingStruct) schema.classes.push_back({name, immAttrs(attrs[name]), isStruct ? "id" : ""});
   }
   schema.newClasses = schema.classes;
   schema.newClasses[1].rdn = functionRdn;
@@ -240,9 +210,8 @@ SchemaSetup radioNode(const std::string& functionRdn, const std::string& missing
   return schema;
 }
 
-const std::string kRenameMos = NodeBuilder::mo(
-    "ENodeBFunction",
-    NodeBuilder::moAction("RenameENodeBFunctionIdAction", {{"newENodeBFunctionIdName", "lteFunctionId"}}));
+const std::string kRenameMos =
+    mo("ENodeBFunction", moAction("RenameENodeBFunctionIdAction", "newENodeBFunctionIdName=lteFunctionId"));
 
 TEST(ActionsE2eTest, FunctionIdRenameCoversTheSubtreeAndASecondRunChangesNothing) {
   TempDir firstDir, secondDir;

@@ -63,6 +63,17 @@ std::string ImmClass::rdnName() const {
   return derived + "Id";
 }
 
+std::vector<ImmAttr> immAttrs(const std::string& text) {
+  std::vector<ImmAttr> attrs;
+  std::istringstream words(text);
+  for (std::string word; words >> word;) {
+    const size_t colon = word.find(':');
+    const bool multiValue = word.back() == '*';
+    attrs.push_back({word.substr(0, colon), word.substr(colon + 1, word.size() - colon - 1 - multiValue), multiValue});
+  }
+  return attrs;
+}
+
 SchemaSetup sampleSchema(const std::string& name, const std::string& from, const std::string& to) {
   ImmClass root{name, {{"userLabel", "SA_STRING_T"}}};
   ImmClass port{name + "Port", {{"mtu", "SA_UINT32_T"}, {"weight", "SA_INT64_T"}, {"tags", "SA_STRING_T", true}}};
@@ -121,19 +132,22 @@ std::string NodeBuilder::readingModificationFile(const std::vector<std::string>&
   return modifications(mos);
 }
 
-std::string NodeBuilder::modifications(const std::string& mos) {
+std::string modifications(const std::string& mos) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<modifications>\n" + mos + "</modifications>\n";
 }
 
-std::string NodeBuilder::mo(const std::string& className, const std::string& actions) {
+std::string mo(const std::string& className, const std::string& actions) {
   return "  <Mo name=\"" + escaped(className) + "\">" + actions + "</Mo>\n";
 }
 
-std::string NodeBuilder::moAction(const std::string& name, const std::vector<std::pair<std::string, std::string>>& args,
-                                  const std::string& operations) {
+std::string moAction(const std::string& name, const std::string& args, const std::string& operation) {
   std::string xml = "<MoAction name=\"" + escaped(name) + "\">";
-  for (const auto& [arg, value] : args) xml += "<Arg name=\"" + escaped(arg) + "\" value=\"" + escaped(value) + "\"/>";
-  return xml + operations + "</MoAction>";
+  std::istringstream pairs(args);
+  for (std::string pair; pairs >> pair;) {
+    const size_t equals = pair.find('=');
+    xml += "<Arg name=\"" + pair.substr(0, equals) + "\" value=\"" + escaped(pair.substr(equals + 1)) + "\"/>";
+  }
+  return xml + (operation.empty() ? "" : "<Operation " + operation + "/>") + "</MoAction>";
 }
 
 void NodeBuilder::write(const std::string& relative, const std::string& content) const {

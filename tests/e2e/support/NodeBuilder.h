@@ -26,6 +26,9 @@ struct ImmAttr {
   bool multiValue = false;
 };
 
+// Attributes written "name:TYPE name:TYPE* ..."; '*' marks a multi-valued one.
+std::vector<ImmAttr> immAttrs(const std::string& text);
+
 struct ImmClass {
   std::string name;
   std::vector<ImmAttr> attrs;
@@ -64,6 +67,13 @@ struct SchemaSetup {
 //   <port>=2,<root>=1      mtu 9000, weight 12345678901
 SchemaSetup sampleSchema(const std::string& name, const std::string& from, const std::string& to);
 
+// A modification file holding `mos`, e.g. mo("Foo", moAction("RemoveAttributeAction", "name=a")).
+std::string modifications(const std::string& mos);
+std::string mo(const std::string& className, const std::string& actions);
+// A MoAction with Arg elements from `args` ("name=value ..."), and an
+// Operation element with the attributes `operation` (none when empty).
+std::string moAction(const std::string& name, const std::string& args, const std::string& operation = "");
+
 class NodeBuilder {
  public:
   explicit NodeBuilder(std::string root);
@@ -89,12 +99,6 @@ class NodeBuilder {
   // A modification file with one Mo element per class and no actions: each
   // class is read from the old model and written back from memory.
   static std::string readingModificationFile(const std::vector<std::string>& classNames);
-  // A modification file holding `mos`, e.g. mo("Foo", moAction("AddAttributeAction", {{"name", "a"}})).
-  static std::string modifications(const std::string& mos);
-  static std::string mo(const std::string& className, const std::string& actions);
-  // A MoAction with its Arg elements, then `operations` (Operation elements).
-  static std::string moAction(const std::string& name, const std::vector<std::pair<std::string, std::string>>& args,
-                              const std::string& operations = "");
 
  private:
   void write(const std::string& relative, const std::string& content) const;
