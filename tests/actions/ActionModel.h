@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,15 @@ using Strings = std::vector<std::string>;
 using Args = std::vector<std::pair<std::string, std::string>>;
 // The attributes of one `Operation` element, by name.
 using Op = std::map<std::string, std::string>;
+
+// Arguments written "name=value ..."; a value holds no space.
+inline Args argsOf(const std::string& text) {
+  Args args;
+  std::istringstream pairs(text);
+  for (std::string pair; pairs >> pair;)
+    args.emplace_back(pair.substr(0, pair.find('=')), pair.substr(pair.find('=') + 1));
+  return args;
+}
 
 // An operation written as the attributes of its element: R"(operator="+" value="1")".
 inline Op op(const std::string& attributes) {

@@ -14,32 +14,24 @@ namespace {
 
 TEST(AddArrayElementActionTest, AddsTheValuesWhereAsked) {
   const struct {
-    const char* what;
-    Args args;
+    const char* args;
     std::vector<Op> operations;
     Strings after;
-  } cases[] = {{"appended", {{"elementValue", "3"}}, {}, {"1", "2", "3"}},
-               {"at the front", {{"elementValue", "0"}, {"index", "0"}}, {}, {"0", "1", "2"}},
-               {"in the middle", {{"elementValue", "5"}, {"index", "1"}}, {}, {"1", "5", "2"}},
-               {"past the end", {{"elementValue", "5"}, {"index", "7"}}, {}, {"1", "2", "5"}},
-               {"a whole list at a position",
-                {{"index", "1"}},
-                {{{"operator", "="}, {"valueFromAttr", "more"}}},
-                {"1", "8", "9", "2"}},
-               {"several operations in order",
-                {},
-                {{{"operator", "="}, {"value", "4"}}, {{"operator", "="}, {"valueFromSingleAttr", "more"}}},
-                {"1", "2", "4", "8"}},
-               {"filtered out", {{"elementValue", "3"}, {"rdnValue", "2"}}, {}, {"1", "2"}}};
+  } cases[] = {
+      {"elementValue=3", {}, {"1", "2", "3"}},
+      {"elementValue=0 index=0", {}, {"0", "1", "2"}},
+      {"elementValue=5 index=1", {}, {"1", "5", "2"}},
+      {"elementValue=5 index=7", {}, {"1", "2", "5"}},
+      {"index=1", {op(R"(operator="=" valueFromAttr="more")")}, {"1", "8", "9", "2"}},
+      {"", {op(R"(operator="=" value="4")"), op(R"(operator="=" valueFromSingleAttr="more")")}, {"1", "2", "4", "8"}},
+      {"elementValue=3 rdnValue=2", {}, {"1", "2"}}};
   AddArrayElementAction action;
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
+    SCOPED_TRACE(c.args);
     ActionModel model;
     InstanceIf& cell = model.add(
         "Cell", "", "1", {{"list", SA_IMM_ATTR_SAINT32T, {"1", "2"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9"}}});
-    Args args = c.args;
-    args.emplace_back("name", "list");
-    EXPECT_TRUE(model.run(action, "Cell", args, c.operations));
+    EXPECT_TRUE(model.run(action, "Cell", argsOf(std::string("name=list ") + c.args), c.operations));
     EXPECT_EQ(c.after, ActionModel::values(cell, "list"));
   }
   EXPECT_EQ(1u, LogRecorder::installed().count("Filter does not apply"));
@@ -75,30 +67,24 @@ TEST(AddArrayElementActionTest, FailuresAddNoValue) {
 
 TEST(AddArrayElementActionTest, InvalidCombinationsAreRefusedWhenValidating) {
   const struct {
-    Args args;
-    std::vector<Op> operations;
+    const char* args;
+    const char* operation;  // none when null
     std::string failure;
-  } cases[] = {{{{"elementValue", "1"}}, {}, "AddArrayElementAction requires argument name."},
-               {{{"name", "l"}}, {}, "AddArrayElementAction requires elementValue or at least one Operation."},
-               {{{"name", "l"}, {"elementValue", "1"}},
-                {{{"operator", "="}, {"value", "1"}}},
+  } cases[] = {{"elementValue=1", nullptr, "AddArrayElementAction requires argument name."},
+               {"name=l", nullptr, "AddArrayElementAction requires elementValue or at least one Operation."},
+               {"name=l elementValue=1", R"(operator="=" value="1")",
                 "AddArrayElementAction takes elementValue or Operation elements, not both."},
-               {{{"name", "l"}, {"elementValue", "1"}, {"index", "-1"}},
-                {},
-                "AddArrayElementAction: index -1 is not a position"},
-               {{{"name", "l"}, {"elementValue", "1"}, {"index", "1x"}},
-                {},
-                "AddArrayElementAction: index 1x is not a position"},
-               {{{"name", "l"}},
-                {{{"operator", "+"}, {"value", "1"}}},
+               {"name=l elementValue=1 index=-1", nullptr, "AddArrayElementAction: index -1 is not a position"},
+               {"name=l elementValue=1 index=1x", nullptr, "AddArrayElementAction: index 1x is not a position"},
+               {"name=l", R"(operator="+" value="1")",
                 "AddArrayElementAction: unsupported operator + in operation  => (+) value: 1"},
-               {{{"name", "l"}},
-                {{{"operator", "="}, {"value", "1"}, {"rangeStart", "0"}}},
+               {"name=l", R"(operator="=" value="1" rangeStart="0")",
                 "AddArrayElementAction: operation range: 0to => (=) value: 1 takes no range"}};
   AddArrayElementAction action;
   for (const auto& c : cases) {
     ActionModel model;
-    EXPECT_FALSE(model.validate(action, c.args, c.operations));
+    EXPECT_FALSE(
+        model.validate(action, argsOf(c.args), c.operation ? std::vector<Op>{op(c.operation)} : std::vector<Op>{}));
     EXPECT_EQ(Strings{c.failure}, model.failures);
   }
 }
@@ -123,25 +109,24 @@ Removal removeFrom(const Strings& values, Args args) {
 
 TEST(RemoveArrayElementActionTest, RemovesByValueByIndexOrTheLast) {
   const struct {
-    const char* name;
     Strings values;
-    Args args;
+    const char* args;
     Strings remaining;
-  } cases[] = {{"every equal value", {"a", "b", "a"}, {{"elementValue", "a"}}, {"b"}},
-               {"exact text only", {"a", "A", "ab"}, {{"elementValue", "a"}}, {"A", "ab"}},
-               {"index ignored beside a value", {"a", "b", "c"}, {{"elementValue", "c"}, {"index", "0"}}, {"a", "b"}},
-               {"no value matches", {"a", "b"}, {{"elementValue", "z"}}, {"a", "b"}},
-               {"by index", {"a", "b", "c"}, {{"index", "1"}}, {"a", "c"}},
-               {"index past the end removes the last", {"a", "b", "c"}, {{"index", "7"}}, {"a", "b"}},
-               {"negative index removes the last", {"a", "b", "c"}, {{"index", "-1"}}, {"a", "b"}},
-               {"neither removes the last", {"a", "b", "c"}, {}, {"a", "b"}},
-               {"neither on an empty attribute", {}, {}, {}},
-               {"value on an empty attribute", {}, {{"elementValue", "a"}}, {}},
-               {"filter rejects the instance", {"a", "b"}, {{"rdnValue", "2"}}, {"a", "b"}},
-               {"instance without the attribute", {"a", "b"}, {{"name", "other"}}, {"a", "b"}}};
+  } cases[] = {{{"a", "b", "a"}, "elementValue=a", {"b"}},
+               {{"a", "A", "ab"}, "elementValue=a", {"A", "ab"}},
+               {{"a", "b", "c"}, "elementValue=c index=0", {"a", "b"}},
+               {{"a", "b"}, "elementValue=z", {"a", "b"}},
+               {{"a", "b", "c"}, "index=1", {"a", "c"}},
+               {{"a", "b", "c"}, "index=7", {"a", "b"}},
+               {{"a", "b", "c"}, "index=-1", {"a", "b"}},
+               {{"a", "b", "c"}, "", {"a", "b"}},
+               {{}, "", {}},
+               {{}, "elementValue=a", {}},
+               {{"a", "b"}, "rdnValue=2", {"a", "b"}},
+               {{"a", "b"}, "name=other", {"a", "b"}}};
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    Removal run = removeFrom(c.values, c.args);
+    SCOPED_TRACE(c.args);
+    Removal run = removeFrom(c.values, argsOf(c.args));
     EXPECT_TRUE(run.result);
     EXPECT_EQ(c.remaining, run.values);
     EXPECT_EQ(Strings{}, run.failures);

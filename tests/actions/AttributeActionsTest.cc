@@ -121,34 +121,28 @@ TEST_F(AttributeActionsTest, FailuresChangeNoInstance) {
   const std::string renameArgs = "RenameAttributeAction requires arguments name and newName.";
   const struct {
     UpgradeActionIf* action;
-    Args args;
+    const char* args;
     bool withGroup;
     std::string failure;
   } cases[] = {
-      {&add, {{"type", "SA_INT32_T"}, {"defaultValue", "1"}}, true, addArgs},
-      {&add, {{"name", "added"}, {"defaultValue", "1"}}, true, addArgs},
-      {&add, {{"name", "added"}, {"type", "SA_INT32_T"}}, true, addArgs},
-      {&add,
-       {{"name", "added"}, {"type", "SA_INT32_T"}, {"defaultValue", "1|2"}},
-       false,
+      {&add, "type=SA_INT32_T defaultValue=1", true, addArgs},
+      {&add, "name=added defaultValue=1", true, addArgs},
+      {&add, "name=added type=SA_INT32_T", true, addArgs},
+      {&add, "name=added type=SA_INT32_T defaultValue=1|2", false,
        "Action Failed: addAttribute: No instance group to operate on. Adding attribute to non-existing MO class is "
        "not permitted. Action arguments: name = added, value = 1|2 "},
-      {&remove, {{"value", "x"}}, true, "RemoveAttributeAction requires argument name"},
-      {&remove,
-       {{"name", "old"}, {"value", "x"}},
-       false,
+      {&remove, "value=x", true, "RemoveAttributeAction requires argument name"},
+      {&remove, "name=old value=x", false,
        "Action Failed: RemoveAttribute: No instance group to operate on. Action arguments: name = old, value = x "},
-      {&rename, {{"name", "old"}}, true, renameArgs},
-      {&rename, {{"newName", "new"}}, true, renameArgs},
-      {&rename,
-       {{"name", "old"}, {"newName", "new"}},
-       false,
+      {&rename, "name=old", true, renameArgs},
+      {&rename, "newName=new", true, renameArgs},
+      {&rename, "name=old newName=new", false,
        "Action Failed: renameAttribute: No instance group to operate on. Action arguments: old name = old, new name = "
        "new "}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.failure);
     model.failures.clear();
-    EXPECT_FALSE(model.runOn(*c.action, c.withGroup ? &model.group("Cell") : nullptr, c.args));
+    EXPECT_FALSE(model.runOn(*c.action, c.withGroup ? &model.group("Cell") : nullptr, argsOf(c.args)));
     EXPECT_EQ(Strings{c.failure}, model.failures);
     EXPECT_EQ((Strings{"1", "2"}), ActionModel::values(first, "old"));
     EXPECT_EQ(kAbsent, ActionModel::values(first, "added"));

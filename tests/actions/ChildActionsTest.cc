@@ -30,28 +30,20 @@ void addChildren(ActionModel& model) {
 
 TEST(CreateChildInstanceActionTest, CreatesBelowTheParentsThatTheArgumentsSelect) {
   const struct {
-    const char* name;
-    Args extra;
+    const char* extra;
     Strings children;
-  } cases[] = {{"every parent",
-                {},
+  } cases[] = {{"",
                 {"childId=9,cellId=1,topId=1", "childId=9,cellId=2,topId=1", "childId=9,cellId=21,topId=1",
                  "childId=9,cellId=2,topId=2"}},
-               {"own RDN value 2, not 21",
-                {{"parentRdnValue", "2"}},
-                {"childId=9,cellId=2,topId=1", "childId=9,cellId=2,topId=2"}},
-               {"no parent with that value", {{"parentRdnValue", "3"}}, {}},
-               {"filter and RDN value together",
-                {{"parentRdnValue", "2"}, {"parentName", "topId=2"}},
-                {"childId=9,cellId=2,topId=2"}}};
+               {"parentRdnValue=2", {"childId=9,cellId=2,topId=1", "childId=9,cellId=2,topId=2"}},
+               {"parentRdnValue=3", {}},
+               {"parentRdnValue=2 parentName=topId=2", {"childId=9,cellId=2,topId=2"}}};
   CreateChildInstanceAction action;
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
+    SCOPED_TRACE(c.extra);
     ActionModel model;
     addParents(model);
-    Args args = c.extra;
-    args.insert(args.end(), {{"childType", "Child"}, {"childRdnValue", "9"}});
-    EXPECT_TRUE(model.run(action, "Cell", args));
+    EXPECT_TRUE(model.run(action, "Cell", argsOf(c.extra + std::string(" childType=Child childRdnValue=9"))));
     EXPECT_EQ(c.children, model.ldns("Child"));
     EXPECT_EQ(Strings{}, model.failures);
   }
@@ -87,34 +79,23 @@ TEST(CreateChildInstanceActionTest, ExistingChildFailsAndEndsTheWalkUnknownChild
 }
 
 TEST(RemoveChildInstanceActionTest, RemovesTheChildrenTheArgumentsName) {
+  const Strings all = {"relationId=1,cellId=1,topId=1", "relationId=2,cellId=1,topId=1",
+                       "relationId=1,cellId=2,topId=1", "relationId=2,cellId=2,topId=1"};
   const struct {
-    const char* name;
-    Args args;
+    const char* args;
     Strings remaining;
-  } cases[] = {{"every child of the class", {{"childType", "Relation"}}, {}},
-               {"one child by RDN value",
-                {{"childType", "Relation"}, {"childRdnValue", "2"}},
-                {"relationId=1,cellId=1,topId=1", "relationId=1,cellId=2,topId=1"}},
-               {"below one parent",
-                {{"childType", "Relation"}, {"parentRdnValue", "2"}},
-                {"relationId=1,cellId=1,topId=1", "relationId=2,cellId=1,topId=1"}},
-               {"below the filtered parent",
-                {{"childType", "Relation"}, {"childRdnValue", "1"}, {"ldnValue", "cellId=1,topId=1"}},
-                {"relationId=2,cellId=1,topId=1", "relationId=1,cellId=2,topId=1", "relationId=2,cellId=2,topId=1"}},
-               {"a child that is not there",
-                {{"childType", "Relation"}, {"childRdnValue", "7"}},
-                {"relationId=1,cellId=1,topId=1", "relationId=2,cellId=1,topId=1", "relationId=1,cellId=2,topId=1",
-                 "relationId=2,cellId=2,topId=1"}},
-               {"a child class the model lacks",
-                {{"childType", "Unknown"}},
-                {"relationId=1,cellId=1,topId=1", "relationId=2,cellId=1,topId=1", "relationId=1,cellId=2,topId=1",
-                 "relationId=2,cellId=2,topId=1"}}};
+  } cases[] = {{"childType=Relation", {}},
+               {"childType=Relation childRdnValue=2", {all[0], all[2]}},
+               {"childType=Relation parentRdnValue=2", {all[0], all[1]}},
+               {"childType=Relation childRdnValue=1 ldnValue=cellId=1,topId=1", {all[1], all[2], all[3]}},
+               {"childType=Relation childRdnValue=7", all},
+               {"childType=Unknown", all}};
   RemoveChildInstanceAction action;
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
+    SCOPED_TRACE(c.args);
     ActionModel model;
     addChildren(model);
-    EXPECT_TRUE(model.run(action, "Cell", c.args));
+    EXPECT_TRUE(model.run(action, "Cell", argsOf(c.args)));
     EXPECT_EQ(c.remaining, model.ldns("Relation"));
     EXPECT_EQ(Strings{}, model.failures);
   }

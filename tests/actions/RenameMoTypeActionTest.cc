@@ -59,30 +59,22 @@ TEST_F(RenameMoTypeActionTest, ArgumentRules) {
   const std::string structs = "RenameMoTypeAction requires structAttrN and structTypeN arguments to come in pair.";
   const std::string references =
       "RenameMoTypeAction requires morefAttrN and referringMoTypeN arguments to come in pair.";
-  struct Case {
-    const char* what;
-    Args args;
+  const struct {
+    const char* args;
     bool valid;
     Strings failures;
-  } cases[] = {
-      {"newName alone", {{"newName", "Bar"}}, true, {}},
-      {"no newName", {{"name", "Foo"}}, false, {newName, structs, references}},
-      {"struct attribute without type", {{"newName", "Bar"}, {"structAttr1", "s"}}, false, {structs, references}},
-      {"struct type alone", {{"newName", "Bar"}, {"structType1", "S"}}, true, {}},
-      {"second struct pair broken",
-       {{"newName", "Bar"}, {"structAttr1", "s"}, {"structType1", "S"}, {"structAttr2", "t"}},
-       false,
-       {structs, references}},
-      {"reference without class", {{"newName", "Bar"}, {"morefAttr1", "r"}}, false, {references}},
-      {"referring class alone", {{"newName", "Bar"}, {"referringMoType1", "Ref"}}, true, {}},
-      {"gap ends the pairs",
-       {{"newName", "Bar"}, {"morefAttr1", "r"}, {"referringMoType1", "Ref"}, {"morefAttr3", "q"}},
-       true,
-       {}}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+  } cases[] = {{"newName=Bar", true, {}},
+               {"name=Foo", false, {newName, structs, references}},
+               {"newName=Bar structAttr1=s", false, {structs, references}},
+               {"newName=Bar structType1=S", true, {}},
+               {"newName=Bar structAttr1=s structType1=S structAttr2=t", false, {structs, references}},
+               {"newName=Bar morefAttr1=r", false, {references}},
+               {"newName=Bar referringMoType1=Ref", true, {}},
+               {"newName=Bar morefAttr1=r referringMoType1=Ref morefAttr3=q", true, {}}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.args);
     model.failures.clear();
-    EXPECT_EQ(c.valid, model.validate(action, c.args));
+    EXPECT_EQ(c.valid, model.validate(action, argsOf(c.args)));
     EXPECT_EQ(c.failures, model.failures);
   }
 }
@@ -108,43 +100,34 @@ TEST_F(RenameMoTypeActionTest, DescendantsFollowOnlyTogetherWithStructAttributes
 }
 
 TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
-  struct Case {
-    const char* what;
-    Args extra;
+  const struct {
+    const char* extra;
     Strings failures;
     Strings moved;
-  } cases[] = {{"descendant class",
-                {{"structAttr1", "unset"}, {"structType1", "Child"}, {"descendant1", "Nowhere"}},
-                {"No instance group Nowhere", "No instance group Nowhere"},
-                {}},
-               {"referring class",
-                {{"morefAttr1", "fooRef"}, {"referringMoType1", "Nowhere"}},
-                {"Not able to get referring MO type Nowhere", "Not able to get referring MO type Nowhere"},
-                {}},
-               {"reference attribute",
-                {{"morefAttr1", "fooRef"}, {"referringMoType1", "Ref"}},
-                {"No reference attribute fooRef on instance refId=2,ME=1",
-                 "No reference attribute fooRef on instance refId=2,ME=1"},
-                {}},
-               {"struct class",
-                {{"structAttr1", "settings"}, {"structType1", "Nowhere"}},
-                {"No struct MO type Nowhere", "No struct MO type Nowhere"},
-                {}},
-               {"struct instance",
-                {{"structAttr1", "settings"}, {"structType1", "Child"}},
-                {"Not able to retrieve struct instance id=settings_0,fooId=1,ME=1"},
-                {"barId=2,ME=1"}}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+  } cases[] = {
+      {"structAttr1=unset structType1=Child descendant1=Nowhere",
+       {"No instance group Nowhere", "No instance group Nowhere"},
+       {}},
+      {"morefAttr1=fooRef referringMoType1=Nowhere",
+       {"Not able to get referring MO type Nowhere", "Not able to get referring MO type Nowhere"},
+       {}},
+      {"morefAttr1=fooRef referringMoType1=Ref",
+       {"No reference attribute fooRef on instance refId=2,ME=1",
+        "No reference attribute fooRef on instance refId=2,ME=1"},
+       {}},
+      {"structAttr1=settings structType1=Nowhere", {"No struct MO type Nowhere", "No struct MO type Nowhere"}, {}},
+      {"structAttr1=settings structType1=Child",
+       {"Not able to retrieve struct instance id=settings_0,fooId=1,ME=1"},
+       {"barId=2,ME=1"}}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.extra);
     ActionModel fresh;
     fresh.add("Foo", "ME=1", "1", {{"settings", SA_IMM_ATTR_SANAMET, {"id=settings_0,fooId=1,ME=1"}}});
     fresh.add("Foo", "ME=1", "2");
     fresh.group("Child");
     fresh.add("Ref", "ME=1", "1", {{"fooRef", SA_IMM_ATTR_SANAMET, {}}});
     fresh.add("Ref", "ME=1", "2");
-    Args list = {{"newName", "Bar"}};
-    list.insert(list.end(), c.extra.begin(), c.extra.end());
-    fresh.run(action, "Foo", list);
+    fresh.run(action, "Foo", argsOf(std::string("newName=Bar ") + c.extra));
     EXPECT_EQ(c.failures, fresh.failures);
     EXPECT_FALSE(fresh.has("Foo"));
     EXPECT_EQ(c.moved, fresh.ldns("Bar"));
