@@ -96,17 +96,13 @@ TEST_F(RenameENodeBFunctionIdActionTest, ASecondRunChangesNothing) {
   EXPECT_EQ("eNodeBFunctionId=1,managedElementId=1", function.getLdn());
 }
 
-TEST_F(RenameENodeBFunctionIdActionTest, ARootFunctionIsTheWholeParentName) {
+TEST_F(RenameENodeBFunctionIdActionTest, ARootFunctionIsTheWholeParentNameParentsWithTheNewNameAreKept) {
   InstanceIf& root = model.add("ENodeBFunction", "", "7", {}, "oldFunctionId");
   model.add("EUtranCellFDD", "oldFunctionId=7", "3");
+  model.add("EUtranCellFDD", "eNodeBFunctionId=1,managedElementId=1", "5");
   EXPECT_TRUE(run());
   EXPECT_EQ("eNodeBFunctionId=7", root.getLdn());
   EXPECT_NE(nullptr, model.group("EUtranCellFDD").getInstance("eUtranCellFDDId=3,eNodeBFunctionId=7"));
-}
-
-TEST_F(RenameENodeBFunctionIdActionTest, ParentsAlreadyCarryingTheNewNameAreKept) {
-  model.add("EUtranCellFDD", "eNodeBFunctionId=1,managedElementId=1", "5");
-  EXPECT_TRUE(run());
   EXPECT_TRUE(LogRecorder::installed().contains(
       "RenameENodeBFunctionIdAction: already had the new parentName: eNodeBFunctionId=1,managedElementId=1"));
 }

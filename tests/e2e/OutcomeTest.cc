@@ -81,8 +81,8 @@ TEST_F(ThreeSchemaRun, SuccessSignalsTheWrapperAndWritesTheNewModel) {
 struct FailureCase {
   const char* name;
   const char* faults;
-  // What the node is changed into before the run.
-  void (*prepare)(NodeBuilder&, const std::string& firstFile);
+  bool failingFirstStep;             // the first file holds an unknown action
+  bool inVersionsFile;               // Radio's versions are listed
   std::vector<std::string> reasons;  // rollback lines after the identity; "@first" is the first file's path
   const char* loggedPart;            // one record holds it
 };
@@ -93,7 +93,13 @@ class FailingSchemaTest : public ThreeSchemaRun, public testing::WithParamInterf
 
 TEST_P(FailingSchemaTest, RollsBackWithItsReasonsWhileTheOthersComplete) {
   const FailureCase& c = GetParam();
-  if (c.prepare != nullptr) c.prepare(node, firstFile);
+  if (c.failingFirstStep) {
+    node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
+                          modifications(mo("RadioPort", moAction("NoSuchAction", ""))));
+  }
+  SchemaSetup radio = sampleSchema("Radio", "1_0_0", "2_0_0");
+  radio.inVersionsFile = c.inVersionsFile;
+  node.add(radio);
   WholeRun run = identifiedRun();
   if (c.faults[0] != '\0') run.faults(c.faults);
   RunResult result = run.run();
@@ -117,36 +123,29 @@ TEST_P(FailingSchemaTest, RollsBackWithItsReasonsWhileTheOthersComplete) {
       << "finalized sessions of a rolled-back run are discarded";
 }
 
-void failFirstStep(NodeBuilder& node, const std::string&) {
-  node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
-                        "<modifications><Mo name=\"RadioPort\"><MoAction name=\"NoSuchAction\"/></Mo></modifications>");
-}
-
-void forgetVersions(NodeBuilder& node, const std::string&) {
-  SchemaSetup radio = sampleSchema("Radio", "1_0_0", "2_0_0");
-  radio.inVersionsFile = false;
-  node.add(radio);
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Reasons, FailingSchemaTest,
     testing::Values(
         FailureCase{"FailingModificationFile",
                     "",
-                    failFirstStep,
+                    true,
+                    true,
                     {"Failed to process modification file @first"},
                     "Unsupported action: NoSuchAction"},
         FailureCase{"UnknownSchemaVersion",
                     "",
-                    forgetVersions,
+                    false,
+                    false,
                     {"Failed to get schema versions for Radio, error 12!",
                      "Could not read schemaVersion for schemaName: \"Radio\"",
                      "Failed to get from and to version for schemaName: \"Radio\""},
                     "Failed to get schema versions for Radio, error 12!"},
-        FailureCase{"FinalizeRefused", "Finalize@Radio=21", nullptr, {}, "Radio: Finalize failed, SaAisErrorT = 21"},
+        FailureCase{
+            "FinalizeRefused", "Finalize@Radio=21", false, true, {}, "Radio: Finalize failed, SaAisErrorT = 21"},
         FailureCase{"NoLoadModules",
                     "get_lms@Radio=5",
-                    nullptr,
+                    false,
+                    true,
                     {"Unable to find a conversion path"},
                     "Could not get list of modification files from LMHI using tag modification_files, boardType "
                     "Radio, return code was 5"}),
