@@ -32,13 +32,9 @@ class RenameMoTypeActionTest : public testing::Test {
 };
 
 TEST_F(RenameMoTypeActionTest, InstancesMoveToTheNewClassWithTheirDependants) {
-  EXPECT_TRUE(run({{"newName", "Bar"},
-                   {"structAttr1", "settings"},
-                   {"structType1", "FooSettings"},
-                   {"descendant1", "Child"},
-                   {"descendant2", "Grandchild"},
-                   {"morefAttr1", "fooRef"},
-                   {"referringMoType1", "Ref"}}));
+  EXPECT_TRUE(
+      run(argsOf("newName=Bar structAttr1=settings structType1=FooSettings descendant1=Child "
+                 "descendant2=Grandchild morefAttr1=fooRef referringMoType1=Ref")));
   EXPECT_EQ(Strings{}, model.failures);
   EXPECT_FALSE(model.has("Foo"));
   ASSERT_TRUE(model.has("Bar"));
@@ -81,12 +77,9 @@ TEST_F(RenameMoTypeActionTest, ArgumentRules) {
 
 TEST_F(RenameMoTypeActionTest, NumberingStopsAtTheFirstGap) {
   ActionModel::set(foo1, "otherRef", SA_IMM_ATTR_SANAMET, {"fooId=2,ME=1"});
-  EXPECT_TRUE(run({{"newName", "Bar"},
-                   {"morefAttr1", "fooRef"},
-                   {"referringMoType1", "Ref"},
-                   {"morefAttr3", "otherRef"},
-                   {"referringMoType3", "NoSuchClass"},
-                   {"descendant2", "Child"}}));
+  EXPECT_TRUE(
+      run(argsOf("newName=Bar morefAttr1=fooRef referringMoType1=Ref morefAttr3=otherRef referringMoType3=NoSuchClass "
+                 "descendant2=Child")));
   EXPECT_EQ(Strings{}, model.failures);
   EXPECT_EQ("barId=2,ME=1", ActionModel::values(referrer, "fooRef")[0]);
   EXPECT_EQ(Strings{"fooId=2,ME=1"}, ActionModel::values(foo1, "otherRef"));
