@@ -232,31 +232,28 @@ class SetAttributeSourceTest : public testing::Test {
 
 TEST_F(SetAttributeSourceTest, FillsTheValueFromTheSource) {
   const struct {
-    Op operation;
+    std::string operation;
     Strings after;
   } cases[] = {
-      {{{"value", "new"}}, {"new"}},
-      {{{"valueFromAttr", "plmns"}}, {"70000", "5"}},
-      {{{"valueFromSingleAttr", "plmns"}}, {"70000"}},
-      {{{"valueFromAttr", "label"}, {"valueFromInstance", "sectorId=1,nodeId=1,siteId=7"}}, {"sector one"}},
-      {{{"valueFromAttr", "label"}, {"valueFromInstance", std::string("id=plmn_0,") + kCell}, {"structType", "Plmn"}},
+      {R"(value="new")", {"new"}},
+      {R"(valueFromAttr="plmns")", {"70000", "5"}},
+      {R"(valueFromSingleAttr="plmns")", {"70000"}},
+      {R"(valueFromAttr="label" valueFromInstance="sectorId=1,nodeId=1,siteId=7")", {"sector one"}},
+      {R"(valueFromAttr="label" valueFromInstance="id=plmn_0,cellId=1,nodeId=1,siteId=7" structType="Plmn")",
        {"plmn struct"}},
-      {{{"valueFromAttr", "label"}, {"valueFromParentInstance", "true"}}, {"node one"}},
-      {{{"valueFromAttr", "label"}, {"valueFromParentInstance", "Site"}}, {"site seven"}},
-      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyInstance", "Sector"}}, {"sector one"}},
-      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyChildInstance", "Carrier"}}, {"carrier two"}},
-      {{{"valueFromAttr", "label"},
-        {"valueFromInstanceReferencedBy", "Relation.cellRef"},
-        {"valueFromImmNamespace", ""}},
+      {R"(valueFromAttr="label" valueFromParentInstance="true")", {"node one"}},
+      {R"(valueFromAttr="label" valueFromParentInstance="Site")", {"site seven"}},
+      {R"(valueFromAttr="label" valueFromMoTypeAnyInstance="Sector")", {"sector one"}},
+      {R"(valueFromAttr="label" valueFromMoTypeAnyChildInstance="Carrier")", {"carrier two"}},
+      {R"(valueFromAttr="label" valueFromInstanceReferencedBy="Relation.cellRef" valueFromImmNamespace="")",
        {"relation five"}},
-      {{{"valueFromAttr", "label"}, {"valueFromInstanceReferencedBy", "Relation"}, {"valueFromImmNamespace", ""}},
-       {"relation five"}},
-      {{{"valueFromTypeRefOnlyInstance", "Site"}}, {"siteId=7"}},
-      {{{"valueFromBitmapStringAttr", "bits"}}, {"258"}},
-      {{{"valueFromBitmapStringAttr", "flags"}}, {"5"}}};
+      {R"(valueFromAttr="label" valueFromInstanceReferencedBy="Relation" valueFromImmNamespace="")", {"relation five"}},
+      {R"(valueFromTypeRefOnlyInstance="Site")", {"siteId=7"}},
+      {R"(valueFromBitmapStringAttr="bits")", {"258"}},
+      {R"(valueFromBitmapStringAttr="flags")", {"5"}}};
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.operation.rbegin()->first + " " + c.operation.rbegin()->second);
-    EXPECT_TRUE(setLabel(c.operation));
+    SCOPED_TRACE(c.operation);
+    EXPECT_TRUE(setLabel(op(c.operation)));
     EXPECT_EQ(c.after, ActionModel::values(cell, "label"));
     EXPECT_EQ(Strings{}, model.failures);
   }
@@ -264,30 +261,30 @@ TEST_F(SetAttributeSourceTest, FillsTheValueFromTheSource) {
 
 TEST_F(SetAttributeSourceTest, SourcesResolvingToNothingFailWithTheMissingPart) {
   const struct {
-    Op operation;
+    std::string operation;
     std::string failure;
   } cases[] = {
-      {{{"valueFromAttr", "nothing"}}, "source instance cellId=1,nodeId=1,siteId=7 has no value in attribute nothing"},
-      {{{"valueFromAttr", "label"}, {"valueFromInstance", "sectorId=9,nodeId=1,siteId=7"}},
+      {R"(valueFromAttr="nothing")", "source instance cellId=1,nodeId=1,siteId=7 has no value in attribute nothing"},
+      {R"(valueFromAttr="label" valueFromInstance="sectorId=9,nodeId=1,siteId=7")",
        "source instance sectorId=9,nodeId=1,siteId=7 not found"},
-      {{{"valueFromAttr", "label"}, {"valueFromInstance", "radioId=1"}}, "source instance radioId=1 not found"},
-      {{{"valueFromAttr", "label"}, {"valueFromParentInstance", "Radio"}},
+      {R"(valueFromAttr="label" valueFromInstance="radioId=1")", "source instance radioId=1 not found"},
+      {R"(valueFromAttr="label" valueFromParentInstance="Radio")",
        "no instance of Radio above cellId=1,nodeId=1,siteId=7"},
-      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyInstance", "Radio"}}, "no instance of class Radio"},
-      {{{"valueFromAttr", "label"}, {"valueFromMoTypeAnyChildInstance", "Sector"}},
+      {R"(valueFromAttr="label" valueFromMoTypeAnyInstance="Radio")", "no instance of class Radio"},
+      {R"(valueFromAttr="label" valueFromMoTypeAnyChildInstance="Sector")",
        "no child of class Sector below cellId=1,nodeId=1,siteId=7"},
-      {{{"valueFromAttr", "label"}, {"valueFromInstanceReferencedBy", "Relation.label"}, {"valueFromImmNamespace", ""}},
+      {R"(valueFromAttr="label" valueFromInstanceReferencedBy="Relation.label" valueFromImmNamespace="")",
        "no instance of Relation references cellId=1,nodeId=1,siteId=7"},
-      {{{"valueFromTypeRefOnlyInstance", "Relation"}}, "no single instance of class Relation"},
-      {{{"valueFromAttr", "bits"}},
+      {R"(valueFromTypeRefOnlyInstance="Relation")", "no single instance of class Relation"},
+      {R"(valueFromAttr="bits")",
        "attribute bits of cellId=1,nodeId=1,siteId=7 is of type SA_ANY_T; read it with valueFromBitmapStringAttr"},
-      {{{"valueFromBitmapStringAttr", "label"}}, "attribute label of cellId=1,nodeId=1,siteId=7 is no bitmap"},
-      {{{"valueFromAttr", "label"}, {"valueFromInstanceReferencedBy", "Radio"}, {"valueFromImmNamespace", "Lrat"}},
+      {R"(valueFromBitmapStringAttr="label")", "attribute label of cellId=1,nodeId=1,siteId=7 is no bitmap"},
+      {R"(valueFromAttr="label" valueFromInstanceReferencedBy="Radio" valueFromImmNamespace="Lrat")",
        "no instance of class Radio"}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.failure);
     model.failures.clear();
-    EXPECT_FALSE(setLabel(c.operation));
+    EXPECT_FALSE(setLabel(op(c.operation)));
     EXPECT_EQ(Strings{"SetAttributeValueAction: " + c.failure}, model.failures);
     EXPECT_EQ(Strings{"old"}, ActionModel::values(cell, "label"));
   }
