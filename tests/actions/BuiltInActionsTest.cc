@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "AbortReport.h"
-#include "ActionTestSupport.h"
+#include "ActionModel.h"
 #include "actions/BuiltInActions.h"
 #include "xml/UpgradeActionIf.h"
 
@@ -27,15 +27,12 @@ UpgradeActionIf* find(const Actions& actions, const std::string& name) {
   return nullptr;
 }
 
-const std::vector<std::string> kModelActions = {"AddAttributeAction", "RemoveAttributeAction", "DeleteMoTypeAction",
-                                                "CreateMoTypeAction", "RenameMoTypeAction",    "RenameAttributeAction"};
-
 TEST(BuiltInActionsTest, AllFourteenAreRegisteredInTheirOrder) {
   const std::vector<std::string> expected = {
-      "AddAttributeAction",         "RemoveAttributeAction",         "CreateChildInstanceAction",
-      "RemoveChildInstanceAction",  "DeleteMoTypeAction",            "CreateMoTypeAction",
-      "CreateChildStructAction",    "SetAttributeValueAction",       "RenameMoTypeAction",
-      "RenameAttributeAction",      "AddArrayElementAction",         "RemoveArrayElementAction",
+      "AddAttributeAction",           "RemoveAttributeAction",        "CreateChildInstanceAction",
+      "RemoveChildInstanceAction",    "DeleteMoTypeAction",           "CreateMoTypeAction",
+      "CreateChildStructAction",      "SetAttributeValueAction",      "RenameMoTypeAction",
+      "RenameAttributeAction",        "AddArrayElementAction",        "RemoveArrayElementAction",
       "RenameENodeBFunctionIdAction", "SetStructAttributeValueAction"};
   std::vector<std::string> seen;
   for (const auto& action : builtInActions()) seen.push_back(action->getName());
@@ -44,14 +41,23 @@ TEST(BuiltInActionsTest, AllFourteenAreRegisteredInTheirOrder) {
 
 TEST(BuiltInActionsDeathTest, NullHandlerAbortsValidation) {
   Actions actions = builtInActions();
-  auto args = makeArguments({});
-  for (const std::string& name : kModelActions) {
+  auto args = ActionModel::argumentsOf({});
+  const std::string pointer = "ICTI handler pointer is NULL";
+  const std::pair<const char*, std::string> cases[] = {
+      {"AddAttributeAction", pointer},
+      {"RemoveAttributeAction", pointer},
+      {"DeleteMoTypeAction", pointer},
+      {"CreateMoTypeAction", pointer},
+      {"RenameMoTypeAction", pointer},
+      {"RenameAttributeAction", pointer},
+      {"CreateChildInstanceAction", "ICTI handler pointer is nullptr"}};
+  for (const auto& [name, message] : cases) {
     SCOPED_TRACE(name);
     UpgradeActionIf* action = find(actions, name);
     ASSERT_NE(nullptr, action);
     EXPECT_DEATH(
         {
-          reportOnAbort("ICTI handler pointer is NULL");
+          reportOnAbort(message);
           action->validateArgs(*args, nullptr);
         },
         kAbortedAfterLogging);

@@ -1,57 +1,48 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
 
+#include "ActionModel.h"
 #include "LogRecorder.h"
-#include "ModelHandler.h"
 #include "actions/RenameENodeBFunctionIdAction.h"
-
-using testing::ElementsAre;
-using testing::IsEmpty;
+#include "safcImmCt.h"
 
 namespace {
 
 const char kFunction[] = "oldFunctionId=1,managedElementId=1";
 const char kCell[] = "eUtranCellFDDId=1,oldFunctionId=1,managedElementId=1";
+const char kCarrier[] = "sectorCarrierId=1,oldFunctionId=1,managedElementId=1";
+
+// Every listed class but `missing` in a model with a function below a managed element with a cell, a relation below
+// the cell, a sector carrier that the cell reserves, a struct of the cell, and a cell of another function.
+InstanceIf& addFunction(ActionModel& model, const RenameENodeBFunctionIdAction& action,
+                        const std::string& missing = "") {
+  for (const std::string& className : action.classNames()) {
+    if (className != missing) model.group(className);
+  }
+  InstanceIf& function = model.add("ENodeBFunction", "managedElementId=1", "1", {}, "oldFunctionId");
+  if (missing == "EUtranCellFDD") return function;
+  model.add("EUtranCellFDD", kFunction, "1",
+            {{"sectorCarrierRef", SA_IMM_ATTR_SANAMET, {kCarrier}}, {"userLabel", SA_IMM_ATTR_SASTRINGT, {kCarrier}}});
+  model.add("EUtranCellFDD", "otherFunctionId=2,managedElementId=1", "1");
+  model.add("EUtranCellRelation", std::string("eUtranFreqRelationId=1,") + kCell, "1");
+  model.add("SectorCarrier", kFunction, "1",
+            {{"reservedBy", SA_IMM_ATTR_SASTRINGT, {kCell, "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1"}}});
+  model.add("PlmnIdentity", kCell, "activePlmnList_0", {}, "id");
+  return function;
+}
 
 class RenameENodeBFunctionIdActionTest : public testing::Test {
  protected:
-  // Every listed class known to the model; a function below a managed
-  // element with a cell, a relation below the cell, a sector carrier that
-  // the cell reserves, a struct of the cell, and a cell of another function.
-  void SetUp() override {
-    for (const std::string& className : action.classNames()) model.group(className);
-    function = &model.add("ENodeBFunction", "managedElementId=1", "oldFunctionId", "1");
-    Instance& cell = model.add("EUtranCellFDD", kFunction, "eUtranCellFDDId", "1");
-    addValue(cell, "sectorCarrierRef", SA_IMM_ATTR_SANAMET, "sectorCarrierId=1,oldFunctionId=1,managedElementId=1");
-    addValue(cell, "userLabel", SA_IMM_ATTR_SASTRINGT, "sectorCarrierId=1,oldFunctionId=1,managedElementId=1");
-    model.add("EUtranCellFDD", "otherFunctionId=2,managedElementId=1", "eUtranCellFDDId", "1");
-    model.add("EUtranCellRelation", std::string("eUtranFreqRelationId=1,") + kCell, "eUtranCellRelationId", "1");
-    Instance& carrier = model.add("SectorCarrier", kFunction, "sectorCarrierId", "1");
-    addValue(carrier, "reservedBy", SA_IMM_ATTR_SASTRINGT, kCell);
-    addValue(carrier, "reservedBy", SA_IMM_ATTR_SASTRINGT, "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1");
-    model.add("PlmnIdentity", kCell, "id", "activePlmnList_0");
-  }
+  bool run() { return model.run(action, "ENodeBFunction", {{"newENodeBFunctionIdName", "eNodeBFunctionId"}}); }
 
-  static void addValue(InstanceIf& instance, const char* name, uint32_t type, const char* value) {
-    AttributeInternalIf* attribute = instance.getAttribute(name);
-    if (attribute == nullptr) instance.addAttribute(name, type, &attribute);
-    attribute->addCopy(value);
-  }
-
-  bool run(const char* newName = "eNodeBFunctionId") {
-    auto args = argumentsOf({{"newENodeBFunctionIdName", newName}});
-    return action.execute(&model, &model.group("ENodeBFunction"), *args);
-  }
-
-  ModelHandler model;
+  ActionModel model;
   RenameENodeBFunctionIdAction action;
-  Instance* function = nullptr;
+  InstanceIf& function = addFunction(model, action);
 };
 
 TEST_F(RenameENodeBFunctionIdActionTest, ListsTheMoClassesThenTheStructClassesOnce) {
-  const std::vector<std::string>& names = action.classNames();
+  const Strings& names = action.classNames();
   ASSERT_EQ(205u, names.size());
   EXPECT_EQ("AnrFunction", names.front());
   EXPECT_EQ("UserProfile", names[RenameENodeBFunctionIdAction::kMoClassCount - 1]);
@@ -62,25 +53,24 @@ TEST_F(RenameENodeBFunctionIdActionTest, ListsTheMoClassesThenTheStructClassesOn
 
 TEST_F(RenameENodeBFunctionIdActionTest, RenamesTheFunctionAndEveryNameOfItsSubtree) {
   EXPECT_TRUE(run());
-  EXPECT_EQ("eNodeBFunctionId=1,managedElementId=1", function->getLdn());
-  EXPECT_EQ(std::vector<std::string>{"1"}, valuesOf(*function, "eNodeBFunctionId"));
-  EXPECT_EQ((std::vector<std::string>{"eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1",
-                                      "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1"}),
+  EXPECT_EQ("eNodeBFunctionId=1,managedElementId=1", function.getLdn());
+  EXPECT_EQ(Strings{"1"}, ActionModel::values(function, "eNodeBFunctionId"));
+  EXPECT_EQ((Strings{"eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1",
+                     "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1"}),
             model.ldns("EUtranCellFDD"));
-  EXPECT_EQ(std::vector<std::string>{"eUtranCellRelationId=1,eUtranFreqRelationId=1,eUtranCellFDDId=1,"
-                                     "eNodeBFunctionId=1,managedElementId=1"},
+  EXPECT_EQ(Strings{"eUtranCellRelationId=1,eUtranFreqRelationId=1,eUtranCellFDDId=1,"
+                    "eNodeBFunctionId=1,managedElementId=1"},
             model.ldns("EUtranCellRelation"));
-  EXPECT_EQ(std::vector<std::string>{"id=activePlmnList_0,eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1"},
+  EXPECT_EQ(Strings{"id=activePlmnList_0,eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1"},
             model.ldns("PlmnIdentity"));
   InstanceIf& carrier = *model.group("SectorCarrier").getFirstInstance();
-  EXPECT_EQ((std::vector<std::string>{"eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1",
-                                      "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1"}),
-            valuesOf(carrier, "reservedBy"));
+  EXPECT_EQ((Strings{"eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1",
+                     "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1"}),
+            ActionModel::values(carrier, "reservedBy"));
   InstanceIf& cell = *model.group("EUtranCellFDD").getFirstInstance();
-  EXPECT_EQ(std::vector<std::string>{"sectorCarrierId=1,eNodeBFunctionId=1,managedElementId=1"},
-            valuesOf(cell, "sectorCarrierRef"));
-  EXPECT_EQ(std::vector<std::string>{"sectorCarrierId=1,oldFunctionId=1,managedElementId=1"},
-            valuesOf(cell, "userLabel"));
+  EXPECT_EQ(Strings{"sectorCarrierId=1,eNodeBFunctionId=1,managedElementId=1"},
+            ActionModel::values(cell, "sectorCarrierRef"));
+  EXPECT_EQ(Strings{"sectorCarrierId=1,oldFunctionId=1,managedElementId=1"}, ActionModel::values(cell, "userLabel"));
   // Lookups by the new names work: the groups follow the renames.
   EXPECT_NE(nullptr,
             model.group("EUtranCellFDD").getInstance("eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1"));
@@ -93,7 +83,7 @@ TEST_F(RenameENodeBFunctionIdActionTest, RenamesTheFunctionAndEveryNameOfItsSubt
   EXPECT_TRUE(
       log.contains("RenameENodeBFunctionIdAction: invalid entry in hard coded list: "
                    "otherFunctionId=2,managedElementId=1"));
-  EXPECT_THAT(model.failures, IsEmpty());
+  EXPECT_EQ(Strings{}, model.failures);
 }
 
 TEST_F(RenameENodeBFunctionIdActionTest, ASecondRunChangesNothing) {
@@ -103,54 +93,42 @@ TEST_F(RenameENodeBFunctionIdActionTest, ASecondRunChangesNothing) {
   EXPECT_TRUE(LogRecorder::installed().contains(
       "RenameENodeBFunctionIdAction: eNodeBFunctionId=1,managedElementId=1 already renamed, nothing to do"));
   EXPECT_FALSE(LogRecorder::installed().containsPart("changed parentName"));
-  EXPECT_EQ("eNodeBFunctionId=1,managedElementId=1", function->getLdn());
+  EXPECT_EQ("eNodeBFunctionId=1,managedElementId=1", function.getLdn());
 }
 
-TEST_F(RenameENodeBFunctionIdActionTest, ARootFunctionIsTheWholeParentName) {
-  Instance& root = model.add("ENodeBFunction", "", "oldFunctionId", "7");
-  model.add("EUtranCellFDD", "oldFunctionId=7", "eUtranCellFDDId", "3");
+TEST_F(RenameENodeBFunctionIdActionTest, ARootFunctionIsTheWholeParentNameParentsWithTheNewNameAreKept) {
+  InstanceIf& root = model.add("ENodeBFunction", "", "7", {}, "oldFunctionId");
+  model.add("EUtranCellFDD", "oldFunctionId=7", "3");
+  model.add("EUtranCellFDD", "eNodeBFunctionId=1,managedElementId=1", "5");
   EXPECT_TRUE(run());
   EXPECT_EQ("eNodeBFunctionId=7", root.getLdn());
   EXPECT_NE(nullptr, model.group("EUtranCellFDD").getInstance("eUtranCellFDDId=3,eNodeBFunctionId=7"));
-}
-
-TEST_F(RenameENodeBFunctionIdActionTest, ParentsAlreadyCarryingTheNewNameAreKept) {
-  model.add("EUtranCellFDD", "eNodeBFunctionId=1,managedElementId=1", "eUtranCellFDDId", "5");
-  EXPECT_TRUE(run());
   EXPECT_TRUE(LogRecorder::installed().contains(
       "RenameENodeBFunctionIdAction: already had the new parentName: eNodeBFunctionId=1,managedElementId=1"));
 }
 
-TEST_F(RenameENodeBFunctionIdActionTest, AMissingMoClassFailsAMissingStructClassIsOnlyReported) {
-  ModelHandler sparse;
-  for (const std::string& className : action.classNames()) {
-    if (className != "SIB3" && className != "SIB7") sparse.group(className);
+TEST(RenameENodeBFunctionIdActionMissingTest, AMissingMoClassFailsAMissingStructClassIsOnlyReported) {
+  RenameENodeBFunctionIdAction action;
+  const struct {
+    const char* missing;
+    bool result;
+  } cases[] = {{"SIB3", true}, {"EUtranCellFDD", false}};
+  for (const auto& c : cases) {
+    ActionModel model;
+    addFunction(model, action, c.missing);
+    EXPECT_EQ(c.result, model.run(action, "ENodeBFunction", {{"newENodeBFunctionIdName", "eNodeBFunctionId"}}));
+    EXPECT_EQ(Strings{std::string("RenameENodeBFunctionIdAction: failed to find InstanceGroup for ") + c.missing},
+              model.failures);
   }
-  sparse.add("ENodeBFunction", "", "oldFunctionId", "1");
-  auto args = argumentsOf({{"newENodeBFunctionIdName", "eNodeBFunctionId"}});
-  EXPECT_TRUE(action.execute(&sparse, &sparse.group("ENodeBFunction"), *args));
-  EXPECT_THAT(sparse.failures, ElementsAre("RenameENodeBFunctionIdAction: failed to find InstanceGroup for SIB3",
-                                           "RenameENodeBFunctionIdAction: failed to find InstanceGroup for SIB7"));
-
-  ModelHandler noCells;
-  for (const std::string& className : action.classNames()) {
-    if (className != "EUtranCellFDD") noCells.group(className);
-  }
-  noCells.add("ENodeBFunction", "", "oldFunctionId", "1");
-  EXPECT_FALSE(action.execute(&noCells, &noCells.group("ENodeBFunction"), *args));
-  EXPECT_THAT(noCells.failures,
-              ElementsAre("RenameENodeBFunctionIdAction: failed to find InstanceGroup for EUtranCellFDD"));
 }
 
 TEST_F(RenameENodeBFunctionIdActionTest, TheNewNameIsRequiredAndNamedInTheMissingGroupReport) {
-  auto none = argumentsOf({});
-  EXPECT_FALSE(action.validateArgs(*none, &model));
-  auto named = argumentsOf({{"newENodeBFunctionIdName", "eNodeBFunctionId"}});
-  EXPECT_FALSE(action.execute(&model, nullptr, *named));
-  EXPECT_THAT(model.failures,
-              ElementsAre("RenameENodeBFunctionIdAction requires attribute newENodeBFunctionIdName",
-                          "Action Failed: renameAttribute: No instance group to operate on. Action arguments: "
-                          "newENodeBFunctionIdName = eNodeBFunctionId"));
+  EXPECT_FALSE(model.validate(action, {}));
+  EXPECT_FALSE(model.runOn(action, nullptr, {{"newENodeBFunctionIdName", "eNodeBFunctionId"}}));
+  EXPECT_EQ((Strings{"RenameENodeBFunctionIdAction requires attribute newENodeBFunctionIdName",
+                     "Action Failed: renameAttribute: No instance group to operate on. Action arguments: "
+                     "newENodeBFunctionIdName = eNodeBFunctionId"}),
+            model.failures);
 }
 
 }  // namespace

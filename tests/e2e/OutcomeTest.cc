@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "NodeBuilder.h"
-#include "SampleSchema.h"
 #include "TempDir.h"
 #include "WholeRun.h"
 
@@ -79,35 +78,11 @@ TEST_F(ThreeSchemaRun, SuccessSignalsTheWrapperAndWritesTheNewModel) {
   }
 }
 
-TEST_F(ThreeSchemaRun, UntouchedClassesAreCopiedUnchanged) {
-  // The second step reads nothing: Radio itself is copied by the platform.
-  node.modificationFile("Radio", "CXC1_R2A", "modification_1_1_0_to_2_0_0.xml",
-                        NodeBuilder::readingModificationFile({}));
-  RunResult result = WholeRun(node).run();
-
-  EXPECT_EQ(0, result.exitStatus) << result.report;
-  EXPECT_EQ((std::vector<std::string>{"radioPortId=1,radioId=1", "radioPortId=2,radioId=1", "radioId=1"}),
-            result.modelDns("Radio"));
-  EXPECT_TRUE(result.logged("Radio: Copy instances to CS."));
-}
-
-TEST_F(ThreeSchemaRun, ClassThatCannotBeReadWithoutActionsIsCopiedInstead) {
-  // The first step only names RadioPort: when reading it fails there is
-  // nothing to apply, and the platform copies the class unchanged.
-  RunResult result = WholeRun(node).faults("ReadInstances@RadioPort=9").run();
-
-  EXPECT_EQ(0, result.exitStatus) << result.report;
-  EXPECT_TRUE(result.logged("Radio: Failed to read instances for RadioPort, error code 9\n"));
-  EXPECT_TRUE(result.logged("Radio: Copy instances to CS."));
-  EXPECT_EQ((std::vector<std::string>{"radioId=1", "radioPortId=1,radioId=1", "radioPortId=2,radioId=1"}),
-            result.modelDns("Radio"));
-}
-
 struct FailureCase {
   const char* name;
   const char* faults;
-  // What the node is changed into before the run.
-  void (*prepare)(NodeBuilder&, const std::string& firstFile);
+  bool failingFirstStep;             // the first file holds an unknown action
+  bool inVersionsFile;               // Radio's versions are listed
   std::vector<std::string> reasons;  // rollback lines after the identity; "@first" is the first file's path
   const char* loggedPart;            // one record holds it
 };
@@ -118,7 +93,13 @@ class FailingSchemaTest : public ThreeSchemaRun, public testing::WithParamInterf
 
 TEST_P(FailingSchemaTest, RollsBackWithItsReasonsWhileTheOthersComplete) {
   const FailureCase& c = GetParam();
-  if (c.prepare != nullptr) c.prepare(node, firstFile);
+  if (c.failingFirstStep) {
+    node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
+                          modifications(mo("RadioPort", moAction("NoSuchAction", ""))));
+  }
+  SchemaSetup radio = sampleSchema("Radio", "1_0_0", "2_0_0");
+  radio.inVersionsFile = c.inVersionsFile;
+  node.add(radio);
   WholeRun run = identifiedRun();
   if (c.faults[0] != '\0') run.faults(c.faults);
   RunResult result = run.run();
@@ -142,130 +123,37 @@ TEST_P(FailingSchemaTest, RollsBackWithItsReasonsWhileTheOthersComplete) {
       << "finalized sessions of a rolled-back run are discarded";
 }
 
-void dropSecondStep(NodeBuilder& node, const std::string&) {
-  node.remove("node/lmhi/Radio/modification_files/CXC1_R2A/modification_1_1_0_to_2_0_0.xml");
-}
-
-void failFirstStep(NodeBuilder& node, const std::string&) {
-  node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
-                        "<modifications><Mo name=\"RadioPort\"><MoAction name=\"NoSuchAction\"/></Mo></modifications>");
-}
-
-void forgetVersions(NodeBuilder& node, const std::string&) {
-  SchemaSetup radio = sampleSchema("Radio", "1_0_0", "2_0_0");
-  radio.inVersionsFile = false;
-  node.add(radio);
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Reasons, FailingSchemaTest,
     testing::Values(
-        FailureCase{"NoConversionPath", "", dropSecondStep, {"Unable to find a conversion path"},
-                    "Radio: Could not calculate Conversion Path between versions from: 1_0_0 and to: 2_0_0"},
-        FailureCase{"FailingModificationFile", "", failFirstStep, {"Failed to process modification file @first"},
+        FailureCase{"FailingModificationFile",
+                    "",
+                    true,
+                    true,
+                    {"Failed to process modification file @first"},
                     "Unsupported action: NoSuchAction"},
-        FailureCase{"UnknownSchemaVersion", "", forgetVersions,
+        FailureCase{"UnknownSchemaVersion",
+                    "",
+                    false,
+                    false,
                     {"Failed to get schema versions for Radio, error 12!",
                      "Could not read schemaVersion for schemaName: \"Radio\"",
                      "Failed to get from and to version for schemaName: \"Radio\""},
                     "Failed to get schema versions for Radio, error 12!"},
-        FailureCase{"FinalizeRefused", "Finalize@Radio=21", nullptr, {}, "Radio: Finalize failed, SaAisErrorT = 21"},
-        FailureCase{"NoLoadModules", "get_lms@Radio=5", nullptr, {"Unable to find a conversion path"},
+        FailureCase{
+            "FinalizeRefused", "Finalize@Radio=21", false, true, {}, "Radio: Finalize failed, SaAisErrorT = 21"},
+        FailureCase{"NoLoadModules",
+                    "get_lms@Radio=5",
+                    false,
+                    true,
+                    {"Unable to find a conversion path"},
                     "Could not get list of modification files from LMHI using tag modification_files, boardType "
                     "Radio, return code was 5"}),
     [](const testing::TestParamInfo<FailureCase>& info) { return std::string(info.param.name); });
 
-TEST_F(ThreeSchemaRun, FailedWriteOrCopyRollsBackYetSignalsTheWrapper) {
-  // A refused write or copy asks for the rollback but does not fail the
-  // schema: its session is still finalized and the wrapper gets its signal.
-  const struct {
-    const char* faults;
-    const char* reason;
-  } cases[] = {
-      {"WriteInstances@Radio=7", "Write instances init failed, SaAisErrorT = 7"},
-      {"CopyInstances@Radio=7", "Copy instances init failed, SaAisErrorT = 7"},
-  };
-  node.modificationFile("Radio", "CXC1_R2A", "modification_1_1_0_to_2_0_0.xml",
-                        NodeBuilder::readingModificationFile({}));
-  for (const auto& c : cases) {
-    RunResult result = identifiedRun().faults(c.faults).run();
-    EXPECT_EQ(0, result.exitStatus) << c.faults << "\n" << result.report;
-    EXPECT_EQ(std::vector<std::string>{failure(c.reason)}, result.rollback) << c.faults;
-    expectNoModels(result);
-    EXPECT_TRUE(result.logged("Radio: UPGRADE IS DONE")) << c.faults;
-    EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "Radio.xml", "Transport.xml"}), result.discardedFiles())
-        << c.faults;
-  }
-}
-
-TEST_F(ThreeSchemaRun, SessionThatCannotBeOpenedEndsInAnAbort) {
-  // Without a session the rollback request has no valid handle: the
-  // platform answers "bad handle", and the program aborts.
-  RunResult result = identifiedRun().faults("Initialize=2").run();
-
-  EXPECT_EQ(3, result.exitStatus) << result.report;
-  EXPECT_EQ(0u, result.report.find("Outcome: crash, the upgrader was ended by signal 6 (SIGABRT)\n"))
-      << result.report;
-  EXPECT_LE(1u, result.loggedParts(": Failed to init upgrade, error 2, handle value 0."));
-  EXPECT_LE(1u, result.loggedParts(failure("Could not init ICTI session for schemaName: ")));
-  EXPECT_LE(1u, result.loggedParts(": Failed to trigger rollback. Error: 9, handle value: 0."));
-  EXPECT_LE(1u, result.loggedParts(": The program will be aborted."));
-  EXPECT_TRUE(result.rollback.empty()) << "the platform refused every rollback request";
-}
-
-TEST_F(ThreeSchemaRun, UnsetIdentityShowsAsNullInTheFailureText) {
-  dropSecondStep(node, firstFile);
-  RunResult result = WholeRun(node).env("WMT_NAME").env("WMT_NO").env("WMT_REV").env("WPK_REV").run();
-
-  EXPECT_EQ(1, result.exitStatus);
-  ASSERT_FALSE(result.rollback.empty());
-  EXPECT_EQ("UPGRADE FAIL: Application identity: wmtName = (null), wmtNumber = (null), wmtRevision = (null), "
-            "wpkRevision = (null). Unable to find a conversion path",
-            result.rollback[0]);
-  EXPECT_TRUE(result.logged("Starting upgrader: ( null ), for schemas: Equipment Radio Transport "));
-}
-
-TEST_F(ThreeSchemaRun, LoadModuleLookupFailureOfASchemaThatKeepsItsVersionIsHarmless) {
-  node.modificationFile("Transport", "CXC2_R1A", "modification_3_0_0_to_3_1_0.xml",
-                        NodeBuilder::readingModificationFile({"Transport"}));
-  RunResult result = WholeRun(node).faults("get_lms@Transport=5").run();
-
-  EXPECT_EQ(0, result.exitStatus) << result.report;
-  EXPECT_TRUE(result.logged("Could not get list of modification files from LMHI using tag modification_files, "
-                            "boardType Transport, return code was 5"));
-  EXPECT_TRUE(result.logged("Found 2 modification files through LMHI using tag Radio"));
-  EXPECT_TRUE(result.logged("Transport: UPGRADE IS DONE"));
-}
-
-TEST_F(ThreeSchemaRun, RestartTypeDecidesWhetherAnythingIsConverted) {
-  const struct {
-    const char* name;
-    std::vector<const char*> env;  // after the wrapper's RESTART_TYPE=UPGRADE
-    bool upgrades;
-  } cases[] = {
-      {"upgrade", {}, true},
-      {"warm", {"RESTART_TYPE=WARM"}, false},
-      {"lower-case upgrade", {"RESTART_TYPE=upgrade"}, false},
-      {"unset", {"RESTART_TYPE"}, false},
-      {"dynamic upgrade alone", {"RESTART_TYPE", "RESTART_TYPE_3=DYNAMIC_UPGRADE"}, true},
-      {"dynamic upgrade beside warm", {"RESTART_TYPE=WARM", "RESTART_TYPE_3=DYNAMIC_UPGRADE"}, true},
-      {"upgrade beside another third type", {"RESTART_TYPE_3=WARM"}, true},
-  };
-  for (const auto& c : cases) {
-    WholeRun run(node);
-    for (const char* setting : c.env) run.env(setting);
-    RunResult result = run.run();
-    EXPECT_EQ(0, result.exitStatus) << c.name << "\n" << result.report;
-    EXPECT_EQ(c.upgrades ? 3u : 0u, result.loggedParts(": Starting upgrade.")) << c.name;
-    EXPECT_EQ(c.upgrades ? 0u : 3u, result.loggedParts(": Non-upgrade restart, nothing to do.")) << c.name;
-    EXPECT_EQ(3u, result.loggedParts(": UPGRADE IS DONE")) << c.name;
-    EXPECT_EQ(c.upgrades, !result.modelFiles().empty()) << c.name;
-  }
-}
-
 TEST_F(ThreeSchemaRun, NonUpgradeRestartOpensNoSession) {
   // Every session open would be refused: a run that tried one would fail.
-  RunResult result = WholeRun(node).restartType("WARM").faults("Initialize=2").run();
+  RunResult result = WholeRun(node).env("RESTART_TYPE=WARM").faults("Initialize=2").run();
 
   EXPECT_EQ(0, result.exitStatus) << result.report;
   EXPECT_TRUE(result.logged("Radio: Non-upgrade restart, nothing to do."));

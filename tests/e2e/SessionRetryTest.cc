@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "NodeBuilder.h"
-#include "SampleSchema.h"
 #include "TempDir.h"
 #include "WholeRun.h"
 

@@ -14,33 +14,78 @@ namespace fs = std::filesystem;
 const char* kNewSchemaVersion = "0_0_0";
 
 std::string escaped(const std::string& text) {
+  static const std::pair<char, const char*> kEntities[] = {
+      {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};
   std::string out;
   for (char c : text) {
-    switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      default: out += c;
-    }
+    auto entity = std::find_if(std::begin(kEntities), std::end(kEntities), [c](const auto& e) { return e.first == c; });
+    out += entity != std::end(kEntities) ? std::string(entity->second) : std::string(1, c);
   }
   return out;
 }
 
 void attributeDefinition(std::ostream& out, const char* element, const std::string& name, const std::string& type,
-                         const std::string& category, const std::vector<const char*>& flags) {
-  out << "    <" << element << "><name>" << name << "</name><type>" << type << "</type><category>" << category
-      << "</category>";
-  for (const char* flag : flags) out << "<flag>" << flag << "</flag>";
-  out << "</" << element << ">\n";
+                         bool multiValue) {
+  out << "    <" << element << "><name>" << name << "</name><type>" << type << "</type><category>SA_CONFIG</category>"
+      << (element == std::string("rdn") ? "<flag>SA_INITIALIZED</flag>" : "<flag>SA_WRITABLE</flag>")
+      << (multiValue ? "<flag>SA_MULTI_VALUE</flag>" : "") << "</" << element << ">\n";
+}
+
+// The text of IMM XML holding `classes` and then `objects`.
+std::string immXml(const std::vector<ImmClass>& classes, const std::vector<ImmObject>& objects) {
+  std::ostringstream out;
+  for (const ImmClass& cls : classes) {
+    out << "  <class name=\"" << cls.name << "\">\n    <category>SA_CONFIG</category>\n";
+    attributeDefinition(out, "rdn", cls.rdnName(), "SA_STRING_T", false);
+    for (const ImmAttr& attr : cls.attrs) attributeDefinition(out, "attr", attr.name, attr.type, attr.multiValue);
+    out << "  </class>\n";
+  }
+  for (const ImmObject& object : objects) {
+    out << "  <object class=\"" << object.className << "\">\n    <dn>" << escaped(object.dn) << "</dn>\n";
+    for (const auto& [name, values] : object.attrs) {
+      out << "    <attr><name>" << name << "</name>";
+      for (const std::string& value : values) out << "<value>" << escaped(value) << "</value>";
+      out << "</attr>\n";
+    }
+    out << "  </object>\n";
+  }
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\">\n" +
+         out.str() + "</imm:IMM-contents>\n";
 }
 
 }  // namespace
 
 std::string ImmClass::rdnName() const {
-  std::string rdn = name;
-  if (!rdn.empty()) rdn[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(rdn[0])));
-  return rdn + "Id";
+  if (!rdn.empty()) return rdn;
+  std::string derived = name;
+  if (!derived.empty()) derived[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(derived[0])));
+  return derived + "Id";
+}
+
+std::vector<ImmAttr> immAttrs(const std::string& text) {
+  std::vector<ImmAttr> attrs;
+  std::istringstream words(text);
+  for (std::string word; words >> word;) {
+    const size_t colon = word.find(':');
+    const bool multiValue = word.back() == '*';
+    attrs.push_back({word.substr(0, colon), word.substr(colon + 1, word.size() - colon - 1 - multiValue), multiValue});
+  }
+  return attrs;
+}
+
+SchemaSetup sampleSchema(const std::string& name, const std::string& from, const std::string& to) {
+  ImmClass root{name, {{"userLabel", "SA_STRING_T"}}};
+  ImmClass port{name + "Port", {{"mtu", "SA_UINT32_T"}, {"weight", "SA_INT64_T"}, {"tags", "SA_STRING_T", true}}};
+  SchemaSetup schema{name, from, to, {root, port}, {}};
+  if (from == kNewSchemaVersion) return schema;
+  const std::string rootDn = root.rdnName() + "=1";
+  schema.oldObjects = {
+      {root.name, rootDn, {{"userLabel", {"root of " + name}}}},
+      {port.name, port.rdnName() + "=1," + rootDn, {{"mtu", {"1500"}}, {"weight", {"-7"}}, {"tags", {"a", "b"}}}},
+      {port.name, port.rdnName() + "=2," + rootDn, {{"mtu", {"9000"}}, {"weight", {"12345678901"}}}},
+  };
+  return schema;
 }
 
 NodeBuilder::NodeBuilder(std::string root) : root_(std::move(root)) { writeListings(); }
@@ -54,7 +99,7 @@ NodeBuilder& NodeBuilder::add(const SchemaSetup& schema) {
     schemas_.push_back(schema);
   }
   writeListings();
-  const std::string classes = immXml(schema.classes, {});
+  const std::string classes = immXml(schema.newClasses.empty() ? schema.classes : schema.newClasses, {});
   write("package/share/models/" + schema.name + "/imm/" + schema.name + "_imm_classes.xml", classes);
   write("node/imm/new/" + schema.name + ".xml", classes);
   if (schema.from != kNewSchemaVersion) {
@@ -63,16 +108,9 @@ NodeBuilder& NodeBuilder::add(const SchemaSetup& schema) {
   return *this;
 }
 
-NodeBuilder& NodeBuilder::addXml(const std::string& name, const std::string& from, const std::string& to,
-                                 const std::string& oldModel, const std::string& newClasses) {
-  SchemaSetup listing;
-  listing.name = name;
-  listing.from = from;
-  listing.to = to;
-  add(listing);
-  write("package/share/models/" + name + "/imm/" + name + "_imm_classes.xml", newClasses);
-  write("node/imm/new/" + name + ".xml", newClasses);
-  if (from != kNewSchemaVersion) write("node/imm/old/" + name + ".xml", oldModel);
+NodeBuilder& NodeBuilder::addXml(const SchemaSetup& schema, const std::string& oldModel) {
+  add(schema);
+  write("node/imm/old/" + schema.name + ".xml", oldModel);
   return *this;
 }
 
@@ -89,43 +127,27 @@ NodeBuilder& NodeBuilder::remove(const std::string& relative) {
 }
 
 std::string NodeBuilder::readingModificationFile(const std::vector<std::string>& classNames) {
-  std::ostringstream out;
-  out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<modifications>\n";
-  for (const std::string& name : classNames) out << "  <Mo name=\"" << escaped(name) << "\"/>\n";
-  out << "</modifications>\n";
-  return out.str();
+  std::string mos;
+  for (const std::string& name : classNames) mos += mo(name, "");
+  return modifications(mos);
 }
 
-std::string NodeBuilder::immDocument(const std::string& body) {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\">\n" +
-         body + "</imm:IMM-contents>\n";
+std::string modifications(const std::string& mos) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<modifications>\n" + mos + "</modifications>\n";
 }
 
-std::string NodeBuilder::immXml(const std::vector<ImmClass>& classes, const std::vector<ImmObject>& objects) {
-  std::ostringstream out;
-  for (const ImmClass& cls : classes) {
-    const bool runtime = cls.category == "SA_RUNTIME";
-    out << "  <class name=\"" << cls.name << "\">\n    <category>" << cls.category << "</category>\n";
-    attributeDefinition(out, "rdn", cls.rdnName(), "SA_STRING_T", cls.category,
-                        {runtime ? "SA_PERSISTENT" : "SA_INITIALIZED"});
-    for (const ImmAttr& attr : cls.attrs) {
-      std::vector<const char*> flags = {runtime ? "SA_PERSISTENT" : "SA_WRITABLE"};
-      if (attr.multiValue) flags.push_back("SA_MULTI_VALUE");
-      attributeDefinition(out, "attr", attr.name, attr.type, cls.category, flags);
-    }
-    out << "  </class>\n";
+std::string mo(const std::string& className, const std::string& actions) {
+  return "  <Mo name=\"" + escaped(className) + "\">" + actions + "</Mo>\n";
+}
+
+std::string moAction(const std::string& name, const std::string& args, const std::string& operation) {
+  std::string xml = "<MoAction name=\"" + escaped(name) + "\">";
+  std::istringstream pairs(args);
+  for (std::string pair; pairs >> pair;) {
+    const size_t equals = pair.find('=');
+    xml += "<Arg name=\"" + pair.substr(0, equals) + "\" value=\"" + escaped(pair.substr(equals + 1)) + "\"/>";
   }
-  for (const ImmObject& object : objects) {
-    out << "  <object class=\"" << object.className << "\">\n    <dn>" << escaped(object.dn) << "</dn>\n";
-    for (const auto& attr : object.attrs) {
-      out << "    <attr><name>" << attr.first << "</name>";
-      for (const std::string& value : attr.second) out << "<value>" << escaped(value) << "</value>";
-      out << "</attr>\n";
-    }
-    out << "  </object>\n";
-  }
-  return immDocument(out.str());
+  return xml + (operation.empty() ? "" : "<Operation " + operation + "/>") + "</MoAction>";
 }
 
 void NodeBuilder::write(const std::string& relative, const std::string& content) const {

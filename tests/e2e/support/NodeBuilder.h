@@ -26,18 +26,21 @@ struct ImmAttr {
   bool multiValue = false;
 };
 
+// Attributes written "name:TYPE name:TYPE* ..."; '*' marks a multi-valued one.
+std::vector<ImmAttr> immAttrs(const std::string& text);
+
 struct ImmClass {
   std::string name;
   std::vector<ImmAttr> attrs;
-  std::string category = "SA_CONFIG";  // or SA_RUNTIME
+  std::string rdn = "";  // the naming attribute; empty: rdnName()
 
-  // The naming attribute: the class name with its first letter lower-cased, then "Id".
+  // The naming attribute: `rdn`, else the class name with its first letter lower-cased, then "Id".
   std::string rdnName() const;
 };
 
 struct ImmObject {
   std::string className;
-  std::string dn;  // its first RDN names the object
+  std::string dn;                                                       // its first RDN names the object
   std::vector<std::pair<std::string, std::vector<std::string>>> attrs;  // name, values
 };
 
@@ -46,11 +49,30 @@ struct SchemaSetup {
   std::string from;  // "0_0_0": a new schema, absent from the old model
   std::string to;
   // The classes of the schema: the package's class file and the node's new
-  // definitions, and, unless the schema is new, the old model's.
+  // definitions (unless newClasses are given), and, unless the schema is new,
+  // the old model's.
   std::vector<ImmClass> classes;
-  std::vector<ImmObject> oldObjects;
+  std::vector<ImmObject> oldObjects = {};
   bool inVersionsFile = true;
+  std::vector<ImmClass> newClasses = {};
 };
+
+// A small schema for runs that do not care about its classes: a root class
+// named after the schema and a child class "<name>Port" with attributes of
+// several types, a multi-valued one among them. Old objects (unless the schema
+// is new, from "0_0_0"), with <root> "<name with lower-case first letter>Id"
+// and <port> the same for "<name>Port":
+//   <root>=1               userLabel "root of <name>"
+//   <port>=1,<root>=1      mtu 1500, weight -7, tags "a", "b"
+//   <port>=2,<root>=1      mtu 9000, weight 12345678901
+SchemaSetup sampleSchema(const std::string& name, const std::string& from, const std::string& to);
+
+// A modification file holding `mos`, e.g. mo("Foo", moAction("RemoveAttributeAction", "name=a")).
+std::string modifications(const std::string& mos);
+std::string mo(const std::string& className, const std::string& actions);
+// A MoAction with Arg elements from `args` ("name=value ..."), and an
+// Operation element with the attributes `operation` (none when empty).
+std::string moAction(const std::string& name, const std::string& args, const std::string& operation = "");
 
 class NodeBuilder {
  public:
@@ -65,24 +87,18 @@ class NodeBuilder {
   // its class files and old model. A schema added again replaces the first
   // (its files not rewritten are left as they are).
   NodeBuilder& add(const SchemaSetup& schema);
-  // As add(), with the old model (class definitions and objects) and the new
-  // class definitions given as IMM XML texts (see immDocument).
-  NodeBuilder& addXml(const std::string& name, const std::string& from, const std::string& to,
-                      const std::string& oldModel, const std::string& newClasses);
+  // As add(), with the old model given as an IMM XML text (e.g. a model a run wrote).
+  NodeBuilder& addXml(const SchemaSetup& schema, const std::string& oldModel);
   // Delivers `content` as file `fileName` of load module `loadModule` of the
   // schema's board type; returns the file's path.
-  std::string modificationFile(const std::string& schema, const std::string& loadModule,
-                               const std::string& fileName, const std::string& content);
+  std::string modificationFile(const std::string& schema, const std::string& loadModule, const std::string& fileName,
+                               const std::string& content);
   // Removes a file below the root (e.g. "package/appdata/voskOamUpgradeModLm.xml").
   NodeBuilder& remove(const std::string& relative);
 
   // A modification file with one Mo element per class and no actions: each
   // class is read from the old model and written back from memory.
   static std::string readingModificationFile(const std::vector<std::string>& classNames);
-  // An IMM XML document around `body` (class and object elements).
-  static std::string immDocument(const std::string& body);
-  // The text of IMM XML holding `classes` and then `objects`.
-  static std::string immXml(const std::vector<ImmClass>& classes, const std::vector<ImmObject>& objects);
 
  private:
   void write(const std::string& relative, const std::string& content) const;

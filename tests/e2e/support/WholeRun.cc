@@ -1,6 +1,8 @@
 #include "WholeRun.h"
 
 #include <fcntl.h>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -70,10 +72,44 @@ std::vector<std::string> elementTexts(const std::string& xml, const std::string&
   return texts;
 }
 
-std::string formatSeconds(double seconds) {
-  std::ostringstream text;
-  text << seconds;
-  return text.str();
+std::vector<xmlNode*> children(xmlNode* parent, const char* name) {
+  std::vector<xmlNode*> found;
+  for (xmlNode* node = parent->children; node != nullptr; node = node->next) {
+    if (node->type == XML_ELEMENT_NODE && xmlStrcmp(node->name, reinterpret_cast<const xmlChar*>(name)) == 0) {
+      found.push_back(node);
+    }
+  }
+  return found;
+}
+
+std::string text(xmlNode* node) {
+  xmlChar* content = xmlNodeGetContent(node);
+  std::string result = content != nullptr ? reinterpret_cast<const char*>(content) : "";
+  xmlFree(content);
+  return result;
+}
+
+std::string firstText(xmlNode* parent, const char* name) {
+  std::vector<xmlNode*> found = children(parent, name);
+  return found.empty() ? "" : text(found[0]);
+}
+
+ModelObjects readModelObjects(const std::string& path) {
+  ModelObjects objects;
+  xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+  if (doc == nullptr) return objects;
+  for (xmlNode* node : children(xmlDocGetRootElement(doc), "object")) {
+    xmlChar* className = xmlGetProp(node, reinterpret_cast<const xmlChar*>("class"));
+    ModelObject& object = objects[firstText(node, "dn")];
+    object.className = className != nullptr ? reinterpret_cast<const char*>(className) : "";
+    xmlFree(className);
+    for (xmlNode* attr : children(node, "attr")) {
+      std::vector<std::string>& values = object.attrs[firstText(attr, "name")];
+      for (xmlNode* value : children(attr, "value")) values.push_back(text(value));
+    }
+  }
+  xmlFreeDoc(doc);
+  return objects;
 }
 
 }  // namespace
@@ -81,16 +117,21 @@ std::string formatSeconds(double seconds) {
 bool RunResult::logged(const std::string& text) const { return std::find(log.begin(), log.end(), text) != log.end(); }
 
 size_t RunResult::loggedParts(const std::string& part) const {
-  return std::count_if(log.begin(), log.end(), [&](const std::string& text) { return text.find(part) != std::string::npos; });
+  return std::count_if(log.begin(), log.end(),
+                       [&](const std::string& text) { return text.find(part) != std::string::npos; });
 }
 
 std::vector<std::string> RunResult::modelFiles() const { return fileNames(outPath + "/model"); }
 
 std::vector<std::string> RunResult::discardedFiles() const { return fileNames(outPath + "/discarded"); }
 
-std::string RunResult::model(const std::string& schema) const { return readFile(outPath + "/model/" + schema + ".xml"); }
+std::string RunResult::model(const std::string& schema) const {
+  return readFile(outPath + "/model/" + schema + ".xml");
+}
 
-std::vector<std::string> RunResult::modelDns(const std::string& schema) const { return elementTexts(model(schema), "dn"); }
+std::vector<std::string> RunResult::modelDns(const std::string& schema) const {
+  return elementTexts(model(schema), "dn");
+}
 
 ModelObjects RunResult::objects(const std::string& schema) const {
   return readModelObjects(outPath + "/model/" + schema + ".xml");
@@ -118,11 +159,6 @@ WholeRun& WholeRun::env(const std::string& setting) {
   return *this;
 }
 
-WholeRun& WholeRun::restartType(const std::string& type) {
-  options_.insert(options_.end(), {"--restart-type", type});
-  return *this;
-}
-
 WholeRun& WholeRun::args(const std::string& arguments) {
   options_.insert(options_.end(), {"--args", arguments});
   return *this;
@@ -133,27 +169,16 @@ WholeRun& WholeRun::withoutPackage() {
   return *this;
 }
 
-WholeRun& WholeRun::timeoutSeconds(double seconds) {
-  timeoutSeconds_ = seconds;
-  return *this;
-}
-
-std::vector<std::string> WholeRun::commandLine() const {
-  std::vector<std::string> line = {"--node", node_.nodePath(), "--program", UPGRADER_BINARY, "--timeout",
-                                   formatSeconds(timeoutSeconds_)};
-  if (withPackage_) line.insert(line.end(), {"--package", node_.packagePath()});
-  line.insert(line.end(), options_.begin(), options_.end());
-  return line;
-}
-
 RunResult WholeRun::run() const {
   RunResult result;
   result.outPath = node_.outPath();
   const std::string reportPath = node_.root() + "/wrapper.out";
   const std::string errorsPath = node_.root() + "/wrapper.err";
 
-  std::vector<std::string> texts = {WRAPPER_BINARY};
-  for (const std::string& option : commandLine()) texts.push_back(option);
+  std::vector<std::string> texts = {WRAPPER_BINARY, "--node", node_.nodePath(), "--program", UPGRADER_BINARY,
+                                    "--timeout",    "30"};
+  if (withPackage_) texts.insert(texts.end(), {"--package", node_.packagePath()});
+  texts.insert(texts.end(), options_.begin(), options_.end());
   std::vector<char*> argv;
   for (std::string& text : texts) argv.push_back(text.data());
   argv.push_back(nullptr);

@@ -11,20 +11,27 @@
 #ifndef VOSK_TESTS_E2E_WHOLE_RUN_H
 #define VOSK_TESTS_E2E_WHOLE_RUN_H
 
+#include <map>
 #include <string>
 #include <vector>
 
-#include "ModelObjects.h"
 #include "NodeBuilder.h"
 
 namespace e2e {
 
+// An object of a model file: its class and attribute name -> values, in file order.
+struct ModelObject {
+  std::string className;
+  std::map<std::string, std::vector<std::string>> attrs;
+};
+using ModelObjects = std::map<std::string, ModelObject>;  // by dn
+
 struct RunResult {
-  int exitStatus = -1;  // the wrapper's; -1 when it did not exit normally
-  std::string report;   // the wrapper's standard output
-  std::string errors;   // standard error of the wrapper and the upgrader
-  std::vector<std::string> rollback;  // lines of <out>/rollback
-  std::vector<std::string> log;       // texts of the persistent-log records, oldest first
+  int exitStatus = -1;                      // the wrapper's; -1 when it did not exit normally
+  std::string report;                       // the wrapper's standard output
+  std::string errors;                       // standard error of the wrapper and the upgrader
+  std::vector<std::string> rollback;        // lines of <out>/rollback
+  std::vector<std::string> log;             // texts of the persistent-log records, oldest first
   std::vector<std::string> platformErrors;  // lines of <out>/platform-errors.log: refused platform calls
   std::string outPath;
 
@@ -39,7 +46,7 @@ struct RunResult {
   std::string model(const std::string& schema) const;
   // The dns of the objects in <out>/model/<schema>.xml, in file order.
   std::vector<std::string> modelDns(const std::string& schema) const;
-  // The objects of <out>/model/<schema>.xml by dn; empty when absent.
+  // The objects of <out>/model/<schema>.xml by dn; empty when absent or not XML.
   ModelObjects objects(const std::string& schema) const;
   // The rollback lines as one text, one line each.
   std::string rollbackText() const;
@@ -55,22 +62,16 @@ class WholeRun {
   WholeRun& faults(const std::string& items);
   // NAME=VALUE sets, NAME alone removes a variable of the upgrader's environment.
   WholeRun& env(const std::string& setting);
-  WholeRun& restartType(const std::string& type);
   // The upgrader's arguments instead of the socket path (see --args).
   WholeRun& args(const std::string& arguments);
   // Starts the upgrader without WPK_PATH.
   WholeRun& withoutPackage();
-  WholeRun& timeoutSeconds(double seconds);
-
-  // The wrapper's command line, without the program name.
-  std::vector<std::string> commandLine() const;
   RunResult run() const;
 
  private:
   const NodeBuilder& node_;
   std::vector<std::string> options_;
   bool withPackage_ = true;
-  double timeoutSeconds_ = 30;
 };
 
 }  // namespace e2e

@@ -1,0 +1,179 @@
+// An in-memory model for the action tests: real instance groups served by an
+// ICTI handler that records failure reports instead of rolling back, with
+// builders for instances and arguments and a way to run an action.
+
+#ifndef VOSK_TESTS_ACTIONS_ACTION_MODEL_H
+#define VOSK_TESTS_ACTIONS_ACTION_MODEL_H
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <map>
+#include <memory>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "icti/IctiHandlerIf.h"
+#include "icti/Instance.h"
+#include "icti/InstanceGroup.h"
+#include "xml/ActionArguments.h"
+#include "xml/OperationArgument.h"
+#include "xml/UpgradeActionIf.h"
+
+using Strings = std::vector<std::string>;
+using Args = std::vector<std::pair<std::string, std::string>>;
+// The attributes of one `Operation` element, by name.
+using Op = std::map<std::string, std::string>;
+
+// Arguments written "name=value ..."; a value holds no space.
+inline Args argsOf(const std::string& text) {
+  Args args;
+  std::istringstream pairs(text);
+  for (std::string pair; pairs >> pair;)
+    args.emplace_back(pair.substr(0, pair.find('=')), pair.substr(pair.find('=') + 1));
+  return args;
+}
+
+// An operation written as the attributes of its element: R"(operator="+" value="1")".
+inline Op op(const std::string& attributes) {
+  static const std::regex kAttribute(R"re((\w+)="([^"]*)")re");
+  Op fields;
+  for (std::sregex_iterator it(attributes.begin(), attributes.end(), kAttribute), end; it != end; ++it) {
+    fields[(*it)[1]] = (*it)[2];
+  }
+  return fields;
+}
+
+struct Attr {
+  std::string name;
+  uint32_t type;
+  Strings values;
+};
+
+class ActionModel : public IctiHandlerIf {
+ public:
+  InstanceGroupIf* getInstanceGroup(const std::string& className, const std::string& prefix = "",
+                                    bool usePrefix = false) override {
+    lastPrefix = usePrefix ? prefix : "<own>";
+    auto found = groups_.find(className);
+    return found == groups_.end() ? nullptr : found->second.get();
+  }
+  InstanceIf* getTheOnlyInstance(const std::string& className, const std::string& prefix) override {
+    InstanceGroupIf* group = getInstanceGroup(className, prefix);
+    return group == nullptr || group->getNumberOfInstances() != 1 ? nullptr : group->getFirstInstance();
+  }
+  InstanceGroupIf* addInstanceGroup(const std::string& className) override {
+    return has(className) ? nullptr : &group(className);
+  }
+  bool removeInstanceGroup(const std::string& className) override { return groups_.erase(className) != 0; }
+  // The class is the first RDN's attribute without "Id", first letter upper-cased.
+  InstanceGroupIf* getInstanceGroupForLdn(const std::string& ldn) override {
+    std::string className = ldn.substr(0, std::min(ldn.find(','), ldn.find("Id=")));
+    if (!className.empty()) className[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(className[0])));
+    return getInstanceGroup(className);
+  }
+  void failUpgrade(const char* message) override { failures.push_back(message); }
+  bool isAlive() override { return true; }
+
+  // The group of the class, created empty on first use.
+  InstanceGroup& group(const std::string& className) {
+    std::unique_ptr<InstanceGroup>& slot = groups_[className];
+    if (!slot) slot = std::make_unique<InstanceGroup>("", className);
+    return *slot;
+  }
+  bool has(const std::string& className) const { return groups_.count(className) != 0; }
+
+  // "<rdnAttribute>=<rdnId>" below `parent`; the RDN attribute defaults to the class's ("Foo" gives "fooId").
+  InstanceIf& add(const std::string& className, const std::string& parent, const std::string& rdnId,
+                  const std::vector<Attr>& attributes = {}, std::string rdnAttribute = "") {
+    if (rdnAttribute.empty()) rdnAttribute = Instance::moClassRdnAttribute(className);
+    auto* instance = new Instance(parent, rdnAttribute, rdnId, className);
+    group(className).addInstance(instance);
+    for (const Attr& attr : attributes) set(*instance, attr.name, attr.type, attr.values);
+    return *instance;
+  }
+  // Sets (or adds) the attribute to exactly `values`.
+  static void set(InstanceIf& instance, const std::string& name, uint32_t type, const Strings& values) {
+    instance.eraseAttribute(name);
+    AttributeInternalIf* attribute = nullptr;
+    instance.addAttribute(name, type, &attribute);
+    for (const std::string& value : values) attribute->addCopy(value.c_str());
+  }
+  // The values as texts; {"<absent>"} without the attribute.
+  static Strings values(const InstanceIf& instance, const std::string& name) {
+    AttributeInternalIf* attribute = instance.getAttribute(name);
+    if (attribute == nullptr) return {"<absent>"};
+    Strings texts;
+    for (uint32_t i = 0; i < attribute->getNumberOfValues(); ++i) texts.push_back(attribute->readValueAtIndex(i));
+    return texts;
+  }
+  // The distinguished names of the class's instances, in group order.
+  Strings ldns(const std::string& className) {
+    Strings result;
+    for (InstanceIf* instance : group(className).getInstances()) result.push_back(instance->getLdn());
+    return result;
+  }
+
+  // Runs the action on the class's group (null when the model lacks it).
+  bool run(UpgradeActionIf& action, const std::string& className, const Args& args, const std::vector<Op>& ops = {}) {
+    auto found = groups_.find(className);
+    return runOn(action, found == groups_.end() ? nullptr : found->second.get(), args, ops);
+  }
+  bool runOn(UpgradeActionIf& action, InstanceGroupIf* group, const Args& args, const std::vector<Op>& ops = {}) {
+    std::unique_ptr<ActionArguments> arguments = argumentsOf(args, ops);
+    return action.execute(this, group, *arguments);
+  }
+  bool validate(UpgradeActionIf& action, const Args& args, const std::vector<Op>& ops = {}) {
+    std::unique_ptr<ActionArguments> arguments = argumentsOf(args, ops);
+    return action.validateArgs(*arguments, this);
+  }
+
+  static std::unique_ptr<ActionArguments> argumentsOf(const Args& args, const std::vector<Op>& ops = {}) {
+    auto arguments = std::make_unique<ActionArguments>();
+    for (const auto& [name, value] : args) arguments->addArgument(name, value);
+    for (const Op& fields : ops) {
+      auto* operation = new OperationArgument();
+      for (const auto& [field, text] : fields) setField(*operation, field, text.c_str());
+      arguments->addOperation(operation);
+    }
+    return arguments;
+  }
+
+  Strings failures;
+  std::string lastPrefix;
+
+ private:
+  static void setField(OperationArgument& op, const std::string& field, const char* text) {
+    using Setter = void (OperationArgument::*)(const char*);
+    static const std::map<std::string, Setter> setters = {
+        {"rangeStart", &OperationArgument::setRangeStart},
+        {"rangeEnd", &OperationArgument::setRangeEnd},
+        {"operator", &OperationArgument::setOperator},
+        {"value", &OperationArgument::setValue},
+        {"valueFromAttr", &OperationArgument::setValueFromAttr},
+        {"valueFromInstance", &OperationArgument::setValueFromInstance},
+        {"structType", &OperationArgument::setStructType},
+        {"valueFromMoTypeAnyInstance", &OperationArgument::setValueFromMoTypeAnyInstance},
+        {"valueFromTypeRefOnlyInstance", &OperationArgument::setValueFromTypeRefOnlyInstance},
+        {"valueFromParentInstance", &OperationArgument::setValueFromParentInstance},
+        {"valueFromBitmapStringAttr", &OperationArgument::setValueFromBitmapStringAttr},
+        {"valueFromInstanceReferencedBy", &OperationArgument::setValueFromInstanceReferencedBy},
+        {"valueFromImmNamespace", &OperationArgument::setValueFromImmNamespace},
+        {"valueFromSingleAttr", &OperationArgument::setValueFromSingleAttr},
+        {"valueFromMoTypeAnyChildInstance", &OperationArgument::setValueFromMoTypeAnyChildInstance},
+    };
+    auto found = setters.find(field);
+    if (found == setters.end()) {
+      ADD_FAILURE() << "unknown operation field " << field;
+      return;
+    }
+    (op.*(found->second))(text);
+  }
+
+  std::map<std::string, std::unique_ptr<InstanceGroup>> groups_;
+};
+
+#endif

@@ -1,0 +1,165 @@
+// The array actions: adding and removing elements of multi-valued attributes.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "ActionModel.h"
+#include "LogRecorder.h"
+#include "actions/AddArrayElementAction.h"
+#include "actions/RemoveArrayElementAction.h"
+#include "safcImmCt.h"
+
+namespace {
+
+TEST(AddArrayElementActionTest, AddsTheValuesWhereAsked) {
+  const struct {
+    const char* args;
+    std::vector<Op> operations;
+    Strings after;
+  } cases[] = {
+      {"elementValue=3", {}, {"1", "2", "3"}},
+      {"elementValue=0 index=0", {}, {"0", "1", "2"}},
+      {"elementValue=5 index=1", {}, {"1", "5", "2"}},
+      {"elementValue=5 index=7", {}, {"1", "2", "5"}},
+      {"index=1", {op(R"(operator="=" valueFromAttr="more")")}, {"1", "8", "9", "2"}},
+      {"", {op(R"(operator="=" value="4")"), op(R"(operator="=" valueFromSingleAttr="more")")}, {"1", "2", "4", "8"}},
+      {"elementValue=3 rdnValue=2", {}, {"1", "2"}}};
+  AddArrayElementAction action;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.args);
+    ActionModel model;
+    InstanceIf& cell = model.add(
+        "Cell", "", "1", {{"list", SA_IMM_ATTR_SAINT32T, {"1", "2"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9"}}});
+    EXPECT_TRUE(model.run(action, "Cell", argsOf(std::string("name=list ") + c.args), c.operations));
+    EXPECT_EQ(c.after, ActionModel::values(cell, "list"));
+  }
+  EXPECT_EQ(1u, LogRecorder::installed().count("Filter does not apply"));
+}
+
+TEST(AddArrayElementActionTest, AbsentAttributeIsCreatedWithTheGivenType) {
+  ActionModel model;
+  InstanceIf& cell = model.add("Cell", "", "1");
+  AddArrayElementAction action;
+  EXPECT_TRUE(model.run(action, "Cell", {{"name", "list"}, {"elementValue", "7"}, {"type", "SA_UINT32_T"}}));
+  EXPECT_EQ(Strings{"7"}, ActionModel::values(cell, "list"));
+  EXPECT_EQ(uint32_t{SA_IMM_ATTR_SAUINT32T}, cell.getAttribute("list")->getType());
+}
+
+TEST(AddArrayElementActionTest, FailuresAddNoValue) {
+  const struct {
+    Op operation;
+    std::string failure;
+  } cases[] = {{{{"operator", "="}, {"valueFromAttr", "more"}},
+                "AddArrayElementAction: value 9999999999 does not fit attribute list of type SA_INT32_T on cellId=1"},
+               {{{"operator", "="}, {"valueFromAttr", "x"}, {"valueFromMoTypeAnyInstance", "Radio"}},
+                "AddArrayElementAction: no instance of class Radio"}};
+  AddArrayElementAction action;
+  for (const auto& c : cases) {
+    ActionModel model;
+    InstanceIf& cell = model.add(
+        "Cell", "", "1", {{"list", SA_IMM_ATTR_SAINT32T, {"1"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9999999999"}}});
+    EXPECT_FALSE(model.run(action, "Cell", {{"name", "list"}}, {c.operation}));
+    EXPECT_EQ(Strings{c.failure}, model.failures);
+    EXPECT_EQ(Strings{"1"}, ActionModel::values(cell, "list"));
+  }
+}
+
+TEST(AddArrayElementActionTest, InvalidCombinationsAreRefusedWhenValidating) {
+  const struct {
+    const char* args;
+    const char* operation;  // none when null
+    std::string failure;
+  } cases[] = {{"elementValue=1", nullptr, "AddArrayElementAction requires argument name."},
+               {"name=l", nullptr, "AddArrayElementAction requires elementValue or at least one Operation."},
+               {"name=l elementValue=1", R"(operator="=" value="1")",
+                "AddArrayElementAction takes elementValue or Operation elements, not both."},
+               {"name=l elementValue=1 index=-1", nullptr, "AddArrayElementAction: index -1 is not a position"},
+               {"name=l elementValue=1 index=1x", nullptr, "AddArrayElementAction: index 1x is not a position"},
+               {"name=l", R"(operator="+" value="1")",
+                "AddArrayElementAction: unsupported operator + in operation  => (+) value: 1"},
+               {"name=l", R"(operator="=" value="1" rangeStart="0")",
+                "AddArrayElementAction: operation range: 0to => (=) value: 1 takes no range"}};
+  AddArrayElementAction action;
+  for (const auto& c : cases) {
+    ActionModel model;
+    EXPECT_FALSE(
+        model.validate(action, argsOf(c.args), c.operation ? std::vector<Op>{op(c.operation)} : std::vector<Op>{}));
+    EXPECT_EQ(Strings{c.failure}, model.failures);
+  }
+}
+
+struct Removal {
+  bool result;
+  Strings values;
+  Strings failures;
+};
+
+// Runs the action on one instance whose string attribute "list" holds `values`.
+Removal removeFrom(const Strings& values, Args args) {
+  ActionModel model;
+  InstanceIf& cell = model.add("Cell", "", "1", {{"list", SA_IMM_ATTR_SASTRINGT, values}});
+  if (std::none_of(args.begin(), args.end(), [](const auto& arg) { return arg.first == "name"; })) {
+    args.emplace_back("name", "list");
+  }
+  RemoveArrayElementAction action;
+  bool result = model.run(action, "Cell", args);
+  return {result, ActionModel::values(cell, "list"), model.failures};
+}
+
+TEST(RemoveArrayElementActionTest, RemovesByValueByIndexOrTheLast) {
+  const struct {
+    Strings values;
+    const char* args;
+    Strings remaining;
+  } cases[] = {{{"a", "b", "a"}, "elementValue=a", {"b"}},
+               {{"a", "A", "ab"}, "elementValue=a", {"A", "ab"}},
+               {{"a", "b", "c"}, "elementValue=c index=0", {"a", "b"}},
+               {{"a", "b"}, "elementValue=z", {"a", "b"}},
+               {{"a", "b", "c"}, "index=1", {"a", "c"}},
+               {{"a", "b", "c"}, "index=7", {"a", "b"}},
+               {{"a", "b", "c"}, "index=-1", {"a", "b"}},
+               {{"a", "b", "c"}, "", {"a", "b"}},
+               {{}, "", {}},
+               {{}, "elementValue=a", {}},
+               {{"a", "b"}, "rdnValue=2", {"a", "b"}},
+               {{"a", "b"}, "name=other", {"a", "b"}}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.args);
+    Removal run = removeFrom(c.values, argsOf(c.args));
+    EXPECT_TRUE(run.result);
+    EXPECT_EQ(c.remaining, run.values);
+    EXPECT_EQ(Strings{}, run.failures);
+  }
+}
+
+TEST(RemoveArrayElementActionTest, RemovesMatchingValuesFromTheHighestPositionDown) {
+  LogRecorder::installed().clear();
+  removeFrom({"a", "b", "a"}, {{"elementValue", "a"}});
+  Strings lines;
+  for (const std::string& line : LogRecorder::installed().texts()) {
+    if (line.rfind("RemoveArrayElement attribute:", 0) == 0) lines.push_back(line);
+  }
+  EXPECT_EQ((Strings{"RemoveArrayElement attribute: list, length: 3, index: 2, remove elementValue with value: a",
+                     "RemoveArrayElement attribute: list, length: 2, index: 0, remove elementValue with value: a"}),
+            lines);
+}
+
+TEST(RemoveArrayElementActionTest, FailureTexts) {
+  for (const char* index : {"2x", "", "x"}) {
+    Removal run = removeFrom({"a", "b", "c"}, {{"index", index}});
+    EXPECT_FALSE(run.result) << index;
+    EXPECT_EQ((Strings{"a", "b", "c"}), run.values) << index;
+    EXPECT_EQ(Strings{"Not able to parse argument index, " + std::string(index) + ", as an int"}, run.failures);
+  }
+  ActionModel model;
+  RemoveArrayElementAction action;
+  EXPECT_FALSE(model.validate(action, {}));
+  EXPECT_FALSE(model.runOn(action, nullptr, {{"name", "list"}}));
+  EXPECT_EQ(
+      (Strings{"RemoveArrayElementAction requires argument name.",
+               "Action Failed: removeArrayElement: No instance group to operate on. Action arguments name = list"}),
+      model.failures);
+}
+
+}  // namespace

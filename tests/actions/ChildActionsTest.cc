@@ -1,0 +1,199 @@
+// The child actions: creating and removing child instances, creating struct children.
+
+#include <gtest/gtest.h>
+
+#include "AbortReport.h"
+#include "ActionModel.h"
+#include "LogRecorder.h"
+#include "actions/CreateChildInstanceAction.h"
+#include "actions/CreateChildStructAction.h"
+#include "actions/RemoveChildInstanceAction.h"
+#include "safcImmCt.h"
+
+namespace {
+
+// Parents cellId=1, 2 and 21 below topId=1 and cellId=2 below topId=2; an empty Child class.
+void addParents(ActionModel& model) {
+  for (const char* value : {"1", "2", "21"}) model.add("Cell", "topId=1", value);
+  model.add("Cell", "topId=2", "2");
+  model.group("Child");
+}
+
+// Parents cellId=1 and cellId=2 below topId=1, each with children relationId=1 and 2 and a struct child id=plmn.
+void addChildren(ActionModel& model) {
+  for (const char* cell : {"1", "2"}) {
+    const std::string parent = model.add("Cell", "topId=1", cell).getLdn();
+    for (const char* relation : {"1", "2"}) model.add("Relation", parent, relation);
+    model.add("Plmn", parent, "plmn", {}, "id");
+  }
+}
+
+TEST(CreateChildInstanceActionTest, CreatesBelowTheParentsThatTheArgumentsSelect) {
+  const struct {
+    const char* extra;
+    Strings children;
+  } cases[] = {{"",
+                {"childId=9,cellId=1,topId=1", "childId=9,cellId=2,topId=1", "childId=9,cellId=21,topId=1",
+                 "childId=9,cellId=2,topId=2"}},
+               {"parentRdnValue=2", {"childId=9,cellId=2,topId=1", "childId=9,cellId=2,topId=2"}},
+               {"parentRdnValue=3", {}},
+               {"parentRdnValue=2 parentName=topId=2", {"childId=9,cellId=2,topId=2"}}};
+  CreateChildInstanceAction action;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.extra);
+    ActionModel model;
+    addParents(model);
+    EXPECT_TRUE(model.run(action, "Cell", argsOf(c.extra + std::string(" childType=Child childRdnValue=9"))));
+    EXPECT_EQ(c.children, model.ldns("Child"));
+    EXPECT_EQ(Strings{}, model.failures);
+  }
+}
+
+TEST(CreateChildInstanceActionTest, MakesOneRootInstanceWhenTheParentClassHasNoInstances) {
+  ActionModel model;
+  CreateChildInstanceAction action;
+  InstanceGroup emptyParents("", "Cell");
+  for (InstanceGroupIf* parents :
+       {static_cast<InstanceGroupIf*>(nullptr), static_cast<InstanceGroupIf*>(&emptyParents)}) {
+    model.group("Child").eraseInstance("childId=9");
+    EXPECT_TRUE(model.runOn(action, parents, {{"childType", "Child"}, {"childRdnValue", "9"}}));
+    EXPECT_EQ(Strings{"childId=9"}, model.ldns("Child"));
+  }
+  EXPECT_EQ(2u, LogRecorder::installed().count("Create a new Instance of root MO class Child rdn=9"));
+}
+
+TEST(CreateChildInstanceActionTest, ExistingChildFailsAndEndsTheWalkUnknownChildClassChangesNothing) {
+  ActionModel model;
+  CreateChildInstanceAction action;
+  addParents(model);
+  model.add("Child", "cellId=1,topId=1", "9");
+  EXPECT_FALSE(model.run(action, "Cell", {{"childType", "Child"}, {"childRdnValue", "9"}}));
+  EXPECT_EQ(Strings{"CreateChildInstance: Failed to create instance for parent cellId=1,topId=1, RDN 9 of class Child"},
+            model.failures);
+  EXPECT_EQ(Strings{"childId=9,cellId=1,topId=1"}, model.ldns("Child"));
+
+  LogRecorder::installed().clear();
+  EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Unknown"}, {"childRdnValue", "9"}}));
+  EXPECT_EQ(1u, model.failures.size());
+  EXPECT_FALSE(LogRecorder::installed().containsPart("Create a new Instance"));
+}
+
+TEST(RemoveChildInstanceActionTest, RemovesTheChildrenTheArgumentsName) {
+  const Strings all = {"relationId=1,cellId=1,topId=1", "relationId=2,cellId=1,topId=1",
+                       "relationId=1,cellId=2,topId=1", "relationId=2,cellId=2,topId=1"};
+  const struct {
+    const char* args;
+    Strings remaining;
+  } cases[] = {{"childType=Relation", {}},
+               {"childType=Relation childRdnValue=2", {all[0], all[2]}},
+               {"childType=Relation parentRdnValue=2", {all[0], all[1]}},
+               {"childType=Relation childRdnValue=1 ldnValue=cellId=1,topId=1", {all[1], all[2], all[3]}},
+               {"childType=Relation childRdnValue=7", all},
+               {"childType=Unknown", all}};
+  RemoveChildInstanceAction action;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.args);
+    ActionModel model;
+    addChildren(model);
+    EXPECT_TRUE(model.run(action, "Cell", argsOf(c.args)));
+    EXPECT_EQ(c.remaining, model.ldns("Relation"));
+    EXPECT_EQ(Strings{}, model.failures);
+  }
+  ActionModel model;
+  addChildren(model);
+  LogRecorder::installed().clear();
+  EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Relation"}, {"parentRdnValue", "2"}}));
+  const LogRecorder& log = LogRecorder::installed();
+  EXPECT_TRUE(log.contains("RemoveChildInstance::removeChildInstance: instance.getLdn cellId=1,topId=1"));
+  EXPECT_TRUE(log.contains(
+      "RemoveChildInstance rdn(1) for current MO instance does NOT equal to parentRdnValue(2), do nothing."));
+  EXPECT_TRUE(log.contains("RemoveChildInstance getTargetLdn:childRdnValue does not exist. return empty string"));
+  EXPECT_FALSE(log.contains("RemoveChildInstance Removed all child instances for parent Ldn: cellId=1,topId=1"));
+  EXPECT_TRUE(log.contains("RemoveChildInstance Removed all child instances for parent Ldn: cellId=2,topId=1"));
+}
+
+TEST(RemoveChildInstanceActionTest, StructChildrenGoByIdButNotWithAParentRdnValue) {
+  ActionModel model;
+  RemoveChildInstanceAction action;
+  addChildren(model);
+  EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Plmn"}, {"parentRdnValue", "1"}}));
+  EXPECT_EQ(2u, model.group("Plmn").getNumberOfInstances());
+  EXPECT_EQ(2u,
+            LogRecorder::installed().count(
+                "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: 1."));
+  EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Plmn"}, {"childRdnValue", "plmn"}, {"rdnValue", "2"}}));
+  EXPECT_EQ(Strings{"id=plmn,cellId=1,topId=1"}, model.ldns("Plmn"));
+}
+
+TEST(RemoveChildInstanceActionTest, WithoutParentsOnlyTheFirstListedChildGoes) {
+  InstanceGroup emptyParents("", "Cell");
+  RemoveChildInstanceAction action;
+  for (InstanceGroupIf* parents :
+       {static_cast<InstanceGroupIf*>(nullptr), static_cast<InstanceGroupIf*>(&emptyParents)}) {
+    ActionModel model;
+    addChildren(model);
+    EXPECT_TRUE(model.runOn(action, parents, {{"childType", "Relation"}}));
+    EXPECT_EQ(
+        (Strings{"relationId=2,cellId=1,topId=1", "relationId=1,cellId=2,topId=1", "relationId=2,cellId=2,topId=1"}),
+        model.ldns("Relation"));
+    EXPECT_TRUE(model.runOn(action, parents, {{"childType", "Unknown"}}));
+    EXPECT_EQ(Strings{}, model.failures);
+  }
+}
+
+TEST(CreateChildStructActionTest, NamesTheStructByIdLinksItFromEveryParentOnce) {
+  ActionModel model;
+  CreateChildStructAction action;
+  InstanceIf& first =
+      model.add("Cell", "topId=1", "1", {{"mappingRef", SA_IMM_ATTR_SANAMET, {"id=other,cellId=1,topId=1"}}});
+  InstanceIf& second = model.add("Cell", "topId=1", "2");
+  const Args args = {{"structType", "Plmn"}, {"childRdnValue", "mapping"}, {"structRefName", "mappingRef"}};
+  EXPECT_FALSE(model.run(action, "Cell", args));
+  EXPECT_EQ((Strings{"CreateChildStruct: Can not get struct instance id=mapping,cellId=1,topId=1",
+                     "CreateChildStruct: Can not get struct instance id=mapping,cellId=2,topId=1"}),
+            model.failures);
+
+  model.failures.clear();
+  model.group("Plmn");
+  EXPECT_TRUE(model.run(action, "Cell", args));
+  EXPECT_TRUE(model.run(action, "Cell", args));
+  EXPECT_EQ((Strings{"id=mapping,cellId=1,topId=1", "id=mapping,cellId=2,topId=1"}), model.ldns("Plmn"));
+  EXPECT_EQ((Strings{"id=other,cellId=1,topId=1", "id=mapping,cellId=1,topId=1"}),
+            ActionModel::values(first, "mappingRef"));
+  EXPECT_EQ(Strings{"id=mapping,cellId=2,topId=1"}, ActionModel::values(second, "mappingRef"));
+  EXPECT_EQ(SA_IMM_ATTR_SANAMET, second.getAttribute("mappingRef")->getType());
+  EXPECT_TRUE(LogRecorder::installed().contains(
+      "Create a new struct Instance of class Plmn rdn=mapping with parent cellId=2,topId=1"));
+  EXPECT_EQ(Strings{}, model.failures);
+}
+
+TEST(ChildActionsTest, ArgumentAndMissingGroupTexts) {
+  ActionModel model;
+  CreateChildInstanceAction createChild;
+  RemoveChildInstanceAction removeChild;
+  CreateChildStructAction createStruct;
+  for (const Args& args : {Args{{"childType", "Child"}}, Args{{"childRdnValue", "9"}}, Args{}}) {
+    EXPECT_FALSE(model.validate(createChild, args));
+  }
+  EXPECT_FALSE(model.validate(removeChild, {{"childRdnValue", "1"}}));
+  EXPECT_FALSE(model.validate(createStruct, {{"childRdnValue", "mapping"}}));
+  auto childArgs = ActionModel::argumentsOf({{"childType", "Child"}, {"childRdnValue", "9"}});
+  createChild.reportMissingInstanceGroup(*childArgs, &model);
+  auto removeArgs = ActionModel::argumentsOf({{"childType", "Relation"}});
+  removeChild.reportMissingInstanceGroup(*removeArgs, &model);
+  EXPECT_FALSE(model.runOn(createStruct, nullptr, {{"structType", "Plmn"}, {"childRdnValue", "mapping"}}));
+  const std::string childArgsText = "CreateChildInstanceAction requires args: childRdnValue and childType";
+  EXPECT_EQ(
+      (Strings{childArgsText, childArgsText, childArgsText, "RemoveChildInstanceAction requires argument childType",
+               "CreateChildStructAction: Failed to read argument structType for CreateChildStructAction",
+               "CreateChildStructAction: Failed to read argument structRefName for CreateChildStructAction",
+               "Action Failed: CreateChildInstance: No instanceGroup to operate on. Action arguments: "
+               "childRdnValue =  9, childType = Child.",
+               "Action Failed: RemoveChildInstance: No instanceGroup to operate on. Action argument: "
+               "childType = Relation",
+               "CreateChildStruct failed: No instance group to operate on. Parent MO class non-existent. Action "
+               "arguments: attributeName = Plmn, childRndValue = mapping "}),
+      model.failures);
+}
+
+}  // namespace
