@@ -42,10 +42,7 @@ bool addArrayElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& fi
   ValueOperations operations(*HandlerSlot::get(), kName, args);
   bool admitted = false;
   if (!operations.admits(instance, name, filter, admitted)) return false;
-  if (!admitted) {
-    TAV_LOG(INFO, "Filter does not apply");
-    return true;
-  }
+  if (!admitted) return true;
   const std::string ldn = instance.getLdn();
   OperationSource::Values values;
   if (!valuesToAdd(instance, args, operations.source(), values)) return false;

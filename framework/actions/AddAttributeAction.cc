@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "xml/AtrributeTypes.h"
 #include "xml/ThreadSlot.h"
@@ -71,12 +72,8 @@ bool AddAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ic
 
 void AddAttributeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
-  std::string name;
-  std::string defaultValue;
-  args.getArgument("name", name);
-  args.getArgument("defaultValue", defaultValue);
   fail(ictiHandler,
        "Action Failed: addAttribute: No instance group to operate on. Adding attribute to non-existing MO class is "
        "not permitted. Action arguments: name = %s, value = %s ",
-       name.c_str(), defaultValue.c_str());
+       argumentValue(args, "name").c_str(), argumentValue(args, "defaultValue").c_str());
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "actions/ArgumentValue.h"
 #include "common/Log.h"
 
 namespace {
@@ -31,11 +32,7 @@ bool RemoveAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf*
 
 void RemoveAttributeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
-  std::string name;
-  std::string value;
-  args.getArgument(kNameProperty, name);
-  args.getArgument("value", value);
   fail(ictiHandler,
        "Action Failed: RemoveAttribute: No instance group to operate on. Action arguments: name = %s, value = %s ",
-       name.c_str(), value.c_str());
+       argumentValue(args, kNameProperty.c_str()).c_str(), argumentValue(args, "value").c_str());
 }

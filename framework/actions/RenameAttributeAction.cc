@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "actions/ArgumentValue.h"
 #include "safcImmCt.h"
 #include "xml/ThreadSlot.h"
 
@@ -65,12 +66,8 @@ bool RenameAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf*
 
 void RenameAttributeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
-  std::string name;
-  std::string newName;
-  args.getArgument("name", name);
-  args.getArgument("newName", newName);
   fail(ictiHandler,
        "Action Failed: renameAttribute: No instance group to operate on. Action arguments: old name = %s, new name = "
        "%s ",
-       name.c_str(), newName.c_str());
+       argumentValue(args, "name").c_str(), argumentValue(args, "newName").c_str());
 }

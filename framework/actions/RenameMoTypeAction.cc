@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "common/MessageFormatter.h"
 #include "xml/Filter.h"
@@ -59,12 +60,6 @@ using PlanSlot = ThreadSlot<struct RenameMoTypePlanTag, const RenamePlan*>;
 std::string withLowerInitial(std::string name) {
   if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
   return name;
-}
-
-std::string argument(ActionArgumentsIf& args, const std::string& name) {
-  std::string value;
-  args.getArgument(name, value);
-  return value;
 }
 
 // The values of key1, key2, ... up to the first missing number.
@@ -271,7 +266,7 @@ void RenameMoTypeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, Ict
   fail(ictiHandler,
        "Action Failed: renameMoType: No instance group to operate on. Renaming a non-existing MO class is not "
        "permitted. Action arguments: name = %s, value = %s ",
-       argument(args, "name").c_str(), argument(args, "newName").c_str());
+       argumentValue(args, "name").c_str(), argumentValue(args, "newName").c_str());
 }
 
 bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
@@ -281,7 +276,7 @@ bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroup
     ictiHandler->failUpgrade("RenameMoTypeAction can not be performed on struct MO types");
     return false;
   }
-  const std::string newName = argument(args, "newName");
+  const std::string newName = argumentValue(args, "newName");
   InstanceGroupIf* newGroup = ictiHandler->addInstanceGroup(newName);
   NewGroupSlot::set(newGroup);
   if (newGroup == nullptr) return false;

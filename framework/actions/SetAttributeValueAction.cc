@@ -16,10 +16,7 @@ bool setAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& 
   ValueOperations operations(*HandlerSlot::get(), kName, args);
   bool admitted = false;
   if (!operations.admits(instance, name, filter, admitted)) return false;
-  if (!admitted) {
-    TAV_LOG(INFO, "Filter does not apply");
-    return true;
-  }
+  if (!admitted) return true;
   // Selecting values by their old value leaves no room for replacing them
   // all: "=" then sets each selected value.
   std::string oldValue;

@@ -31,10 +31,7 @@ bool setStructAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, Filt
   ValueOperations operations(handler, kName, args);
   bool admitted = false;
   if (!operations.admits(instance, name, filter, admitted)) return false;
-  if (!admitted) {
-    TAV_LOG(INFO, "Filter does not apply");
-    return true;
-  }
+  if (!admitted) return true;
   AttributeInternalIf* references = instance.getAttribute(name);
   if (references == nullptr || references->getNumberOfValues() == 0) {
     TAV_LOG(INFO, "%s: %s has no value in attribute %s, nothing to change", kName, instance.getLdn().c_str(),

@@ -81,6 +81,7 @@ bool ValueOperations::admits(InstanceIf& instance, const std::string& name, Filt
     return reportMisfit(*attribute, oldValue, instance.getLdn());
   }
   for (uint32_t i = 0; i < (count == 0 ? 1 : count) && !admitted; ++i) admitted = filter.applies(instance, i);
+  if (!admitted) TAV_LOG(INFO, "Filter does not apply");
   return true;
 }
 

@@ -53,7 +53,8 @@ class ValueOperations {
 
   // Whether the filter admits the instance: some position of attribute
   // `name` admitted (position 0 when it has none). `admitted` is false
-  // when the instance is to be skipped; the result is false (reported)
+  // when the instance is to be skipped, which is logged ("Filter does not
+  // apply"); the result is false (reported)
   // when the filter's old value does not fit the attribute's type.
   bool admits(InstanceIf& instance, const std::string& name, FilterIf& filter, bool& admitted);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 
 #include "common/Log.h"
 
@@ -95,3 +96,34 @@ const char* OperationArgument::toString() const {
 }
 
 void OperationArgument::logOperation() const { TAV_LOG(INFO, "%s\n", toString()); }
+
+bool OperationArgument::setByName(const char* name, const char* text) {
+  using Setter = void (OperationArgument::*)(const char*);
+  static const struct {
+    const char* name;
+    Setter setter;
+  } kSetters[] = {
+      {"rangeStart", &OperationArgument::setRangeStart},
+      {"rangeEnd", &OperationArgument::setRangeEnd},
+      {"operator", &OperationArgument::setOperator},
+      {"value", &OperationArgument::setValue},
+      {"valueFromAttr", &OperationArgument::setValueFromAttr},
+      {"valueFromInstance", &OperationArgument::setValueFromInstance},
+      {"structType", &OperationArgument::setStructType},
+      {"valueFromMoTypeAnyInstance", &OperationArgument::setValueFromMoTypeAnyInstance},
+      {"valueFromTypeRefOnlyInstance", &OperationArgument::setValueFromTypeRefOnlyInstance},
+      {"valueFromParentInstance", &OperationArgument::setValueFromParentInstance},
+      {"valueFromBitmapStringAttr", &OperationArgument::setValueFromBitmapStringAttr},
+      {"valueFromInstanceReferencedBy", &OperationArgument::setValueFromInstanceReferencedBy},
+      {"valueFromImmNamespace", &OperationArgument::setValueFromImmNamespace},
+      {"valueFromSingleAttr", &OperationArgument::setValueFromSingleAttr},
+      {"valueFromMoTypeAnyChildInstance", &OperationArgument::setValueFromMoTypeAnyChildInstance},
+  };
+  for (const auto& entry : kSetters) {
+    if (std::strcmp(name, entry.name) == 0) {
+      (this->*entry.setter)(text);
+      return true;
+    }
+  }
+  return false;
+}

@@ -69,6 +69,11 @@ class OperationArgument : public OperationArgumentIf {
   void setValueFromSingleAttr(const char* text) { set(kValueFromSingleAttr, text); }
   void setValueFromMoTypeAnyChildInstance(const char* text) { set(kValueFromMoTypeAnyChildInstance, text); }
 
+  // Sets the field that an `Operation` element's attribute of this name
+  // stands for ("rangeStart", "valueFromAttr", ...), by the setter rules
+  // above. False, and nothing set, for any other name.
+  bool setByName(const char* name, const char* text);
+
   static constexpr size_t kTextSize = 512;
 
  private:

@@ -68,35 +68,6 @@ bool readNameAttribute(const xmlNode* element, std::string& name) {
   return result;
 }
 
-using OperationSetter = void (OperationArgument::*)(const char*);
-
-OperationSetter operationSetter(const xmlAttr* attribute) {
-  static const struct {
-    const char* name;
-    OperationSetter setter;
-  } kSetters[] = {
-      {"rangeStart", &OperationArgument::setRangeStart},
-      {"rangeEnd", &OperationArgument::setRangeEnd},
-      {"operator", &OperationArgument::setOperator},
-      {"value", &OperationArgument::setValue},
-      {"valueFromAttr", &OperationArgument::setValueFromAttr},
-      {"valueFromInstance", &OperationArgument::setValueFromInstance},
-      {"structType", &OperationArgument::setStructType},
-      {"valueFromMoTypeAnyInstance", &OperationArgument::setValueFromMoTypeAnyInstance},
-      {"valueFromTypeRefOnlyInstance", &OperationArgument::setValueFromTypeRefOnlyInstance},
-      {"valueFromParentInstance", &OperationArgument::setValueFromParentInstance},
-      {"valueFromBitmapStringAttr", &OperationArgument::setValueFromBitmapStringAttr},
-      {"valueFromInstanceReferencedBy", &OperationArgument::setValueFromInstanceReferencedBy},
-      {"valueFromImmNamespace", &OperationArgument::setValueFromImmNamespace},
-      {"valueFromSingleAttr", &OperationArgument::setValueFromSingleAttr},
-      {"valueFromMoTypeAnyChildInstance", &OperationArgument::setValueFromMoTypeAnyChildInstance},
-  };
-  for (const auto& entry : kSetters) {
-    if (hasName(attribute, entry.name)) return entry.setter;
-  }
-  return nullptr;
-}
-
 const char* orEmpty(const char* text) { return text == nullptr ? "" : text; }
 
 }  // namespace
@@ -230,12 +201,9 @@ bool XmlHandler::addOperation(xmlNode* operationNode, ActionArguments& args) {
   bool complete = true;
   for (const xmlAttr* attribute = operationNode->properties; attribute != nullptr; attribute = attribute->next) {
     const char* value = valueOf(attribute);
-    OperationSetter setter = operationSetter(attribute);
-    if (value == nullptr || setter == nullptr) {
+    if (value == nullptr || !operation->setByName(reinterpret_cast<const char*>(attribute->name), value)) {
       complete = false;
-      continue;
     }
-    ((*operation).*setter)(value);
   }
   operation->logOperation();
   if (!complete) return false;

@@ -147,30 +147,7 @@ class ActionModel : public IctiHandlerIf {
 
  private:
   static void setField(OperationArgument& op, const std::string& field, const char* text) {
-    using Setter = void (OperationArgument::*)(const char*);
-    static const std::map<std::string, Setter> setters = {
-        {"rangeStart", &OperationArgument::setRangeStart},
-        {"rangeEnd", &OperationArgument::setRangeEnd},
-        {"operator", &OperationArgument::setOperator},
-        {"value", &OperationArgument::setValue},
-        {"valueFromAttr", &OperationArgument::setValueFromAttr},
-        {"valueFromInstance", &OperationArgument::setValueFromInstance},
-        {"structType", &OperationArgument::setStructType},
-        {"valueFromMoTypeAnyInstance", &OperationArgument::setValueFromMoTypeAnyInstance},
-        {"valueFromTypeRefOnlyInstance", &OperationArgument::setValueFromTypeRefOnlyInstance},
-        {"valueFromParentInstance", &OperationArgument::setValueFromParentInstance},
-        {"valueFromBitmapStringAttr", &OperationArgument::setValueFromBitmapStringAttr},
-        {"valueFromInstanceReferencedBy", &OperationArgument::setValueFromInstanceReferencedBy},
-        {"valueFromImmNamespace", &OperationArgument::setValueFromImmNamespace},
-        {"valueFromSingleAttr", &OperationArgument::setValueFromSingleAttr},
-        {"valueFromMoTypeAnyChildInstance", &OperationArgument::setValueFromMoTypeAnyChildInstance},
-    };
-    auto found = setters.find(field);
-    if (found == setters.end()) {
-      ADD_FAILURE() << "unknown operation field " << field;
-      return;
-    }
-    (op.*(found->second))(text);
+    if (!op.setByName(field.c_str(), text)) ADD_FAILURE() << "unknown operation field " << field;
   }
 
   std::map<std::string, std::unique_ptr<InstanceGroup>> groups_;
