@@ -5,7 +5,7 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "safcImmCt.h"
-#include "xml/Filter.h"
+#include "xml/FilterIf.h"
 #include "xml/ThreadSlot.h"
 
 namespace {
@@ -66,8 +66,7 @@ void CreateChildStructAction::reportMissingInstanceGroup(ActionArgumentsIf& args
 bool CreateChildStructAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                             ActionArgumentsIf& args) {
   StructGroupSlot::Scope structGroup(ictiHandler->getInstanceGroup(argumentValue(args, "structType")));
-  Filter filter(&args);
-  return instanceGroup->forEachInstance(instanceOperation(), args, filter);
+  return UpgradeAction::executeAction(ictiHandler, instanceGroup, args);
 }
 
 bool CreateChildStructAction::createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {

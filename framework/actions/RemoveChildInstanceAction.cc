@@ -5,7 +5,7 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "icti/Instance.h"
-#include "xml/Filter.h"
+#include "xml/FilterIf.h"
 #include "xml/ThreadSlot.h"
 
 namespace {
@@ -47,8 +47,7 @@ bool RemoveChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, Instan
     if (first != nullptr) children->eraseInstance(first->getLdn());
     return true;
   }
-  Filter filter(&args);
-  return instanceGroup->forEachInstance(instanceOperation(), args, filter);
+  return UpgradeAction::executeAction(ictiHandler, instanceGroup, args);
 }
 
 std::string RemoveChildInstanceAction::getTargetLdn(const std::string& parentLdn, const std::string& childType,
