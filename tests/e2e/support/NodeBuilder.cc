@@ -101,7 +101,11 @@ NodeBuilder& NodeBuilder::add(const SchemaSetup& schema) {
   writeListings();
   const std::string classes = immXml(schema.newClasses.empty() ? schema.classes : schema.newClasses, {});
   write("package/share/models/" + schema.name + "/imm/" + schema.name + "_imm_classes.xml", classes);
-  write("node/imm/new/" + schema.name + ".xml", classes);
+  if (schema.newClassesOnNode) {
+    write("node/imm/new/" + schema.name + ".xml", classes);
+  } else {
+    remove("node/imm/new/" + schema.name + ".xml");
+  }
   if (schema.from != kNewSchemaVersion) {
     write("node/imm/old/" + schema.name + ".xml", immXml(schema.classes, schema.oldObjects));
   }
@@ -141,11 +145,19 @@ std::string mo(const std::string& className, const std::string& actions) {
 }
 
 std::string moAction(const std::string& name, const std::string& args, const std::string& operation) {
-  std::string xml = "<MoAction name=\"" + escaped(name) + "\">";
+  ArgList list;
   std::istringstream pairs(args);
   for (std::string pair; pairs >> pair;) {
     const size_t equals = pair.find('=');
-    xml += "<Arg name=\"" + pair.substr(0, equals) + "\" value=\"" + escaped(pair.substr(equals + 1)) + "\"/>";
+    list.emplace_back(pair.substr(0, equals), pair.substr(equals + 1));
+  }
+  return moAction(name, list, operation);
+}
+
+std::string moAction(const std::string& name, const ArgList& args, const std::string& operation) {
+  std::string xml = "<MoAction name=\"" + escaped(name) + "\">";
+  for (const auto& [argName, value] : args) {
+    xml += "<Arg name=\"" + escaped(argName) + "\" value=\"" + escaped(value) + "\"/>";
   }
   return xml + (operation.empty() ? "" : "<Operation " + operation + "/>") + "</MoAction>";
 }

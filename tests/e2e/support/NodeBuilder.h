@@ -55,6 +55,9 @@ struct SchemaSetup {
   std::vector<ImmObject> oldObjects = {};
   bool inVersionsFile = true;
   std::vector<ImmClass> newClasses = {};
+  // False: the node has no imm/new definitions of the schema; when no other schema has any either, the node
+  // checks nothing written and drops no class from its copies.
+  bool newClassesOnNode = true;
 };
 
 // A small schema for runs that do not care about its classes: a root class
@@ -73,6 +76,9 @@ std::string mo(const std::string& className, const std::string& actions);
 // A MoAction with Arg elements from `args` ("name=value ..."), and an
 // Operation element with the attributes `operation` (none when empty).
 std::string moAction(const std::string& name, const std::string& args, const std::string& operation = "");
+// As above, for argument values holding blanks or '=': each pair an Arg element, the value escaped for XML.
+using ArgList = std::vector<std::pair<std::string, std::string>>;
+std::string moAction(const std::string& name, const ArgList& args, const std::string& operation = "");
 
 class NodeBuilder {
  public:

@@ -94,13 +94,14 @@ std::string firstText(xmlNode* parent, const char* name) {
   return found.empty() ? "" : text(found[0]);
 }
 
-ModelObjects readModelObjects(const std::string& path) {
-  ModelObjects objects;
+std::vector<ModelObject> readModelObjects(const std::string& path) {
+  std::vector<ModelObject> objects;
   xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
   if (doc == nullptr) return objects;
   for (xmlNode* node : children(xmlDocGetRootElement(doc), "object")) {
     xmlChar* className = xmlGetProp(node, reinterpret_cast<const xmlChar*>("class"));
-    ModelObject& object = objects[firstText(node, "dn")];
+    ModelObject& object = objects.emplace_back();
+    object.dn = firstText(node, "dn");
     object.className = className != nullptr ? reinterpret_cast<const char*>(className) : "";
     xmlFree(className);
     for (xmlNode* attr : children(node, "attr")) {
@@ -134,6 +135,12 @@ std::vector<std::string> RunResult::modelDns(const std::string& schema) const {
 }
 
 ModelObjects RunResult::objects(const std::string& schema) const {
+  ModelObjects objects;
+  for (ModelObject& object : objectList(schema)) objects[object.dn] = std::move(object);
+  return objects;
+}
+
+std::vector<ModelObject> RunResult::objectList(const std::string& schema) const {
   return readModelObjects(outPath + "/model/" + schema + ".xml");
 }
 

@@ -21,6 +21,7 @@ namespace e2e {
 
 // An object of a model file: its class and attribute name -> values, in file order.
 struct ModelObject {
+  std::string dn;
   std::string className;
   std::map<std::string, std::vector<std::string>> attrs;
 };
@@ -48,6 +49,8 @@ struct RunResult {
   std::vector<std::string> modelDns(const std::string& schema) const;
   // The objects of <out>/model/<schema>.xml by dn; empty when absent or not XML.
   ModelObjects objects(const std::string& schema) const;
+  // The same in file order, an object given twice listed twice.
+  std::vector<ModelObject> objectList(const std::string& schema) const;
   // The rollback lines as one text, one line each.
   std::string rollbackText() const;
   // The names of the classes defined in <out>/model/<schema>.xml.
