@@ -91,8 +91,11 @@ bool UpgradeHandler::upgrade() {
 
   struct timespec t2 = clock_.monotonicNow();
   TAV_LOG(INFO, "Call write/copy classes, finalize and wait. If no 'Upgrade done' seen in this log check SwmInternal log.");
-  // Whatever asked for a rollback on the way, the schema has failed.
-  if (!finalize(upgradeType) || ictiHandler_->failureCount() > 0) return failureEnd();
+  // Whatever asked for a rollback on the way has failed the schema: its
+  // model is not finalized, so nothing of it takes effect.
+  if (ictiHandler_->failureCount() > 0 || !finalize(upgradeType) || ictiHandler_->failureCount() > 0) {
+    return failureEnd();
+  }
   TAV_LOG(INFO, "Successfully finalized ICTI write. Upgrade complete.");
   struct timespec t3 = clock_.monotonicNow();
   TAV_LOG_ONLY(PersistentLog::kSeverityInfo,

@@ -337,7 +337,8 @@ bool IctiHandler::writeCopyClasses() {
               written;
   }
   copyMs_ = ClockIf::millisecondsBetween(copyStart, clock_.monotonicNow());
-  return callFinalize() && written;
+  // A model that could not be written whole must not take effect.
+  return written && callFinalize();
 }
 
 bool IctiHandler::checked(SaAisErrorT rc, const char* failureFormat) {
@@ -357,7 +358,7 @@ bool IctiHandler::writeIntroducedClasses() {
   bool written =
       checked(wrapper_.writeInstances(handle_, toWrite.terminated()), "Write instances init failed, SaAisErrorT = %d");
   introduceMs_ = ClockIf::millisecondsBetween(start, clock_.monotonicNow());
-  return callFinalize() && written;
+  return written && callFinalize();
 }
 
 bool IctiHandler::callFinalize() {
@@ -374,5 +375,7 @@ bool IctiHandler::callFinalize() {
     TAV_LOG(ERROR, "Finalize failed, SaAisErrorT = %d", rc);
     return false;
   }
+  // The session is over: a later failure request goes out without it.
+  sessionOpen_ = false;
   return true;
 }

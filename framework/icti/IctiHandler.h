@@ -76,11 +76,13 @@ class IctiHandler : public IctiHandlerIf {
   // Ends the session: the new model takes effect. False on failure.
   bool callFinalize();
   // For a schema the upgrade introduces: writes every cached configuration
-  // group, then finalizes. False when the write or the finalize failed.
+  // group, then finalizes. False when the write or the finalize failed; a
+  // failed write leaves the session unfinalized.
   bool writeIntroducedClasses();
   // The ordinary end: writes the cached groups, has the platform copy every
   // configuration class no action touched, writes runtime-persistent groups
-  // under the implementer, then finalizes. False when any of these failed.
+  // under the implementer, then finalizes. False when any of these failed;
+  // after a failed write or copy the session is not finalized.
   bool writeCopyClasses();
 
  private:

@@ -65,7 +65,10 @@ class IctiHandlerTest : public testing::Test {
       return SA_AIS_OK;
     }));
     ON_CALL(tool, instanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(tool, finalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) { return finalizeAnswer; }));
+    ON_CALL(tool, finalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) {
+      ++finalizeCalls;
+      return finalizeAnswer;
+    }));
     ON_CALL(tool, writeInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
       written = groupNames(g);
       return writeAnswer;
@@ -96,6 +99,7 @@ class IctiHandlerTest : public testing::Test {
   IctiHandler handler{wrapper, clock, "RadioNode", "Ns"};
   std::vector<std::string> failures, written, copied, rtpWritten;
   SaAisErrorT writeAnswer = SA_AIS_OK, copyAnswer = SA_AIS_OK, rtpAnswer = SA_AIS_OK, finalizeAnswer = SA_AIS_OK;
+  int finalizeCalls = 0;
 };
 
 TEST_F(IctiHandlerTest, OpeningRetriesOnlyWhileTheToolAsksToTryAgainLater) {
@@ -287,8 +291,10 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
     }
     if (c.implementer) fresh.setImplementerName("upgradeImpl");
     std::tie(writeAnswer, copyAnswer, rtpAnswer, finalizeAnswer) = std::tie(c.write, c.copy, c.rtp, c.finalize);
-    failures.clear(), rtpWritten.clear();
+    failures.clear(), rtpWritten.clear(), finalizeCalls = 0;
     EXPECT_EQ(c.result, fresh.writeCopyClasses());
+    // A model not written whole is never finalized.
+    EXPECT_EQ(c.failure == nullptr ? 1 : 0, finalizeCalls);
     EXPECT_EQ(c.written, written);
     EXPECT_TRUE(c.implementer || copied == Names({"NsB"})) << testing::PrintToString(copied);
     EXPECT_EQ(c.rtpWritten, rtpWritten);
