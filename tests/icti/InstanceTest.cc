@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-
 #include "LogRecorder.h"
 #include "PlatformRecords.h"
+#include "icti/DistinguishedName.h"
 
 namespace {
 
@@ -157,6 +157,22 @@ TEST(InstanceTest, SetRdnRenamesTheAttributeAndTellsTheOwner) {
   instance.setOwner(nullptr, nullptr);
   instance.setParentName("Top=3");
   EXPECT_EQ((std::vector<std::string>{"barId=2,Top=1", "barId=a\\,b,Top=1", "barId=a\\,b,Top=2"}), owner.names);
+}
+
+// Values and how names write them; the separator after a written value is
+// the first one found.
+TEST(DistinguishedNameTest, ValuesRoundTripThroughTheirWrittenForm) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"plain", "plain"},  {"a,b", "a\\,b"},     {"a\\b", "a\\b"},         {"a\\", "a\\\\"},
+      {"a\\,b", "a\\\\\\,b"}, {"x\\\\y", "x\\\\\\y"}, {",", "\\,"}, {"", ""}};
+  for (const auto& [value, written] : cases) {
+    EXPECT_EQ(written, DistinguishedName::escapeValue(value)) << value;
+    EXPECT_EQ(value, DistinguishedName::unescapeValue(written)) << written;
+    const std::string name = "xId=" + written + ",topId=1";
+    EXPECT_EQ(4 + written.size(), DistinguishedName::nextSeparator(name)) << name;
+    EXPECT_EQ("topId=1", DistinguishedName::parentOf(name)) << name;
+    EXPECT_EQ(value, DistinguishedName::rdnValue(name)) << name;
+  }
 }
 
 }  // namespace
