@@ -48,6 +48,7 @@ class ModelHandler : public IctiHandlerIf {
   InstanceGroupIf* getInstanceGroupForLdn(const std::string&) override { return nullptr; }
   void failUpgrade(const char*) override { ++failures; }
   bool isAlive() override { return true; }
+  void setFailureContext(const std::string& /*context*/) override {}
 
   int failures = 0;
 

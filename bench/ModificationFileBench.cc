@@ -49,6 +49,7 @@ class EmptyModel : public IctiHandlerIf {
   InstanceGroupIf* getInstanceGroupForLdn(const std::string&) override { return nullptr; }
   void failUpgrade(const char* message) override { std::fprintf(stderr, "unexpected failure: %s\n", message); }
   bool isAlive() override { return true; }
+  void setFailureContext(const std::string& /*context*/) override {}
 };
 
 // Reads its arguments and operations as an action would, without a model.

@@ -1,10 +1,9 @@
 #include "actions/AddArrayElementAction.h"
 
-#include <climits>
 
 #include "actions/ValueOperations.h"
-#include "actions/ValueText.h"
 #include "common/Log.h"
+#include "icti/ValueText.h"
 #include "xml/ThreadSlot.h"
 
 namespace {
@@ -15,7 +14,7 @@ using HandlerSlot = ThreadSlot<struct AddArrayElementHandlerTag, IctiHandlerIf*>
 
 bool parsePosition(const std::string& text, uint32_t& position) {
   unsigned long long value = 0;
-  if (!ValueText::parseUnsigned(text, value) || value > UINT_MAX) return false;
+  if (!ValueText::parseUnsigned(SA_IMM_ATTR_SAUINT32T, text, value)) return false;
   position = static_cast<uint32_t>(value);
   return true;
 }
@@ -24,13 +23,13 @@ bool parsePosition(const std::string& text, uint32_t& position) {
 bool valuesToAdd(InstanceIf& instance, ActionArgumentsIf& args, OperationSource& source, OperationSource::Values& all) {
   std::string element;
   if (args.getArgument("elementValue", element)) {
-    all.texts.push_back(element);
+    all.values.push_back(AttributeValue::ofString(element));
     return true;
   }
   for (OperationArgumentIf* operation : args.getOperations()) {
     OperationSource::Values values;
     if (!source.resolve(*operation, instance, values)) return false;
-    all.texts.insert(all.texts.end(), values.texts.begin(), values.texts.end());
+    all.values.insert(all.values.end(), values.values.begin(), values.values.end());
     if (all.type == 0) all.type = values.type;
   }
   return true;
@@ -40,24 +39,19 @@ bool addArrayElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& fi
   std::string name;
   args.getArgument("name", name);
   ValueOperations operations(*HandlerSlot::get(), kName, args);
-  bool admitted = false;
-  if (!operations.admits(instance, name, filter, admitted)) return false;
-  if (!admitted) return true;
+  if (!operations.admits(instance, name, filter)) return true;
   const std::string ldn = instance.getLdn();
   OperationSource::Values values;
   if (!valuesToAdd(instance, args, operations.source(), values)) return false;
-  AttributeInternalIf* attribute = operations.textAttribute(instance, name, values.type);
-  if (attribute == nullptr || !operations.allFit(*attribute, values.texts, ldn)) return false;
+  AttributeInternalIf* attribute = operations.targetAttribute(instance, name, values.type);
+  std::vector<AttributeValue> converted;
+  if (attribute == nullptr || !operations.convertAll(*attribute, values.values, ldn, converted)) return false;
   std::string indexText;
-  uint32_t position = 0;
-  bool atPosition = args.getArgument("index", indexText) && parsePosition(indexText, position);
-  for (const std::string& text : values.texts) {
-    if (atPosition) {
-      attribute->insertValueAtIndex(text.c_str(), position++);
-    } else {
-      attribute->addCopy(text.c_str());
-    }
-    TAV_LOG(INFO, "%s: added %s to %s of %s", kName, text.c_str(), name.c_str(), ldn.c_str());
+  uint32_t position = attribute->getNumberOfValues();
+  if (args.getArgument("index", indexText)) parsePosition(indexText, position);
+  for (const AttributeValue& value : converted) {
+    attribute->insertValue(position++, value);
+    TAV_LOG(INFO, "%s: added a value to %s of %s at index %u", kName, name.c_str(), ldn.c_str(), position - 1);
   }
   return true;
 }

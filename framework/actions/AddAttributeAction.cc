@@ -1,6 +1,7 @@
 #include "actions/AddAttributeAction.h"
 
 #include <string>
+#include <vector>
 
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
@@ -14,6 +15,35 @@ using HandlerSlot = ThreadSlot<struct AddAttributeHandlerTag, IctiHandlerIf*>;
 bool readArguments(ActionArgumentsIf& args, std::string& name, std::string& type, std::string& defaultValue) {
   return args.getArgument("name", name) && args.getArgument("type", type) &&
          args.getArgument("defaultValue", defaultValue);
+}
+
+// The pieces of a default value list, "a|b|c"; empty pieces are kept.
+std::vector<std::string> pieces(const std::string& defaultValue) {
+  std::vector<std::string> result;
+  for (size_t start = 0;;) {
+    size_t end = defaultValue.find('|', start);
+    result.push_back(defaultValue.substr(start, end == std::string::npos ? std::string::npos : end - start));
+    if (end == std::string::npos) return result;
+    start = end + 1;
+  }
+}
+
+// The type and the default values must be the attribute's: checked before
+// any instance is touched. An empty piece gives no value at all.
+bool checkTypeAndValues(IctiHandlerIf* ictiHandler, const std::string& type, const std::string& defaultValue) {
+  const uint32_t code = AtrributeTypes::attributeTypeFromText(type);
+  if (code == 0) {
+    UpgradeAction::fail(ictiHandler, "AddAttributeAction: type %s is no attribute type (SA_INT32_T ... SA_ANY_T)",
+                        type.c_str());
+    return false;
+  }
+  for (const std::string& piece : pieces(defaultValue)) {
+    if (piece.empty() || AttributeValue::fits(code, piece)) continue;
+    UpgradeAction::fail(ictiHandler, "AddAttributeAction: default value %s is no %s value", piece.c_str(),
+                        type.c_str());
+    return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -65,9 +95,11 @@ bool AddAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ic
   std::string name;
   std::string type;
   std::string defaultValue;
-  if (readArguments(args, name, type, defaultValue)) return true;
-  ictiHandler->failUpgrade("AddAttributeAction requires args: name, type and defaultValue.");
-  return false;
+  if (!readArguments(args, name, type, defaultValue)) {
+    ictiHandler->failUpgrade("AddAttributeAction requires args: name, type and defaultValue.");
+    return false;
+  }
+  return checkTypeAndValues(ictiHandler, type, defaultValue);
 }
 
 void AddAttributeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {

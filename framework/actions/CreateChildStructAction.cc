@@ -4,6 +4,8 @@
 
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
+#include "icti/DistinguishedName.h"
+#include "icti/ValueText.h"
 #include "safcImmCt.h"
 #include "xml/FilterIf.h"
 #include "xml/ThreadSlot.h"
@@ -26,11 +28,19 @@ bool holdsValue(AttributeInternalIf& attribute, const std::string& value) {
   return false;
 }
 
-// Appends `reference` to the parent's reference attribute.
+// Appends `reference` to the parent's reference attribute, which must hold
+// names (or their text).
 bool linkStruct(InstanceIf& parent, const std::string& refName, const std::string& reference) {
   AttributeInternalIf* attribute = parent.getAttribute(refName);
   if (attribute == nullptr && !parent.addAttribute(refName, SA_IMM_ATTR_SANAMET, &attribute)) return false;
-  if (attribute == nullptr || holdsValue(*attribute, reference)) return attribute != nullptr;
+  if (attribute == nullptr) return false;
+  if (attribute->getType() != SA_IMM_ATTR_SANAMET && attribute->getType() != SA_IMM_ATTR_SASTRINGT) {
+    UpgradeAction::fail(HandlerSlot::get(),
+                        "CreateChildStructAction: structRefName %s is an attribute of type %s on %s, not a reference",
+                        refName.c_str(), ValueText::typeName(attribute->getType()), parent.getLdn().c_str());
+    return false;
+  }
+  if (holdsValue(*attribute, reference)) return true;
   return attribute->addCopy(reference.c_str());
 }
 
@@ -76,7 +86,7 @@ bool CreateChildStructAction::createUnderParent(InstanceIf& parent, ActionArgume
   const std::string parentLdn = parent.getLdn();
   TAV_LOG(INFO, "Create a new struct Instance of class %s rdn=%s with parent %s", structType.c_str(), rdnValue.c_str(),
           parentLdn.c_str());
-  const std::string structLdn = "id=" + rdnValue + "," + parentLdn;
+  const std::string structLdn = "id=" + DistinguishedName::escapeValue(rdnValue) + "," + parentLdn;
   InstanceGroupIf* group = StructGroupSlot::get();
   InstanceIf* created = group != nullptr ? group->createInstance(parentLdn, rdnValue, true, structType) : nullptr;
   InstanceIf* instance = created != nullptr ? created : (group != nullptr ? group->getInstance(structLdn) : nullptr);

@@ -3,9 +3,9 @@
 #include <cctype>
 #include <cstdarg>
 
-#include "actions/ValueText.h"
 #include "common/Log.h"
 #include "common/MessageFormatter.h"
+#include "icti/DistinguishedName.h"
 #include "safcImmCt.h"
 
 namespace {
@@ -51,7 +51,7 @@ bool holdsText(AttributeInternalIf& attribute, const std::string& text) {
 
 // A bitmap as an unsigned number: bytes (first most significant, at most
 // 8) or a text of 0 and 1 (first most significant, at most 64).
-bool bitmapNumber(AttributeInternalIf& attribute, std::string& number) {
+bool bitmapNumber(AttributeInternalIf& attribute, unsigned long long& number) {
   unsigned long long bits = 0;
   if (attribute.getType() == SA_IMM_ATTR_SAANYT) {
     std::vector<uint8_t> bytes = attribute.getRawDataValueAtIndex(0);
@@ -68,7 +68,7 @@ bool bitmapNumber(AttributeInternalIf& attribute, std::string& number) {
   } else {
     return false;
   }
-  number = std::to_string(bits);
+  number = bits;
   return true;
 }
 
@@ -120,9 +120,9 @@ std::string OperationSource::ancestorLdn(const std::string& ldn, const std::stri
   rdnStart += "Id=";
   for (size_t start = 0; start < ldn.size();) {
     if (ldn.compare(start, rdnStart.size(), rdnStart) == 0) return ldn.substr(start);
-    size_t comma = ldn.find(',', start);
-    if (comma == std::string::npos) break;
-    start = comma + 1;
+    size_t separator = DistinguishedName::nextSeparator(ldn, start);
+    if (separator == std::string::npos) break;
+    start = separator + 1;
   }
   return std::string();
 }
@@ -131,7 +131,7 @@ bool OperationSource::resolve(const OperationArgumentIf& operation, InstanceIf& 
   values = Values();
   Field literal = field(operation, &OperationArgumentIf::getValue);
   if (literal.isSet) {
-    values.texts.push_back(literal.text);
+    values.values.push_back(AttributeValue::ofString(literal.text));
     return true;
   }
   Field onlyInstance = field(operation, &OperationArgumentIf::getValueFromTypeRefOnlyInstance);
@@ -142,7 +142,8 @@ bool OperationSource::resolve(const OperationArgumentIf& operation, InstanceIf& 
       report(ictiHandler_, "%s: no single instance of class %s", actionName_, onlyInstance.text.c_str());
       return false;
     }
-    values.texts.push_back(only->getLdn());
+    const std::string ldn = only->getLdn();
+    values.values.push_back(AttributeValue::ofName(ldn, static_cast<uint16_t>(ldn.size())));
     values.type = SA_IMM_ATTR_SANAMET;
     return true;
   }
@@ -162,22 +163,18 @@ bool OperationSource::attributeValues(const OperationArgumentIf& operation, Inst
     return false;
   }
   if (bitmap.isSet) {
-    std::string number;
+    unsigned long long number = 0;
     if (!bitmapNumber(*attribute, number)) {
       report(ictiHandler_, "%s: attribute %s of %s is no bitmap", actionName_, name.c_str(), ldn.c_str());
       return false;
     }
-    values.texts.push_back(number);
+    values.values.push_back(AttributeValue::ofUnsigned(SA_IMM_ATTR_SAUINT64T, number));
     values.type = SA_IMM_ATTR_SAUINT64T;
     return true;
   }
-  if (attribute->getType() == SA_IMM_ATTR_SAANYT) {
-    report(ictiHandler_, "%s: attribute %s of %s is of type SA_ANY_T; read it with valueFromBitmapStringAttr",
-           actionName_, name.c_str(), ldn.c_str());
-    return false;
-  }
   uint32_t count = single.isSet ? 1 : attribute->getNumberOfValues();
-  for (uint32_t i = 0; i < count; ++i) values.texts.push_back(attribute->readValueAtIndex(i));
+  values.values.resize(count);
+  for (uint32_t i = 0; i < count; ++i) attribute->getValue(i, &values.values[i]);
   values.type = attribute->getType();
   return true;
 }

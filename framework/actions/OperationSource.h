@@ -1,7 +1,8 @@
 // Where the value of one `Operation` comes from, resolved against the
 // instance model of the running schema: a literal, the values of an
 // attribute of this or another instance, a bitmap read as a number, or the
-// distinguished name of the only instance of a class.
+// distinguished name of the only instance of a class. Values come as typed
+// values, so they reach their target exactly as their source holds them.
 //
 // The field combinations that can be judged without instances are checked
 // by check(); what can only be judged on an instance (a source instance or
@@ -15,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "icti/AttributeValue.h"
 #include "icti/IctiHandlerIf.h"
 #include "icti/InstanceIf.h"
 #include "xml/OperationArgumentIf.h"
@@ -22,7 +24,8 @@
 class OperationSource {
  public:
   struct Values {
-    std::vector<std::string> texts;
+    // A literal is a string that takes the type of its target.
+    std::vector<AttributeValue> values;
     // The IMM value type the values came with; 0 for a literal, which has
     // none of its own.
     uint32_t type = 0;
@@ -42,7 +45,8 @@ class OperationSource {
   static bool check(const OperationArgumentIf& operation, IctiHandlerIf& ictiHandler, const char* actionName);
 
   // The distinguished name of the nearest instance of `className` named in
-  // `ldn` (the part of `ldn` from that class's RDN on), or empty.
+  // `ldn` (the part of `ldn` from that class's RDN on), or empty. RDNs are
+  // told apart as DistinguishedName says.
   static std::string ancestorLdn(const std::string& ldn, const std::string& className);
 
   // Formats the reason and has the handler fail the upgrade with it.

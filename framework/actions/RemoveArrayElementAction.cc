@@ -1,11 +1,13 @@
 #include "actions/RemoveArrayElementAction.h"
 
-#include <cstdlib>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
+#include "icti/ValueText.h"
+#include "safcImmCt.h"
 #include "xml/ThreadSlot.h"
 
 namespace {
@@ -28,12 +30,14 @@ void removeMatching(AttributeInternalIf& attribute, const std::string& name, con
   }
 }
 
-// A whole signed decimal number, as its unsigned position: a negative one is
-// past the end.
+// A whole decimal number that a 32-bit position can take, signed or not,
+// as its unsigned position: a negative one is past the end. A larger one
+// would wrap around to the front, so it is no index.
 bool parseIndex(const std::string& text, uint32_t* index) {
-  char* end = nullptr;
-  long value = std::strtol(text.c_str(), &end, 10);
-  if (end == text.c_str() || *end != '\0') return false;
+  long long value = 0;
+  if (!ValueText::parseSigned(SA_IMM_ATTR_SAINT64T, text, value) || value < INT32_MIN || value > UINT32_MAX) {
+    return false;
+  }
   *index = static_cast<uint32_t>(value);
   return true;
 }
@@ -65,6 +69,11 @@ bool RemoveArrayElementAction::removeElement(InstanceIf& instance, ActionArgumen
   if (!filter.applies(instance, 0)) return true;
   AttributeInternalIf* attribute = instance.getAttribute(name);
   if (attribute == nullptr) return true;
+  if (isNamingAttribute(instance, name)) {
+    fail(HandlerSlot::get(), "removeArrayElement: attribute %s names %s: its value is the instance's name",
+         name.c_str(), instance.getLdn().c_str());
+    return false;
+  }
 
   std::string elementValue, indexText;
   if (args.getArgument("elementValue", elementValue)) {

@@ -4,6 +4,7 @@
 
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
+#include "icti/DistinguishedName.h"
 #include "icti/Instance.h"
 #include "xml/FilterIf.h"
 #include "xml/ThreadSlot.h"
@@ -58,7 +59,7 @@ std::string RemoveChildInstanceAction::getTargetLdn(const std::string& parentLdn
     return std::string();
   }
   const std::string rdnAttribute = isStruct ? "id" : Instance::moClassRdnAttribute(childType);
-  return rdnAttribute + "=" + rdnValue + "," + parentLdn;
+  return rdnAttribute + "=" + DistinguishedName::escapeValue(rdnValue) + "," + parentLdn;
 }
 
 bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {

@@ -4,21 +4,16 @@
 #include <string>
 
 #include "actions/ArgumentValue.h"
-#include "safcImmCt.h"
 #include "xml/ThreadSlot.h"
 
 namespace {
 
 using HandlerSlot = ThreadSlot<struct RenameAttributeHandlerTag, IctiHandlerIf*>;
 
-constexpr uint32_t kByteBufferType = SA_IMM_ATTR_SAANYT;
-
-// Byte buffers have no text form that reads back, so they are copied as
-// bytes; every other type goes through its text.
+// The value moves as it is, bit for bit.
 bool copyValue(AttributeInternalIf& from, AttributeInternalIf& to, uint32_t index) {
-  if (from.getType() == kByteBufferType) return to.addCopy(from.getRawDataValueAtIndex(index));
-  const char* value = from.readValueAtIndex(index);
-  return value != nullptr && to.addCopy(value);
+  AttributeValue value;
+  return from.getValue(index, &value) && to.addValue(value);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
+#include "icti/DistinguishedName.h"
 #include "safcImmCt.h"
 #include "xml/ThreadSlot.h"
 
@@ -93,7 +94,7 @@ struct RenameENodeBFunctionIdAction::Rename {
   static size_t subtreeStart(const std::string& name, const std::string& functionLdn) {
     if (!endsWith(name, functionLdn)) return std::string::npos;
     size_t start = name.size() - functionLdn.size();
-    return start == 0 || name[start - 1] == ',' ? start : std::string::npos;
+    return start == 0 || DistinguishedName::isSeparator(name, start - 1) ? start : std::string::npos;
   }
   std::string renamed(const std::string& name, size_t start) const { return name.substr(0, start) + newLdn; }
 };
@@ -110,9 +111,16 @@ bool RenameENodeBFunctionIdAction::validateArgs(ActionArgumentsIf& args, IctiHan
   HandlerSlot::set(ictiHandler);
   ActionSlot::set(this);
   std::string newName;
-  if (args.getArgument("newENodeBFunctionIdName", newName)) return true;
-  fail(ictiHandler, "RenameENodeBFunctionIdAction requires attribute newENodeBFunctionIdName");
-  return false;
+  if (!args.getArgument("newENodeBFunctionIdName", newName)) {
+    fail(ictiHandler, "RenameENodeBFunctionIdAction requires attribute newENodeBFunctionIdName");
+    return false;
+  }
+  if (!isPlainName(newName)) {
+    fail(ictiHandler, "RenameENodeBFunctionIdAction: newENodeBFunctionIdName %s is no attribute name",
+         newName.c_str());
+    return false;
+  }
+  return true;
 }
 
 void RenameENodeBFunctionIdAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
@@ -135,7 +143,11 @@ bool RenameENodeBFunctionIdAction::renameFunction(InstanceIf& function, ActionAr
   }
   rename.oldLdn = function.getLdn();
   rename.newRdn = newName + "=" + (equals == std::string::npos ? std::string() : rename.oldRdn.substr(equals + 1));
-  function.setRdn(rename.newRdn);
+  if (!function.setRdn(rename.newRdn)) {
+    fail(HandlerSlot::get(), "RenameENodeBFunctionIdAction: %s cannot be named %s", rename.oldLdn.c_str(),
+         rename.newRdn.c_str());
+    return false;
+  }
   rename.newLdn = function.getLdn();
 
   const std::vector<std::string>& classNames = ActionSlot::get()->classNames();

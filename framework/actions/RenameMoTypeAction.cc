@@ -8,6 +8,7 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "common/MessageFormatter.h"
+#include "icti/DistinguishedName.h"
 #include "xml/Filter.h"
 #include "xml/ThreadSlot.h"
 
@@ -86,9 +87,9 @@ std::string renamedAncestor(const std::string& name, const std::string& rdnAttri
     if (name.compare(start, rdnAttribute.size(), rdnAttribute) == 0 && name[start + rdnAttribute.size()] == '=') {
       return name.substr(start);
     }
-    size_t comma = name.find(',', start);
-    if (comma == std::string::npos) break;
-    start = comma + 1;
+    size_t separator = DistinguishedName::nextSeparator(name, start);
+    if (separator == std::string::npos) break;
+    start = separator + 1;
   }
   return std::string();
 }
@@ -223,7 +224,7 @@ std::string RenameMoTypeAction::renameRdns(const std::string& name, const std::s
   renamed.reserve(name.size() + newRdnAttribute.size());
   size_t start = 0;
   for (;;) {
-    size_t comma = name.find(',', start);
+    size_t comma = DistinguishedName::nextSeparator(name, start);
     size_t end = comma == std::string::npos ? name.size() : comma;
     bool matches = name.compare(start, oldRdnAttribute.size(), oldRdnAttribute) == 0 &&
                    start + oldRdnAttribute.size() < end && name[start + oldRdnAttribute.size()] == '=';
@@ -248,7 +249,12 @@ bool RenameMoTypeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ic
   requireHandler(ictiHandler);
   std::string newName;
   bool result = args.getArgument("newName", newName);
-  if (!result) ictiHandler->failUpgrade("RenameMoTypeAction requires argument newName.");
+  if (!result) {
+    ictiHandler->failUpgrade("RenameMoTypeAction requires argument newName.");
+  } else if (!isPlainName(newName)) {
+    fail(ictiHandler, "RenameMoTypeAction: newName %s is no class name", newName.c_str());
+    return false;
+  }
   // Each pair check runs only while everything before it holds, but reports
   // whenever the result is false at its end.
   result = comeInPairs(args, "structAttr", "structType", result);
@@ -279,7 +285,11 @@ bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroup
   const std::string newName = argumentValue(args, "newName");
   InstanceGroupIf* newGroup = ictiHandler->addInstanceGroup(newName);
   NewGroupSlot::set(newGroup);
-  if (newGroup == nullptr) return false;
+  if (newGroup == nullptr) {
+    fail(ictiHandler, "RenameMoTypeAction: class %s exists already with instances; %s cannot be renamed into it",
+         newName.c_str(), instanceGroup->getClassName().c_str());
+    return false;
+  }
 
   const std::string oldClass = instanceGroup->getClassName();
   const RenamePlan plan = makePlan(ictiHandler, args, oldClass, newName);
@@ -298,7 +308,11 @@ bool RenameMoTypeAction::renameInstance(InstanceIf& instance, ActionArgumentsIf&
 
   const std::string rdn = instance.getRdn();
   size_t id = rdn.find("Id=");
-  instance.setRdn(plan.newRdnAttribute + "=" + (id == std::string::npos ? std::string() : rdn.substr(id + 3)));
+  if (!instance.setRdn(plan.newRdnAttribute + "=" + (id == std::string::npos ? std::string() : rdn.substr(id + 3)))) {
+    report(handler, MessageFormatter::plain("RenameMoTypeAction: %s cannot be named %s", oldLdn.c_str(),
+                                            plan.newRdnAttribute.c_str()));
+    return true;
+  }
   const std::string parentName = instance.getParentName();
   const std::string renamedParent = plan.rename(parentName);
   if (renamedParent != parentName) instance.setParentName(renamedParent);

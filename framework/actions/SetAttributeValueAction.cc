@@ -14,9 +14,7 @@ bool setAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& 
   std::string name;
   args.getArgument("name", name);
   ValueOperations operations(*HandlerSlot::get(), kName, args);
-  bool admitted = false;
-  if (!operations.admits(instance, name, filter, admitted)) return false;
-  if (!admitted) return true;
+  if (!operations.admits(instance, name, filter)) return true;
   // Selecting values by their old value leaves no room for replacing them
   // all: "=" then sets each selected value.
   std::string oldValue;

@@ -29,9 +29,7 @@ bool setStructAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, Filt
   args.getArgument("structType", structType);
   args.getArgument("structAttribute", structAttribute);
   ValueOperations operations(handler, kName, args);
-  bool admitted = false;
-  if (!operations.admits(instance, name, filter, admitted)) return false;
-  if (!admitted) return true;
+  if (!operations.admits(instance, name, filter)) return true;
   AttributeInternalIf* references = instance.getAttribute(name);
   if (references == nullptr || references->getNumberOfValues() == 0) {
     TAV_LOG(INFO, "%s: %s has no value in attribute %s, nothing to change", kName, instance.getLdn().c_str(),

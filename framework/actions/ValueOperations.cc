@@ -1,9 +1,21 @@
 #include "actions/ValueOperations.h"
 
-#include "actions/ValueText.h"
 #include "common/Log.h"
+#include "icti/ValueText.h"
 #include "safcImmCt.h"
 #include "xml/AtrributeTypes.h"
+#include "xml/UpgradeAction.h"
+
+namespace {
+
+// A value for a message: its text, or its size for a byte buffer.
+std::string describe(const AttributeValue& value) {
+  std::string text;
+  if (value.toText(&text)) return text;
+  return "(" + std::to_string(value.data().size()) + " bytes)";
+}
+
+}  // namespace
 
 // What an operator does and to which types it applies.
 struct ValueOperations::Operator {
@@ -51,7 +63,10 @@ const ValueOperations::Operator* ValueOperations::findOperator(const std::string
 bool ValueOperations::check(ActionArgumentsIf& args, IctiHandlerIf& ictiHandler, const char* actionName,
                             bool assignOnly, bool rangeAllowed) {
   std::string typeName;
-  if (args.getArgument("type", typeName)) AtrributeTypes::attributeTypeFromText(typeName);
+  if (args.getArgument("type", typeName) && AtrributeTypes::attributeTypeFromText(typeName) == 0) {
+    OperationSource::report(ictiHandler, "%s: type %s is no attribute type", actionName, typeName.c_str());
+    return false;
+  }
   for (OperationArgumentIf* operation : args.getOperations()) {
     if (!OperationSource::check(*operation, ictiHandler, actionName)) return false;
     const std::string text = operation->toString();
@@ -71,22 +86,26 @@ bool ValueOperations::check(ActionArgumentsIf& args, IctiHandlerIf& ictiHandler,
   return true;
 }
 
-bool ValueOperations::admits(InstanceIf& instance, const std::string& name, FilterIf& filter, bool& admitted) {
-  admitted = false;
+bool ValueOperations::admits(InstanceIf& instance, const std::string& name, FilterIf& filter) {
   AttributeInternalIf* attribute = instance.getAttribute(name);
   uint32_t count = attribute == nullptr ? 0 : attribute->getNumberOfValues();
-  std::string oldValue;
-  if (count > 0 && args_.getArgument("oldAttributeValue", oldValue) && attribute->getType() != SA_IMM_ATTR_SAANYT &&
-      !ValueText::fits(attribute->getType(), oldValue)) {
-    return reportMisfit(*attribute, oldValue, instance.getLdn());
-  }
+  bool admitted = false;
   for (uint32_t i = 0; i < (count == 0 ? 1 : count) && !admitted; ++i) admitted = filter.applies(instance, i);
   if (!admitted) TAV_LOG(INFO, "Filter does not apply");
-  return true;
+  return admitted;
+}
+
+bool ValueOperations::changeable(InstanceIf& target, const std::string& name) {
+  if (!UpgradeAction::isNamingAttribute(target, name)) return true;
+  OperationSource::report(ictiHandler_,
+                          "%s: attribute %s names %s: its value is the instance's name and is not changed here",
+                          actionName_, name.c_str(), target.getLdn().c_str());
+  return false;
 }
 
 bool ValueOperations::apply(InstanceIf& owner, InstanceIf& target, const std::string& name,
                             const PositionFilter& admits, bool wholeAssignment) {
+  if (!changeable(target, name)) return false;
   for (OperationArgumentIf* operation : args_.getOperations()) {
     if (!applyOne(*operation, owner, target, name, admits, wholeAssignment)) return false;
   }
@@ -110,51 +129,53 @@ bool ValueOperations::applyOne(const OperationArgumentIf& operation, InstanceIf&
     TAV_LOG(INFO, "%s: %s has no value in attribute %s, nothing to change", actionName_, ldn.c_str(), name.c_str());
     return true;
   }
-  if (values.texts.size() != 1) {
+  if (values.values.size() != 1) {
     OperationSource::report(ictiHandler_, "%s: operator %s needs one value, the source gives %zu", actionName_,
-                            op->text, values.texts.size());
+                            op->text, values.values.size());
     return false;
   }
-  return changeEach(*op, operation, *attribute, values.texts.front(), ldn, admits);
+  return changeEach(*op, operation, *attribute, values.values.front(), ldn, admits);
 }
 
 bool ValueOperations::assignAll(InstanceIf& target, const std::string& name, const OperationSource::Values& values) {
   const std::string ldn = target.getLdn();
-  AttributeInternalIf* attribute = textAttribute(target, name, values.type);
-  if (attribute == nullptr || !allFit(*attribute, values.texts, ldn)) return false;
+  AttributeInternalIf* attribute = targetAttribute(target, name, values.type);
+  std::vector<AttributeValue> converted;
+  if (attribute == nullptr || !convertAll(*attribute, values.values, ldn, converted)) return false;
   while (attribute->getNumberOfValues() > 0) attribute->eraseValueAtIndex(0);
-  for (const std::string& text : values.texts) attribute->addCopy(text.c_str());
-  TAV_LOG(INFO, "%s: %s of %s set to %zu value(s)", actionName_, name.c_str(), ldn.c_str(), values.texts.size());
+  for (const AttributeValue& value : converted) attribute->addValue(value);
+  TAV_LOG(INFO, "%s: %s of %s set to %zu value(s)", actionName_, name.c_str(), ldn.c_str(), converted.size());
   return true;
 }
 
 bool ValueOperations::changeEach(const Operator& op, const OperationArgumentIf& operation,
-                                 AttributeInternalIf& attribute, const std::string& value, const std::string& ldn,
+                                 AttributeInternalIf& attribute, const AttributeValue& value, const std::string& ldn,
                                  const PositionFilter& admits) {
-  if (!operandFits(op, attribute, value, ldn)) return false;
+  std::string operand;
+  if (!operandText(op, attribute, value, ldn, operand)) return false;
   bool hasStart = false, hasEnd = false;
   std::string start, end;
   operation.getRangeStart(hasStart, start);
   operation.getRangeEnd(hasEnd, end);
-  if (hasStart && !ValueText::fits(attribute.getType(), start)) return reportMisfit(attribute, start, ldn);
-  if (hasEnd && !ValueText::fits(attribute.getType(), end)) return reportMisfit(attribute, end, ldn);
+  if (hasStart && !AttributeValue::fits(attribute.getType(), start)) return reportMisfit(attribute, start, ldn);
+  if (hasEnd && !AttributeValue::fits(attribute.getType(), end)) return reportMisfit(attribute, end, ldn);
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
     bool inRange = !(hasStart && attribute.lessThanAtIndex(i, start.c_str())) &&
                    !(hasEnd && attribute.greaterThanAtIndex(i, end.c_str()));
     if (!inRange || !admits(i)) continue;
-    if (!(attribute.*op.change)(i, value.c_str())) {
+    if (!(attribute.*op.change)(i, operand.c_str())) {
       OperationSource::report(ictiHandler_, "%s: operator %s failed at index %u of attribute %s on %s", actionName_,
                               op.text, i, attribute.getName().c_str(), ldn.c_str());
       return false;
     }
     TAV_LOG(INFO, "%s: %s[%u] of %s %s %s", actionName_, attribute.getName().c_str(), i, ldn.c_str(), op.text,
-            value.c_str());
+            operand.c_str());
   }
   return true;
 }
 
-bool ValueOperations::operandFits(const Operator& op, AttributeInternalIf& attribute, const std::string& value,
-                                  const std::string& ldn) {
+bool ValueOperations::operandText(const Operator& op, AttributeInternalIf& attribute, const AttributeValue& value,
+                                  const std::string& ldn, std::string& text) {
   const uint32_t type = attribute.getType();
   const std::string name = attribute.getName();
   if (type == SA_IMM_ATTR_SAANYT) {
@@ -167,22 +188,24 @@ bool ValueOperations::operandFits(const Operator& op, AttributeInternalIf& attri
                             actionName_, op.text, name.c_str(), ValueText::typeName(type), ldn.c_str());
     return false;
   }
+  AttributeValue operand;
   if (op.kind == Operator::kShift) {
-    long long count = 0;
-    if (!ValueText::parseSigned(value, count) || count < 0 || count >= ValueText::integerWidth(type)) {
+    if (!value.convertTo(SA_IMM_ATTR_SAINT64T, &operand) || operand.asSigned() < 0 ||
+        operand.asSigned() >= static_cast<long long>(ValueText::integerWidth(type))) {
       OperationSource::report(ictiHandler_, "%s: shift count %s is out of range for attribute %s of type %s on %s",
-                              actionName_, value.c_str(), name.c_str(), ValueText::typeName(type), ldn.c_str());
+                              actionName_, describe(value).c_str(), name.c_str(), ValueText::typeName(type),
+                              ldn.c_str());
       return false;
     }
-    return true;
+  } else if (!value.convertTo(type, &operand)) {
+    return reportMisfit(attribute, describe(value), ldn);
   }
-  if (!ValueText::fits(type, value)) return reportMisfit(attribute, value, ldn);
-  if (op.kind == Operator::kDivide && ValueText::isZero(type, value)) {
+  if (op.kind == Operator::kDivide && operand.isZero()) {
     OperationSource::report(ictiHandler_, "%s: division by zero on attribute %s of %s", actionName_, name.c_str(),
                             ldn.c_str());
     return false;
   }
-  return true;
+  return operand.toText(&text);
 }
 
 bool ValueOperations::reportMisfit(AttributeInternalIf& attribute, const std::string& value, const std::string& ldn) {
@@ -192,20 +215,18 @@ bool ValueOperations::reportMisfit(AttributeInternalIf& attribute, const std::st
   return false;
 }
 
-bool ValueOperations::allFit(AttributeInternalIf& attribute, const std::vector<std::string>& texts,
-                             const std::string& ldn) {
-  if (attribute.getType() == SA_IMM_ATTR_SAANYT) {
-    OperationSource::report(ictiHandler_, "%s: attribute %s of type SA_ANY_T on %s takes no text value", actionName_,
-                            attribute.getName().c_str(), ldn.c_str());
-    return false;
-  }
-  for (const std::string& text : texts) {
-    if (!ValueText::fits(attribute.getType(), text)) return reportMisfit(attribute, text, ldn);
+bool ValueOperations::convertAll(AttributeInternalIf& attribute, const std::vector<AttributeValue>& values,
+                                 const std::string& ldn, std::vector<AttributeValue>& converted) {
+  converted.resize(values.size());
+  for (size_t i = 0; i < values.size(); ++i) {
+    if (!values[i].convertTo(attribute.getType(), &converted[i])) return reportMisfit(attribute, describe(values[i]), ldn);
   }
   return true;
 }
 
-AttributeInternalIf* ValueOperations::textAttribute(InstanceIf& target, const std::string& name, uint32_t sourceType) {
+AttributeInternalIf* ValueOperations::targetAttribute(InstanceIf& target, const std::string& name,
+                                                      uint32_t sourceType) {
+  if (!changeable(target, name)) return nullptr;
   AttributeInternalIf* attribute = target.getAttribute(name);
   if (attribute != nullptr) return attribute;
   std::string typeName;

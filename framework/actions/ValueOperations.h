@@ -4,10 +4,13 @@
 // creation of an absent attribute, and the check of every value against
 // the attribute's type before the attribute is touched.
 //
-// Operators: "=" "+" "-" "*" "/" "<<" ">>" "&" "|" "^". Failures are
-// reported through the ICTI handler's failUpgrade with the action's name in
-// front of the text; the instance is then left as it was by the failing
-// operation (earlier operations of the same action stay applied).
+// Operators: "=" "+" "-" "*" "/" "<<" ">>" "&" "|" "^". Values reach the
+// attribute as typed values (an operator's operand in its exact text). The
+// naming attribute of an instance is never changed: its value is the
+// instance's name. Failures are reported through the ICTI handler's
+// failUpgrade with the action's name in front of the text; the instance is
+// then left as it was by the failing operation (earlier operations of the
+// same action stay applied).
 
 #ifndef VOSK_ACTIONS_VALUE_OPERATIONS_H
 #define VOSK_ACTIONS_VALUE_OPERATIONS_H
@@ -32,8 +35,8 @@ class ValueOperations {
 
   // Checks every operation of `args` (operator in the table, or "=" only
   // when `assignOnly`; no range when `rangeAllowed` is false; the source
-  // rules of OperationSource::check) and the `type` argument, which aborts
-  // the process when it is not a type name. False (reported) otherwise.
+  // rules of OperationSource::check) and the `type` argument, which must
+  // name a type. False (reported) otherwise.
   static bool check(ActionArgumentsIf& args, IctiHandlerIf& ictiHandler, const char* actionName, bool assignOnly,
                     bool rangeAllowed);
 
@@ -44,19 +47,19 @@ class ValueOperations {
   bool apply(InstanceIf& owner, InstanceIf& target, const std::string& name, const PositionFilter& admits,
              bool wholeAssignment);
 
-  // The attribute `name` of `target`; created when absent, with the `type`
-  // argument or else `sourceType` (0: none). Null (reported) when it cannot
-  // be created or is a byte buffer, which takes no text.
-  AttributeInternalIf* textAttribute(InstanceIf& target, const std::string& name, uint32_t sourceType);
-  // True when every text fits the attribute's type; otherwise reported.
-  bool allFit(AttributeInternalIf& attribute, const std::vector<std::string>& texts, const std::string& ldn);
+  // The attribute `name` of `target` that values go to; created when
+  // absent, with the `type` argument or else `sourceType` (0: none). Null
+  // (reported) when it cannot be created or names the instance.
+  AttributeInternalIf* targetAttribute(InstanceIf& target, const std::string& name, uint32_t sourceType);
+  // `values` converted to the attribute's type, in order; false (reported)
+  // when one does not fit.
+  bool convertAll(AttributeInternalIf& attribute, const std::vector<AttributeValue>& values, const std::string& ldn,
+                  std::vector<AttributeValue>& converted);
 
   // Whether the filter admits the instance: some position of attribute
-  // `name` admitted (position 0 when it has none). `admitted` is false
-  // when the instance is to be skipped, which is logged ("Filter does not
-  // apply"); the result is false (reported)
-  // when the filter's old value does not fit the attribute's type.
-  bool admits(InstanceIf& instance, const std::string& name, FilterIf& filter, bool& admitted);
+  // `name` admitted (position 0 when it has none). An instance to skip is
+  // logged ("Filter does not apply").
+  bool admits(InstanceIf& instance, const std::string& name, FilterIf& filter);
 
   OperationSource& source() { return source_; }
 
@@ -67,11 +70,15 @@ class ValueOperations {
 
   bool applyOne(const OperationArgumentIf& operation, InstanceIf& owner, InstanceIf& target, const std::string& name,
                 const PositionFilter& admits, bool wholeAssignment);
+  // False (reported) when `name` is the naming attribute of `target`.
+  bool changeable(InstanceIf& target, const std::string& name);
   bool assignAll(InstanceIf& target, const std::string& name, const OperationSource::Values& values);
   bool changeEach(const Operator& op, const OperationArgumentIf& operation, AttributeInternalIf& attribute,
-                  const std::string& value, const std::string& ldn, const PositionFilter& admits);
-  bool operandFits(const Operator& op, AttributeInternalIf& attribute, const std::string& value,
-                   const std::string& ldn);
+                  const AttributeValue& value, const std::string& ldn, const PositionFilter& admits);
+  // The operand's text for the operator on the attribute; false (reported)
+  // when the operator does not take it.
+  bool operandText(const Operator& op, AttributeInternalIf& attribute, const AttributeValue& value,
+                   const std::string& ldn, std::string& text);
   bool reportMisfit(AttributeInternalIf& attribute, const std::string& value, const std::string& ldn);
 
   IctiHandlerIf& ictiHandler_;

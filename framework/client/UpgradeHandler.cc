@@ -91,7 +91,11 @@ bool UpgradeHandler::upgrade() {
 
   struct timespec t2 = clock_.monotonicNow();
   TAV_LOG(INFO, "Call write/copy classes, finalize and wait. If no 'Upgrade done' seen in this log check SwmInternal log.");
-  if (!finalize(upgradeType)) return failureEnd();
+  // Whatever asked for a rollback on the way has failed the schema: its
+  // model is not finalized, so nothing of it takes effect.
+  if (ictiHandler_->failureCount() > 0 || !finalize(upgradeType) || ictiHandler_->failureCount() > 0) {
+    return failureEnd();
+  }
   TAV_LOG(INFO, "Successfully finalized ICTI write. Upgrade complete.");
   struct timespec t3 = clock_.monotonicNow();
   TAV_LOG_ONLY(PersistentLog::kSeverityInfo,
@@ -144,7 +148,10 @@ bool UpgradeHandler::processPath(const std::vector<std::string>& path) {
   bool result = true;
   for (const std::string& file : path) {
     TAV_LOG(INFO, "Processing modification file %s", file.c_str());
-    if (!parser_->parseModificationFile(file.c_str(), false)) {
+    const int failuresBefore = ictiHandler_->failureCount();
+    // A file whose actions asked for a rollback has failed, whatever the
+    // actions returned.
+    if (!parser_->parseModificationFile(file.c_str(), false) || ictiHandler_->failureCount() != failuresBefore) {
       ictiHandler_->failUpgrade(MessageFormatter::plain("Failed to process modification file %s", file.c_str()).c_str());
       result = false;
     }

@@ -21,31 +21,36 @@ template <>
 struct TypeInfo<int> {
   static constexpr uint32_t kCode = SA_IMM_ATTR_SAINT32T;
   static constexpr const char* kName = "int";
-  static constexpr const char* kFormat = "%d";
 };
 template <>
 struct TypeInfo<unsigned int> {
   static constexpr uint32_t kCode = SA_IMM_ATTR_SAUINT32T;
   static constexpr const char* kName = "unsigned int";
-  static constexpr const char* kFormat = "%u";
 };
 template <>
 struct TypeInfo<long long> {
   static constexpr uint32_t kCode = SA_IMM_ATTR_SAINT64T;
   static constexpr const char* kName = "long long";
-  static constexpr const char* kFormat = "%lld";
 };
 template <>
 struct TypeInfo<unsigned long long> {
   static constexpr uint32_t kCode = SA_IMM_ATTR_SAUINT64T;
   static constexpr const char* kName = "unsigned long long";
-  static constexpr const char* kFormat = "%llu";
+};
+template <>
+struct TypeInfo<SaTimeTag> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SATIMET;
+  static constexpr const char* kName = "SaTimeT";
+};
+template <>
+struct TypeInfo<float> {
+  static constexpr uint32_t kCode = SA_IMM_ATTR_SAFLOATT;
+  static constexpr const char* kName = "float";
 };
 template <>
 struct TypeInfo<double> {
   static constexpr uint32_t kCode = SA_IMM_ATTR_SADOUBLET;
   static constexpr const char* kName = "double";
-  static constexpr const char* kFormat = "%f";
 };
 template <>
 struct TypeInfo<SaNameT> {
@@ -64,9 +69,13 @@ struct TypeInfo<SaAnyT> {
 };
 
 template <typename T>
-constexpr bool kIsNumber = std::is_arithmetic_v<T>;
+using StoredValue = typename attribute_storage::Storage<T>::Value;
 template <typename T>
-constexpr bool kIsInteger = std::is_integral_v<T>;
+constexpr bool kIsNumber = std::is_arithmetic_v<StoredValue<T>>;
+template <typename T>
+constexpr bool kIsInteger = std::is_integral_v<StoredValue<T>>;
+template <typename T>
+constexpr bool kIsFloating = std::is_floating_point_v<StoredValue<T>>;
 template <typename T>
 constexpr bool kIsName = std::is_same_v<T, SaNameT>;
 template <typename T>
@@ -79,11 +88,9 @@ constexpr bool kIsBytes = std::is_same_v<T, SaAnyT>;
 constexpr size_t kNameTextLimit = SA_MAX_NAME_LENGTH - 1;
 constexpr const char* kNoConversion = "SaAnyT, no conversion";
 
-// readValueAtIndex answers in buffers of the calling thread: numbers are
-// formatted into the first, names and strings copied into the second, so the
-// text outlives changes to the attribute until the thread's next read.
-thread_local char t_valueText[256];
-thread_local std::string t_textValue;
+// readValueAtIndex answers in a buffer of the calling thread, so the text
+// outlives changes to the attribute until the thread's next read.
+thread_local std::string t_valueText;
 
 char* copyText(const char* text, size_t length) {
   char* copy = static_cast<char*>(std::malloc(length + 1));
@@ -129,27 +136,33 @@ SaAnyT allocAndCopySaAnyT(const SaAnyT& source, const char* attributeName) {
   return SaAnyT{source.bufferSize, bytes};
 }
 
+// Why `text` is no value of the type: what is left after the number, as the
+// C conversion sees it, or else the range or form.
 template <typename T>
-T parseNumber(const char* text) {
+void reportUnreadable(const char* text) {
   char* tail = nullptr;
-  T value;
-  if constexpr (std::is_same_v<T, int>) {
-    value = static_cast<int>(std::strtol(text, &tail, 10));
-  } else if constexpr (std::is_same_v<T, unsigned int>) {
-    value = static_cast<unsigned int>(std::strtoul(text, &tail, 10));
-  } else if constexpr (std::is_same_v<T, long long>) {
-    value = std::strtoll(text, &tail, 10);
-  } else if constexpr (std::is_same_v<T, unsigned long long>) {
-    value = std::strtoull(text, &tail, 10);
+  if constexpr (kIsFloating<T>) {
+    std::strtod(text, &tail);
+  } else if constexpr (std::is_signed_v<StoredValue<T>>) {
+    std::strtoll(text, &tail, 10);
   } else {
-    value = std::strtod(text, &tail);
+    std::strtoull(text, &tail, 10);
   }
   if (*tail != '\0') {
     TAV_LOG(ERROR, "Could not read value as %s (value: %s), tailPtr is not empty (tailPtr: %s)", TypeInfo<T>::kName,
             text, tail);
-    std::abort();
+  } else {
+    TAV_LOG(ERROR, "Could not read value as %s (value: %s), out of range or not a plain decimal number",
+            TypeInfo<T>::kName, text);
   }
-  return value;
+}
+
+template <typename V>
+V numberOf(const AttributeValue& value) {
+  if constexpr (std::is_same_v<V, double>) return value.asDouble();
+  else if constexpr (std::is_same_v<V, float>) return value.asFloat();
+  else if constexpr (std::is_signed_v<V>) return static_cast<V>(value.asSigned());
+  else return static_cast<V>(value.asUnsigned());
 }
 
 // Integer arithmetic is done in the unsigned type of the same width, so that
@@ -237,7 +250,8 @@ bool holds(const V& a, const V& b, Relation relation) {
   }
 }
 
-// A double converted for the "%d" of a message, without overflowing.
+// A floating-point number converted for the "%d" of a message, without
+// overflowing.
 int countForMessage(double value) {
   if (std::isnan(value)) return 0;
   if (value <= INT_MIN) return INT_MIN;
@@ -271,6 +285,10 @@ AttributeBase* AttributeBase::create(const std::string& name, uint32_t type) {
       return new Attribute<long long>(n);
     case SA_IMM_ATTR_SAUINT64T:
       return new Attribute<unsigned long long>(n);
+    case SA_IMM_ATTR_SATIMET:
+      return new Attribute<SaTimeTag>(n);
+    case SA_IMM_ATTR_SAFLOATT:
+      return new Attribute<float>(n);
     case SA_IMM_ATTR_SANAMET:
       return new Attribute<SaNameT>(n);
     case SA_IMM_ATTR_SADOUBLET:
@@ -309,18 +327,28 @@ uint32_t Attribute<T>::getType() const {
 }
 
 template <typename T>
-typename Attribute<T>::Value Attribute<T>::readValue(const char* text) {
+bool Attribute<T>::readValue(const char* text, Value& value) {
   if (text == nullptr) text = "";
   if constexpr (kIsNumber<T>) {
-    return parseNumber<T>(text);
+    if (*text == '\0') {
+      value = 0;
+      return true;
+    }
+    AttributeValue parsed;
+    if (!AttributeValue::fromText(TypeInfo<T>::kCode, text, &parsed)) {
+      reportUnreadable<T>(text);
+      return false;
+    }
+    value = numberOf<Value>(parsed);
   } else if constexpr (kIsName<T>) {
-    return nameFromText(text);
+    value = nameFromText(text);
   } else if constexpr (kIsString<T>) {
-    return copyText(text, std::strlen(text));
+    value = copyText(text, std::strlen(text));
   } else {
     TAV_LOG(INFO, "readValue(char *) called on SaAnyT, returning null struct");
-    return SaAnyT{0, nullptr};
+    value = SaAnyT{0, nullptr};
   }
+  return true;
 }
 
 template <typename T>
@@ -329,7 +357,9 @@ bool Attribute<T>::addCopy(const char* value) {
     TAV_LOG(INFO, "Attribute<T>::addCopy called with empty string for %s, no new value created", name());
     return true;
   }
-  values_.push_back(readValue(value));
+  Value parsed;
+  if (!readValue(value, parsed)) return false;
+  values_.push_back(parsed);
   return true;
 }
 
@@ -348,7 +378,9 @@ bool Attribute<T>::addCopy(const std::vector<uint8_t>& value) {
 template <typename T>
 bool Attribute<T>::insertValueAtIndex(const char* value, uint32_t index) {
   if (!hasValue(index)) return addCopy(value);
-  values_.insert(index, readValue(value));
+  Value parsed;
+  if (!readValue(value, parsed)) return false;
+  values_.insert(index, parsed);
   return true;
 }
 
@@ -364,7 +396,8 @@ bool Attribute<T>::eraseValueAtIndex(uint32_t index) {
 
 template <typename T>
 bool Attribute<T>::setValueAtIndex(uint32_t index, const char* value) {
-  Value parsed = readValue(value);
+  Value parsed;
+  if (!readValue(value, parsed)) return false;
   if (!hasValue(index)) {
     release(parsed);
     return false;
@@ -410,7 +443,8 @@ bool Attribute<T>::compareAtIndex(uint32_t index, const char* text, const char* 
     refuse(operation);
     return false;
   } else {
-    Value parsed = readValue(text);
+    Value parsed;
+    if (!readValue(text, parsed)) return false;
     bool result = hasValue(index) && holds<T>(values_[index], parsed, relation);
     release(parsed);
     return result;
@@ -424,10 +458,6 @@ const char* Attribute<T>::readValueAtIndex(uint32_t index) {
     TAV_LOG(INFO, "readValue called, SaAnyT bufferSize %llu",
             static_cast<unsigned long long>(values_[index].bufferSize));
   }
-  if constexpr (kIsName<T> || kIsString<T>) {
-    t_textValue.assign(valueText(index));
-    return t_textValue.c_str();
-  }
   return valueText(index);
 }
 
@@ -435,14 +465,63 @@ template <typename T>
 const char* Attribute<T>::valueText(uint32_t index) const {
   if (!hasValue(index)) return "(null)";
   if constexpr (kIsNumber<T>) {
-    std::snprintf(t_valueText, sizeof t_valueText, TypeInfo<T>::kFormat, values_[index]);
-    return t_valueText;
+    AttributeValue value;
+    getValue(index, &value);
+    value.toText(&t_valueText);
   } else if constexpr (kIsName<T>) {
-    return values_[index].text;
+    t_valueText.assign(values_[index].text);
   } else if constexpr (kIsString<T>) {
-    return values_[index];
+    t_valueText.assign(values_[index]);
   } else {
     return kNoConversion;
+  }
+  return t_valueText.c_str();
+}
+
+template <typename T>
+bool Attribute<T>::getValue(uint32_t index, AttributeValue* value) const {
+  if (!hasValue(index)) return false;
+  const Value& stored = values_[index];
+  if constexpr (std::is_same_v<Value, double>) {
+    *value = AttributeValue::ofDouble(stored);
+  } else if constexpr (std::is_same_v<Value, float>) {
+    *value = AttributeValue::ofFloat(stored);
+  } else if constexpr (kIsInteger<T> && std::is_signed_v<Value>) {
+    *value = AttributeValue::ofSigned(TypeInfo<T>::kCode, stored);
+  } else if constexpr (kIsInteger<T>) {
+    *value = AttributeValue::ofUnsigned(TypeInfo<T>::kCode, stored);
+  } else if constexpr (kIsName<T>) {
+    *value = AttributeValue::ofName(stored.text, stored.length);
+  } else if constexpr (kIsString<T>) {
+    *value = AttributeValue::ofString(stored);
+  } else {
+    const char* bytes = reinterpret_cast<const char*>(stored.bufferAddr);
+    *value = AttributeValue::ofBytes(bytes != nullptr ? std::string(bytes, stored.bufferSize) : std::string());
+  }
+  return true;
+}
+
+template <typename T>
+bool Attribute<T>::insertValue(uint32_t index, const AttributeValue& value) {
+  AttributeValue own;
+  if (!value.convertTo(TypeInfo<T>::kCode, &own)) return false;
+  values_.insert(hasValue(index) ? index : values_.size(), storedFormOf(own));
+  return true;
+}
+
+template <typename T>
+typename Attribute<T>::Value Attribute<T>::storedFormOf(const AttributeValue& value) const {
+  if constexpr (kIsNumber<T>) {
+    return numberOf<Value>(value);
+  } else if constexpr (kIsName<T>) {
+    const std::string& text = value.data();
+    return Name{copyText(text.data(), std::min(text.size(), kNameTextLimit)), value.nameLength()};
+  } else if constexpr (kIsString<T>) {
+    return copyText(value.data().data(), value.data().size());
+  } else {
+    const std::string& bytes = value.data();
+    SaAnyT source{bytes.size(), reinterpret_cast<SaUint8T*>(const_cast<char*>(bytes.data()))};
+    return allocAndCopySaAnyT(source, name());
   }
 }
 
@@ -522,7 +601,8 @@ template <typename T>
 template <typename Operation>
 bool Attribute<T>::arithmeticAtIndex(uint32_t index, const char* text, const char* operation, Operation operate) {
   if constexpr (kIsNumber<T>) {
-    T operand = readValue(text);
+    Value operand;
+    if (!readValue(text, operand)) return false;
     if (!hasValue(index)) return false;
     values_[index] = operate(values_[index], operand);
     return true;
@@ -540,7 +620,9 @@ bool Attribute<T>::bitwiseAtIndex(uint32_t index, const char* text, const char* 
   if constexpr (kIsInteger<T>) {
     return arithmeticAtIndex(index, text, operation, operate);
   } else if constexpr (kIsNumber<T>) {
-    refuseImproperShift(operation, countForMessage(readValue(text)));
+    Value count;
+    if (!readValue(text, count)) return false;
+    refuseImproperShift(operation, countForMessage(count));
     return false;
   } else {
     refuse(operation);
@@ -554,19 +636,24 @@ bool Attribute<T>::bitwiseAtIndex(uint32_t index, const char* text, const char* 
 template <typename T>
 bool Attribute<T>::shiftAtIndex(uint32_t index, const char* text, const char* operation, bool left) {
   if constexpr (kIsInteger<T>) {
-    constexpr int kWidth = sizeof(T) * CHAR_BIT;
-    long long count = static_cast<std::make_signed_t<T>>(readValue(text));
+    constexpr int kWidth = sizeof(Value) * CHAR_BIT;
+    Value read;
+    if (!readValue(text, read)) return false;
+    long long count = static_cast<std::make_signed_t<Value>>(read);
     if (!hasValue(index)) return false;
     if (count > kWidth - 1) {
       refuseImproperShift(operation, static_cast<int>(count));
       return true;
     }
     unsigned int bits = static_cast<unsigned int>(static_cast<unsigned long long>(count) & (kWidth - 1));
-    Unsigned<T> v = static_cast<Unsigned<T>>(values_[index]);
-    values_[index] = static_cast<T>(left ? static_cast<Unsigned<T>>(v << bits) : static_cast<Unsigned<T>>(v >> bits));
+    Unsigned<Value> v = static_cast<Unsigned<Value>>(values_[index]);
+    values_[index] =
+        static_cast<Value>(left ? static_cast<Unsigned<Value>>(v << bits) : static_cast<Unsigned<Value>>(v >> bits));
     return true;
   } else if constexpr (kIsNumber<T>) {
-    refuseImproperShift(operation, countForMessage(readValue(text)));
+    Value count;
+    if (!readValue(text, count)) return false;
+    refuseImproperShift(operation, countForMessage(count));
     return false;
   } else {
     refuse(operation);
@@ -576,7 +663,7 @@ bool Attribute<T>::shiftAtIndex(uint32_t index, const char* text, const char* op
 
 template <typename T>
 void Attribute<T>::refuseImproperShift(const char* operation, int count) const {
-  int width = kIsNumber<T> ? static_cast<int>(sizeof(T) * CHAR_BIT) : 0;
+  int width = kIsNumber<T> ? static_cast<int>(sizeof(Value) * CHAR_BIT) : 0;
   TAV_LOG(ERROR, "%s unsupported operation, improper bitwiseShiftIndex %d, or data type size %d", operation, count,
           width);
 }
@@ -614,7 +701,9 @@ void Attribute<T>::init(const SaImmAttrValuesT_2* record) {
 template <typename T>
 typename Attribute<T>::Value Attribute<T>::copyOf(const void* platformValue) const {
   if constexpr (kIsNumber<T>) {
-    return *static_cast<const T*>(platformValue);
+    Value value;
+    std::memcpy(&value, platformValue, sizeof value);
+    return value;
   } else if constexpr (kIsName<T>) {
     return nameFromRecord(*static_cast<const SaNameT*>(platformValue));
   } else if constexpr (kIsString<T>) {
@@ -677,6 +766,8 @@ template class Attribute<int>;
 template class Attribute<unsigned int>;
 template class Attribute<long long>;
 template class Attribute<unsigned long long>;
+template class Attribute<SaTimeTag>;
+template class Attribute<float>;
 template class Attribute<double>;
 template class Attribute<SaNameT>;
 template class Attribute<char*>;

@@ -1,13 +1,16 @@
-// The attribute classes of the instance model: Attribute<T> for the eight
-// value types the upgrader handles, each bound to one IMM value type code:
+// The attribute classes of the instance model: Attribute<T> for the ten IMM
+// value types, each bound to one IMM value type code:
 //
 //   int (1), unsigned int (2), long long (3), unsigned long long (4),
-//   SaNameT (6), double (8), char* (9, SaStringT), SaAnyT (10).
+//   SaTimeTag (5, SaTimeT), SaNameT (6), float (7), double (8),
+//   char* (9, SaStringT), SaAnyT (10).
 //
-// Numbers are parsed in base 10 and formatted with "%d", "%u", "%lld", "%llu"
-// and "%f". Integer arithmetic wraps around in the type's width; right shifts
-// are logical also for the signed types; dividing by 0 stores 0. A number text
-// that does not parse completely is logged and ends the process.
+// Numbers are read as ValueText reads them (an empty text is 0) and written
+// in decimal, floating-point numbers in the shortest text that reads back to
+// the same value. Integer arithmetic (time included) wraps around in the
+// type's width; right shifts are logical also for the signed types; dividing
+// by 0 stores 0. A text that is no value of the type is logged, and the
+// operation fails without changing anything.
 //
 // Storage is compact: a name value keeps its text (at most 599 characters)
 // and its length field, not a whole name record; the name records a write
@@ -30,15 +33,20 @@
 #include <vector>
 
 #include "icti/AttributeInternalIf.h"
+#include "icti/AttributeValue.h"
 #include "saAis.h"
+
+// The tag of time attributes: SaTimeT is a plain 64-bit integer, so time
+// needs a type of its own to be told from long long.
+struct SaTimeTag {};
 
 // What every attribute type shares: its name (a heap copy it owns) and the
 // factory by IMM value type code. An instance keeps its attributes through
 // this class so that it can order them by name without copying names.
 class AttributeBase : public AttributeInternalIf {
  public:
-  // An empty attribute of the IMM value type code, or null for a code
-  // without attribute type (time 5, float 7, anything unknown).
+  // An empty attribute of the IMM value type code, or null for a code that
+  // is no IMM value type.
   static AttributeBase* create(const std::string& name, uint32_t type);
 
   ~AttributeBase() override;
@@ -138,6 +146,11 @@ struct Storage<SaNameT> {
   using Value = Name;
 };
 
+template <>
+struct Storage<SaTimeTag> {
+  using Value = long long;
+};
+
 // The text of a name record as readers see it: up to its first NUL, at most
 // 599 characters and no more than its length field says.
 std::string nameText(const SaNameT& record);
@@ -180,13 +193,16 @@ class Attribute : public AttributeBase {
   bool lessThanAtIndex(uint32_t index, const char* value) override;
   bool greaterThanAtIndex(uint32_t index, const char* value) override;
 
+  bool getValue(uint32_t index, AttributeValue* value) const override;
+  bool insertValue(uint32_t index, const AttributeValue& value) override;
+
   void init(const SaImmAttrValuesT_2* record) override;
   SaImmAttrValuesT_2* createAttrValues() override;
   bool hasValueAtIndex(uint32_t index) override;
 
-  // One value from text; the caller owns what it points to. Aborts on a
-  // number text that does not parse completely.
-  Value readValue(const char* text);
+  // One value from text; the caller owns what it points to. False (logged)
+  // when the text is no value of the type.
+  bool readValue(const char* text, Value& value);
 
  private:
   template <typename Operation>
@@ -201,6 +217,8 @@ class Attribute : public AttributeBase {
   // A value's text for messages: "(null)" past the end.
   const char* valueText(uint32_t index) const;
   Value copyOf(const void* platformValue) const;
+  // The stored form of a value of this attribute's own type.
+  Value storedFormOf(const AttributeValue& value) const;
   void release(Value& value) const;
 
   attribute_storage::ValueList<Value> values_;
@@ -210,6 +228,8 @@ extern template class Attribute<int>;
 extern template class Attribute<unsigned int>;
 extern template class Attribute<long long>;
 extern template class Attribute<unsigned long long>;
+extern template class Attribute<SaTimeTag>;
+extern template class Attribute<float>;
 extern template class Attribute<double>;
 extern template class Attribute<SaNameT>;
 extern template class Attribute<char*>;

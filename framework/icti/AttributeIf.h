@@ -1,10 +1,12 @@
 // One named, typed, possibly multi-valued attribute of an instance held in
 // memory during the upgrade. Values pass in and out as text, parsed and
-// formatted by the attribute's type; they are addressed by index from 0.
+// formatted by the attribute's type, or as typed values (AttributeValue)
+// when they move from one attribute to another; they are addressed by index
+// from 0.
 //
-// An operation the type does not support logs why and returns false (or an
-// empty result) without changing anything. A number text that does not
-// parse completely ends the process after logging it.
+// An operation the type does not support, or given a text that is no value
+// of the type, logs why and returns false (or an empty result) without
+// changing anything.
 
 #ifndef VOSK_ICTI_ATTRIBUTE_IF_H
 #define VOSK_ICTI_ATTRIBUTE_IF_H
@@ -12,6 +14,8 @@
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include "icti/AttributeValue.h"
 
 class AttributeIf {
  public:
@@ -50,6 +54,14 @@ class AttributeIf {
   virtual bool bitwiseXorAtIndex(uint32_t index, const char* value) = 0;
   virtual bool lessThanAtIndex(uint32_t index, const char* value) = 0;
   virtual bool greaterThanAtIndex(uint32_t index, const char* value) = 0;
+
+  // The value at `index` with its type; false past the end.
+  virtual bool getValue(uint32_t index, AttributeValue* value) const = 0;
+  // Inserts `value` converted to this attribute's type (AttributeValue::
+  // convertTo) before the value at `index`; past the end it appends. False,
+  // and nothing added, when the value does not convert.
+  virtual bool insertValue(uint32_t index, const AttributeValue& value) = 0;
+  bool addValue(const AttributeValue& value) { return insertValue(getNumberOfValues(), value); }
 };
 
 #endif

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/Log.h"
+#include "icti/DistinguishedName.h"
 #include "icti/InstanceGroup.h"
 
 namespace {
@@ -93,7 +94,10 @@ bool IctiHandler::openSession() {
   SaUint32T mode = (bt != nullptr && std::strcmp(bt, "VM") == 0) ? 1 : 0;
   for (int attempt = 1; attempt <= kInitAttempts; ++attempt) {
     SaAisErrorT rc = wrapper_.initialize(&handle_, mode);
-    if (rc == SA_AIS_OK) return true;
+    if (rc == SA_AIS_OK) {
+      sessionOpen_ = true;
+      return true;
+    }
     if (rc != SA_AIS_ERR_UNAVAILABLE) {
       TAV_LOG(ERROR, "Failed to init upgrade, error %d, handle value %llu.", rc,
               static_cast<unsigned long long>(handle_));
@@ -148,15 +152,21 @@ InstanceGroupIf* IctiHandler::getInstanceGroup(const std::string& className, con
     TAV_LOG(TRACE1, "Return cached data for MO %s", immName.c_str());
     return cached->second;
   }
+  if (removedClasses_.count(immName) != 0) {
+    TAV_LOG(INFO_ABN, "Class %s was deleted or renamed by an earlier action: it has no instance group any more",
+            immName.c_str());
+    return nullptr;
+  }
   TAV_LOG(INFO, ">>>>>>>>>> Read the database MO %s should be applied on. <<<<<<<<<<", immName.c_str());
-  return readInstanceGroup(immName);
+  SaAisErrorT rc = SA_AIS_OK;
+  return readInstanceGroup(immName, &rc);
 }
 
-InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName) {
+InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName, SaAisErrorT* rc) {
   SafcImmCtInstanceGroupT** records = nullptr;
-  SaAisErrorT rc = wrapper_.readInstances(handle_, const_cast<char*>(immName.c_str()), &records);
-  if (rc != SA_AIS_OK) {
-    TAV_LOG(INFO_ABN, "Failed to read instances for %s, error code %d\n", immName.c_str(), rc);
+  *rc = wrapper_.readInstances(handle_, const_cast<char*>(immName.c_str()), &records);
+  if (*rc != SA_AIS_OK) {
+    TAV_LOG(INFO_ABN, "Failed to read instances for %s, error code %d\n", immName.c_str(), *rc);
     return nullptr;
   }
   std::string rdnAttribute = getRdn(immName);
@@ -167,9 +177,9 @@ InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName) {
                              : new InstanceGroup(immNs_, withoutPrefix(immName, immNs_));
   instanceGroupMap_[immName] = group;
   TAV_LOG(TRACE1, "created %s", immName.c_str());
-  rc = wrapper_.instanceGroupsMemoryFree(handle_, records);
-  if (rc != SA_AIS_OK) {
-    failUpgrade(MessageFormatter::plain("Failed to free memory, error code %d\n", rc).c_str());
+  SaAisErrorT freed = wrapper_.instanceGroupsMemoryFree(handle_, records);
+  if (freed != SA_AIS_OK) {
+    failUpgrade(MessageFormatter::plain("Failed to free memory, error code %d\n", freed).c_str());
     return nullptr;
   }
   TAV_LOG(INFO, ">>>>>>>>>> Database for MO %s read. <<<<<<<<<<", immName.c_str());
@@ -189,6 +199,24 @@ InstanceGroupIf* IctiHandler::addInstanceGroup(const std::string& className) {
     TAV_LOG(INFO_ABN, "Trying to add already existing instance group: %s\n", immName.c_str());
     return nullptr;
   }
+  // Unless the class was removed, the old model may have it: its instances
+  // are kept, never replaced by an empty group.
+  if (removedClasses_.erase(immName) == 0) {
+    SaAisErrorT rc = SA_AIS_OK;
+    InstanceGroup* old = readInstanceGroup(immName, &rc);
+    if (old != nullptr && old->getNumberOfInstances() > 0) {
+      TAV_LOG(INFO_ABN, "Trying to add already existing instance group: %s\n", immName.c_str());
+      return nullptr;
+    }
+    if (old != nullptr) return old;
+    if (rc == SA_AIS_OK) return nullptr;  // read, but its memory could not be freed: reported
+    if (rc != SA_AIS_ERR_NOT_EXIST) {
+      failUpgrade(MessageFormatter::plain("Could not read class %s from the old model before creating it, error %d",
+                                          immName.c_str(), rc)
+                      .c_str());
+      return nullptr;
+    }
+  }
   InstanceGroup* group = new InstanceGroup(className == kUnprefixedClass ? "" : immNs_, className);
   instanceGroupMap_[immName] = group;
   return group;
@@ -204,11 +232,12 @@ bool IctiHandler::removeInstanceGroup(const std::string& className) {
   }
   delete found->second;
   instanceGroupMap_.erase(found);
+  removedClasses_.insert(immName);
   return true;
 }
 
 InstanceGroupIf* IctiHandler::getInstanceGroupForLdn(const std::string& ldn) {
-  std::string firstRdn = ldn.substr(0, ldn.find(','));
+  std::string firstRdn = DistinguishedName::firstRdn(ldn);
   size_t idPos = firstRdn.find("Id=");
   std::string className = idPos == std::string::npos ? firstRdn.substr(0, firstRdn.find('=')) : firstRdn.substr(0, idPos);
   if (!className.empty()) className[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(className[0])));
@@ -217,17 +246,22 @@ InstanceGroupIf* IctiHandler::getInstanceGroupForLdn(const std::string& ldn) {
 }
 
 void IctiHandler::failUpgrade(const char* message) {
+  ++failureCount_;
+  std::string reason = message;
+  if (!failureContext_.empty()) reason += " (" + failureContext_ + ")";
   char text[kFailureTextSize];
   std::snprintf(text, sizeof text,
                 "UPGRADE FAIL: Application identity: wmtName = %s, wmtNumber = %s, wmtRevision = %s, "
                 "wpkRevision = %s. %s",
-                identity("WMT_NAME"), identity("WMT_NO"), identity("WMT_REV"), identity("WPK_REV"), message);
+                identity("WMT_NAME"), identity("WMT_NO"), identity("WMT_REV"), identity("WPK_REV"), reason.c_str());
   TAV_LOG(ERROR, "%s", text);
-  SaAisErrorT rc = wrapper_.failUpgrade(handle_, text);
+  // Without a session the request goes out with the null handle: the node
+  // may still take it, and a refusal must not end the other schemas' runs.
+  SaAisErrorT rc = wrapper_.failUpgrade(sessionOpen_ ? handle_ : 0, text);
   if (rc == SA_AIS_OK) return;
   TAV_LOG(ERROR, "Failed to trigger rollback. Error: %d, handle value: %llu.", rc,
           static_cast<unsigned long long>(handle_));
-  if (rc == SA_AIS_ERR_BAD_HANDLE) {
+  if (rc == SA_AIS_ERR_BAD_HANDLE && sessionOpen_) {
     TAV_LOG(ERROR, "The program will be aborted.");
     std::abort();
   }
@@ -258,7 +292,9 @@ bool IctiHandler::writeCopyClasses() {
   ClassNames toCopy;
   for (const auto& configClass : configClasses_) {
     auto cached = instanceGroupMap_.find(configClass.first);
-    if (cached != instanceGroupMap_.end()) {
+    if (removedClasses_.count(configClass.first) != 0) {
+      TAV_LOG(INFO, "Class %s was deleted or renamed: neither written nor copied", configClass.first.c_str());
+    } else if (cached != instanceGroupMap_.end()) {
       TAV_LOG(TRACE1, "Add %s to IGs to write", configClass.first.c_str());
       toWrite.add(cached->second->createInstanceGroupRecord());
     } else {
@@ -278,27 +314,37 @@ bool IctiHandler::writeCopyClasses() {
   copyCount_ = toCopy.size();
   rtpCount_ = rtpToWrite.size();
 
+  bool written = true;
   if (toWrite.size() > 0) {
     TAV_LOG(INFO, "Write instances to CS.");
-    SaAisErrorT rc = wrapper_.writeInstances(handle_, toWrite.terminated());
-    if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Write instances init failed, SaAisErrorT = %d", rc).c_str());
+    written = checked(wrapper_.writeInstances(handle_, toWrite.terminated()),
+                      "Write instances init failed, SaAisErrorT = %d");
   }
   struct timespec writeDone = clock_.monotonicNow();
   writeMs_ = ClockIf::millisecondsBetween(tablesDone, writeDone);
   if (rtpToWrite.size() > 0) {
     TAV_LOG(INFO, "Write runtime persistent instances to CS with implmenterName: %s ", implementerName_.c_str());
-    SaAisErrorT rc = wrapper_.writeRtInstances(handle_, const_cast<char*>(implementerName_.c_str()),
-                                               rtpToWrite.terminated());
-    if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Write RTP instances failed, SaAisErrorT = %d", rc).c_str());
+    written = checked(wrapper_.writeRtInstances(handle_, const_cast<char*>(implementerName_.c_str()),
+                                                rtpToWrite.terminated()),
+                      "Write RTP instances failed, SaAisErrorT = %d") &&
+              written;
   }
   struct timespec copyStart = clock_.monotonicNow();
   if (toCopy.size() > 0) {
     TAV_LOG(INFO, "Copy instances to CS.");
-    SaAisErrorT rc = wrapper_.copyInstances(handle_, toCopy.terminated());
-    if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Copy instances init failed, SaAisErrorT = %d", rc).c_str());
+    written = checked(wrapper_.copyInstances(handle_, toCopy.terminated()),
+                      "Copy instances init failed, SaAisErrorT = %d") &&
+              written;
   }
   copyMs_ = ClockIf::millisecondsBetween(copyStart, clock_.monotonicNow());
-  return callFinalize();
+  // A model that could not be written whole must not take effect.
+  return written && callFinalize();
+}
+
+bool IctiHandler::checked(SaAisErrorT rc, const char* failureFormat) {
+  if (rc == SA_AIS_OK) return true;
+  failUpgrade(MessageFormatter::plain(failureFormat, rc).c_str());
+  return false;
 }
 
 bool IctiHandler::writeIntroducedClasses() {
@@ -309,10 +355,10 @@ bool IctiHandler::writeIntroducedClasses() {
     if (cached != instanceGroupMap_.end()) toWrite.add(cached->second->createInstanceGroupRecord());
   }
   writeCount_ = toWrite.size();
-  SaAisErrorT rc = wrapper_.writeInstances(handle_, toWrite.terminated());
-  if (rc != SA_AIS_OK) failUpgrade(MessageFormatter::plain("Write instances init failed, SaAisErrorT = %d", rc).c_str());
+  bool written =
+      checked(wrapper_.writeInstances(handle_, toWrite.terminated()), "Write instances init failed, SaAisErrorT = %d");
   introduceMs_ = ClockIf::millisecondsBetween(start, clock_.monotonicNow());
-  return callFinalize();
+  return written && callFinalize();
 }
 
 bool IctiHandler::callFinalize() {
@@ -329,5 +375,7 @@ bool IctiHandler::callFinalize() {
     TAV_LOG(ERROR, "Finalize failed, SaAisErrorT = %d", rc);
     return false;
   }
+  // The session is over: a later failure request goes out without it.
+  sessionOpen_ = false;
   return true;
 }

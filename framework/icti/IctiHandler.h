@@ -6,7 +6,10 @@
 // callFinalize(), writeIntroducedClasses() or writeCopyClasses(), each of
 // which ends the session. On any failure that leaves the new model in doubt
 // the handler asks the platform to fail the upgrade, which rolls the node
-// back.
+// back; failureCount() tells the driver whether that happened.
+//
+// A class whose group an action removed (deleted, or renamed away) stays
+// removed: it is not read again, and it is neither written nor copied.
 //
 // Used by one schema thread only. Owns every cached group.
 
@@ -14,6 +17,7 @@
 #define VOSK_ICTI_ICTI_HANDLER_H
 
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,6 +52,10 @@ class IctiHandler : public IctiHandlerIf {
   InstanceGroupIf* getInstanceGroupForLdn(const std::string& ldn) override;
   void failUpgrade(const char* message) override;
   bool isAlive() override;
+  void setFailureContext(const std::string& context) override { failureContext_ = context; }
+
+  // How many times the upgrade was asked to fail: any is a rollback.
+  int failureCount() const { return failureCount_; }
 
   // Opens the session (three attempts while the tool answers "try again
   // later", 5 seconds apart), reads the schema's versions and records the
@@ -68,18 +76,25 @@ class IctiHandler : public IctiHandlerIf {
   // Ends the session: the new model takes effect. False on failure.
   bool callFinalize();
   // For a schema the upgrade introduces: writes every cached configuration
-  // group, then finalizes.
+  // group, then finalizes. False when the write or the finalize failed; a
+  // failed write leaves the session unfinalized.
   bool writeIntroducedClasses();
   // The ordinary end: writes the cached groups, has the platform copy every
   // configuration class no action touched, writes runtime-persistent groups
-  // under the implementer, then finalizes.
+  // under the implementer, then finalizes. False when any of these failed;
+  // after a failed write or copy the session is not finalized.
   bool writeCopyClasses();
 
  private:
   std::string immClassName(const std::string& className, const std::string& prefix, bool usePrefix);
   bool openSession();
   void readVersions();
-  InstanceGroup* readInstanceGroup(const std::string& immName);
+  // The group read from the old model and cached; null on failure, with
+  // the platform's result in `rc`.
+  InstanceGroup* readInstanceGroup(const std::string& immName, SaAisErrorT* rc);
+  // True for SA_AIS_OK; otherwise fails the upgrade with `failureFormat`
+  // filled with `rc` and gives false.
+  bool checked(SaAisErrorT rc, const char* failureFormat);
   void splitRuntimePersistentGroups();
 
   SafcImmCtWrapperIf& wrapper_;
@@ -88,6 +103,7 @@ class IctiHandler : public IctiHandlerIf {
   const std::string immNs_;
   std::string implementerName_;
   SafcImmCtHandleT handle_ = 0;
+  bool sessionOpen_ = false;
   SafcImmCtSchemaVersionT_2* fromVersion_ = nullptr;
   SafcImmCtSchemaVersionT_2* toVersion_ = nullptr;
   bool versionsRead_ = false;
@@ -95,6 +111,10 @@ class IctiHandler : public IctiHandlerIf {
   std::map<std::string, InstanceGroup*> instanceGroupMapRTP_;
   std::map<std::string, std::string> configClasses_;
   std::map<std::string, std::string> rtpClasses_;
+  // IMM names of the classes whose groups were removed.
+  std::set<std::string> removedClasses_;
+  std::string failureContext_;
+  int failureCount_ = 0;
 
   // Durations of the end operations' phases, for the timing report of
   // callFinalize().

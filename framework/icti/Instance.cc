@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cctype>
 #include <cstring>
-#include <stdexcept>
 
 #include "common/Log.h"
+#include "icti/DistinguishedName.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ Instance::Instance(const SafcImmCtInstanceT* record, const std::string& classNam
     structClassRdnFound = !rdnFoundInToState && !moClassRdnFound && name == "id" && isString;
     if (rdnFoundInToState || moClassRdnFound || structClassRdnFound) {
       const char* value = attribute->getNumberOfValues() > 0 ? attribute->readValueAtIndex(0) : "";
-      rdn_ = name + "=" + value;
+      rdn_ = name + "=" + DistinguishedName::escapeValue(value);
     }
   }
   TAV_LOG(TRACE1, "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
@@ -57,7 +57,7 @@ Instance::Instance(const SafcImmCtInstanceT* record, const std::string& classNam
 
 Instance::Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
                    const std::string& className)
-    : parentName_(parentName), rdn_(rdnAttribute + "=" + rdnId), className_(className) {
+    : parentName_(parentName), rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)), className_(className) {
   TAV_LOG(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
           parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
   AttributeInternalIf* attribute = nullptr;
@@ -109,31 +109,35 @@ bool Instance::addAttribute(const std::string& name, uint32_t type, AttributeInt
   return true;
 }
 
-void Instance::setRdn(const std::string& rdn) {
+bool Instance::setRdn(const std::string& rdn) {
   size_t equals = rdn.find('=');
-  if (equals == std::string::npos) throw std::out_of_range("RDN without '=': " + rdn);
+  if (equals == std::string::npos || DistinguishedName::nextSeparator(rdn) != std::string::npos) {
+    TAV_LOG(ERROR, "Instance %s: %s is no RDN of the form <attribute>=<value>", getLdn().c_str(), rdn.c_str());
+    return false;
+  }
   const std::string newName = rdn.substr(0, equals);
-  const std::string newValue = rdn.substr(equals + 1);
+  const std::string newValue = DistinguishedName::unescapeValue(rdn.substr(equals + 1));
   const std::string oldName = rdn_.substr(0, rdn_.find('='));
 
   auto it = position(oldName.c_str());
   if (it != attributes_.end() && oldName == (*it)->name()) {
     AttributeBase* attribute = *it;
-    attributes_.erase(it);
+    // The value first: a value the attribute's type does not take leaves
+    // the instance as it was.
+    const bool valueSet = attribute->getNumberOfValues() > 0 ? attribute->setValueAtIndex(0, newValue.c_str())
+                                                             : attribute->addCopy(newValue.c_str());
+    if (!valueSet) return false;
+    attributes_.erase(position(oldName.c_str()));
     if (AttributeBase* displaced = find(newName)) {
       attributes_.erase(position(displaced->name()));
       delete displaced;
     }
     attribute->setName(newName.c_str());
-    if (attribute->getNumberOfValues() > 0) {
-      attribute->setValueAtIndex(0, newValue.c_str());
-    } else {
-      attribute->addCopy(newValue.c_str());
-    }
     insert(attribute);
   }
   rdn_ = rdn;
   tellOwner();
+  return true;
 }
 
 std::string Instance::getLdn() const { return parentName_.empty() ? rdn_ : rdn_ + "," + parentName_; }

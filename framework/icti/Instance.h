@@ -55,9 +55,9 @@ class Instance : public InstanceIf {
   // with *created null.
   bool addAttribute(const std::string& name, uint32_t type, AttributeInternalIf** created = nullptr) override;
   std::string getRdn() const override { return rdn_; }
-  // Renames the RDN attribute and stores the part after "=" as its first
-  // value. An attribute already holding the new name is replaced.
-  void setRdn(const std::string& rdn) override;
+  // Renames the RDN attribute and stores the part after "=" (unescaped) as
+  // its first value. An attribute already holding the new name is replaced.
+  bool setRdn(const std::string& rdn) override;
   std::string getLdn() const override;
   void setParentName(const std::string& parentName) override;
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "common/Log.h"
+#include "icti/DistinguishedName.h"
 
 // The group's bookkeeping for one instance: its place in the list, and for
 // an Instance its place in the indexes.
@@ -227,7 +228,7 @@ InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const st
                                           const std::string& /*structType*/) {
   TAV_LOG(TRACE1, "InstanceGroup::createInstance()");
   if (rdnAttribute_.empty()) rdnAttribute_ = isStruct ? "id" : Instance::moClassRdnAttribute(className_);
-  const std::string rdn = rdnAttribute_ + "=" + rdnId;
+  const std::string rdn = rdnAttribute_ + "=" + DistinguishedName::escapeValue(rdnId);
   const std::string ldn = parentLdn.empty() ? rdn : rdn + "," + parentLdn;
   if (findFirst(ldn) != nullptr) {
     TAV_LOG(INFO_ABN, "The instance %s could not be created because it already exists", ldn.c_str());

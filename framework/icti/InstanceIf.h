@@ -1,7 +1,8 @@
 // One managed object held in memory: its RDN ("<attribute>=<value>"), the
 // distinguished name of its parent, its class, and its attributes by name.
 // Its distinguished name is derived: "<rdn>,<parent name>", or the RDN alone
-// without a parent.
+// without a parent. Names are written as DistinguishedName says: the RDN
+// holds its value escaped, the RDN attribute the value itself.
 
 #ifndef VOSK_ICTI_INSTANCE_IF_H
 #define VOSK_ICTI_INSTANCE_IF_H
@@ -31,8 +32,9 @@ class InstanceIf {
   virtual bool addAttribute(const std::string& name, uint32_t type, AttributeInternalIf** created = nullptr) = 0;
   virtual std::string getRdn() const = 0;
   // Renames the RDN attribute to the part of `rdn` before "=" and makes the
-  // part after it its value. Throws std::out_of_range when `rdn` has no "=".
-  virtual void setRdn(const std::string& rdn) = 0;
+  // part after it (unescaped, see DistinguishedName) its value. False, and
+  // nothing changed, when `rdn` is no single "<attribute>=<value>".
+  virtual bool setRdn(const std::string& rdn) = 0;
   virtual std::string getLdn() const = 0;
   virtual void setParentName(const std::string& parentName) = 0;
 };

@@ -7,7 +7,9 @@
 //   oldAttributeValue  the value at the asked position of the attribute
 //                      named by the argument `name` must equal it, compared
 //                      by the attribute's type; an instance without that
-//                      attribute passes
+//                      attribute passes. A text that is no number of a
+//                      numeric attribute's type applies nowhere and is kept
+//                      as the filter's failure, for the action to report.
 //
 // Tests run in this order and only for the arguments present; comparisons
 // of names are exact and case-sensitive. Without any of them every
@@ -15,6 +17,8 @@
 
 #ifndef VOSK_XML_FILTER_H
 #define VOSK_XML_FILTER_H
+
+#include <string>
 
 #include "xml/ActionArgumentsIf.h"
 #include "xml/FilterIf.h"
@@ -26,8 +30,13 @@ class Filter : public FilterIf {
 
   bool applies(InstanceIf& instance, unsigned int index) override;
 
+  // Why the filter could not be judged (its old value does not fit the
+  // attribute); empty when it always could.
+  const std::string& failure() const { return failure_; }
+
  private:
   ActionArgumentsIf* args_;
+  std::string failure_;
 };
 
 #endif

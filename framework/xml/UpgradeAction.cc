@@ -1,9 +1,11 @@
 #include "xml/UpgradeAction.h"
 
+#include <cctype>
 #include <cstdarg>
 #include <cstdlib>
 
 #include "common/Log.h"
+#include "icti/DistinguishedName.h"
 #include "xml/Filter.h"
 
 void UpgradeAction::requireHandler(IctiHandlerIf* ictiHandler, const char* message) {
@@ -33,7 +35,7 @@ bool UpgradeAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanc
 
 bool UpgradeAction::validateInstanceGroup(InstanceGroupIf* instanceGroup) { return instanceGroup != nullptr; }
 
-bool UpgradeAction::executeAction(IctiHandlerIf* /*ictiHandler*/, InstanceGroupIf* instanceGroup,
+bool UpgradeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                   ActionArgumentsIf& args) {
   if (instanceOperation_ == nullptr || instanceGroup == nullptr) {
     // Only an action that replaces executeAction may lack an operation or
@@ -42,12 +44,27 @@ bool UpgradeAction::executeAction(IctiHandlerIf* /*ictiHandler*/, InstanceGroupI
     return false;
   }
   Filter filter(&args);
-  return instanceGroup->forEachInstance(instanceOperation_, args, filter);
+  bool result = instanceGroup->forEachInstance(instanceOperation_, args, filter);
+  return filterJudged(filter, ictiHandler) && result;
 }
 
-std::string UpgradeAction::rdnValue(const std::string& ldn) {
-  size_t equals = ldn.find('=');
-  if (equals == std::string::npos) return std::string();
-  size_t comma = ldn.find(',', equals + 1);
-  return ldn.substr(equals + 1, comma == std::string::npos ? std::string::npos : comma - equals - 1);
+bool UpgradeAction::filterJudged(const Filter& filter, IctiHandlerIf* ictiHandler) {
+  if (filter.failure().empty()) return true;
+  fail(ictiHandler, "%s", filter.failure().c_str());
+  return false;
+}
+
+std::string UpgradeAction::rdnValue(const std::string& ldn) { return DistinguishedName::rdnValue(ldn); }
+
+bool UpgradeAction::isPlainName(const std::string& name) {
+  if (name.empty()) return false;
+  for (char c : name) {
+    if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_' && c != '-') return false;
+  }
+  return true;
+}
+
+bool UpgradeAction::isNamingAttribute(const InstanceIf& instance, const std::string& name) {
+  const std::string rdn = instance.getRdn();
+  return rdn.size() > name.size() && rdn.compare(0, name.size(), name) == 0 && rdn[name.size()] == '=';
 }

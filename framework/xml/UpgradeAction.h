@@ -20,6 +20,7 @@
 
 #include <string>
 
+#include "xml/Filter.h"
 #include "xml/FilterIf.h"
 #include "xml/UpgradeActionIf.h"
 
@@ -41,10 +42,18 @@ class UpgradeAction : public UpgradeActionIf {
   virtual bool validateInstanceGroup(InstanceGroupIf* instanceGroup);
   virtual bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args);
 
-  // The value part of the first RDN of a distinguished name: the text
-  // between its first "=" and the first "," after it ("aId=1,bId=2" gives
-  // "1"). Empty when there is no "=".
+  // The value of the first RDN of a distinguished name: the text after its
+  // first "=" up to the first separating comma, unescaped ("aId=1,bId=2"
+  // gives "1", "aId=x\,y,bId=2" gives "x,y"). Empty when there is no "=".
   static std::string rdnValue(const std::string& ldn);
+  // True for a name that can stand in a distinguished name as a class or
+  // attribute name: letters, digits, '_' and '-' only, not empty.
+  static bool isPlainName(const std::string& name);
+  // True when `name` is the attribute that names `instance` (its RDN's).
+  static bool isNamingAttribute(const InstanceIf& instance, const std::string& name);
+  // Formats the reason (without the thread's message prefix) and has the
+  // handler fail the upgrade with it.
+  static void fail(IctiHandlerIf* ictiHandler, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
 
  protected:
   InstanceOperation instanceOperation() const { return instanceOperation_; }
@@ -52,9 +61,8 @@ class UpgradeAction : public UpgradeActionIf {
   // A null handler is a programming error: logs `message` at error level and
   // aborts the process.
   static void requireHandler(IctiHandlerIf* ictiHandler, const char* message = "ICTI handler pointer is NULL");
-  // Formats the reason (without the thread's message prefix) and has the
-  // handler fail the upgrade with it.
-  static void fail(IctiHandlerIf* ictiHandler, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+  // False, after reporting why, when `filter` could not judge an instance.
+  static bool filterJudged(const Filter& filter, IctiHandlerIf* ictiHandler);
 
  private:
   const char* const name_;

@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 #include "common/Log.h"
 #include "xml/OperationArgument.h"
@@ -22,11 +23,23 @@ bool hasName(const xmlAttr* attribute, const char* name) { return xmlStrcmp(attr
 
 const char* nameOf(const xmlAttr* attribute) { return reinterpret_cast<const char*>(attribute->name); }
 
-// The text of the attribute's first child node; null when it has none.
-const char* valueOf(const xmlAttr* attribute) {
-  if (attribute->children == nullptr) return nullptr;
-  const xmlChar* content = attribute->children->content;
-  return content == nullptr ? "" : reinterpret_cast<const char*>(content);
+// The attribute's whole value, entities substituted; none when it has no
+// value node.
+std::optional<std::string> valueOf(const xmlAttr* attribute) {
+  if (attribute->children == nullptr) return std::nullopt;
+  xmlChar* text = xmlNodeListGetString(attribute->doc, attribute->children, 1);
+  std::string value = text != nullptr ? reinterpret_cast<const char*>(text) : "";
+  xmlFree(text);
+  return value;
+}
+
+// The line an element starts on, also beyond the 65535 that libxml2 keeps
+// in the node itself (with XML_PARSE_BIG_LINES it keeps the rest aside).
+long lineOf(const xmlNode* node) {
+  if (node->line == 65535 && node->type == XML_ELEMENT_NODE && node->psvi != nullptr) {
+    return static_cast<long>(reinterpret_cast<ptrdiff_t>(node->psvi));
+  }
+  return xmlGetLineNo(node);
 }
 
 // The text content of an element, entities substituted; empty without text.
@@ -57,9 +70,9 @@ bool hasPersistentFlag(xmlDoc* doc, const xmlNode* element) {
 bool readNameAttribute(const xmlNode* element, std::string& name) {
   bool result = true;
   for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next) {
-    const char* value = valueOf(attribute);
-    if (value != nullptr && hasName(attribute, "name")) {
-      name = value;
+    std::optional<std::string> value = valueOf(attribute);
+    if (value && hasName(attribute, "name")) {
+      name = *value;
     } else {
       TAV_LOG(INFO_ABN, "properties->name=%s. Should be \"name\".", nameOf(attribute));
       result = false;
@@ -101,14 +114,31 @@ bool XmlHandler::addAction(UpgradeActionIf* action) {
 
 bool XmlHandler::parseModificationFile(const char* fileName, bool validateOnly) {
   validateOnly_ = validateOnly;
-  xmlDoc* doc = fileName == nullptr ? nullptr : xmlReadFile(fileName, nullptr, 0);
+  // Never from the network; lines beyond 65535 still counted right.
+  xmlDoc* doc = fileName == nullptr ? nullptr : xmlReadFile(fileName, nullptr, XML_PARSE_NONET | XML_PARSE_BIG_LINES);
   if (doc == nullptr) {
     reportFailure("Could not parse file %s", orEmpty(fileName));
     return false;
   }
+  fileName_ = fileName;
   bool result = walk(xmlDocGetRootElement(doc));
+  setFailureContext("");
   xmlFreeDoc(doc);
   return result;
+}
+
+void XmlHandler::setFailureContext(const std::string& context) {
+  if (ictiHandler_ != nullptr) ictiHandler_->setFailureContext(context);
+}
+
+std::string XmlHandler::location(const xmlNode* node, const std::string& className, const std::string& action) const {
+  std::string text = "at " + fileName_ + ":" + std::to_string(lineOf(node)) + ", Mo " + className;
+  return action.empty() ? text : text + ", " + action;
+}
+
+InstanceGroupIf* XmlHandler::instanceGroupOf(const std::string& className) {
+  if (validateOnly_ || className.empty() || ictiHandler_ == nullptr) return nullptr;
+  return ictiHandler_->getInstanceGroup(className, "", false);
 }
 
 bool XmlHandler::walk(xmlNode* node) {
@@ -126,23 +156,29 @@ bool XmlHandler::walk(xmlNode* node) {
 bool XmlHandler::processMo(xmlNode* mo) {
   std::string className;
   bool result = readNameAttribute(mo, className);
-
-  InstanceGroupIf* instanceGroup = nullptr;
-  if (!validateOnly_ && !className.empty() && ictiHandler_ != nullptr) {
-    instanceGroup = ictiHandler_->getInstanceGroup(className, "", false);
-  }
+  setFailureContext(location(mo, className, ""));
+  InstanceGroupIf* instanceGroup = instanceGroupOf(className);
   TAV_LOG(TRACE1, "MO: %s", className.c_str());
-  return processMoActions(mo, instanceGroup) && result;
+  result = processMoActions(mo, className, instanceGroup) && result;
+  setFailureContext("");
+  return result;
 }
 
-bool XmlHandler::processMoActions(xmlNode* mo, InstanceGroupIf* instanceGroup) {
+bool XmlHandler::processMoActions(xmlNode* mo, const std::string& className, InstanceGroupIf* instanceGroup) {
   bool result = true;
+  bool first = true;
   for (xmlNode* child = mo->children; child != nullptr; child = child->next) {
     if (!isElement(child, "MoAction")) continue;
     std::string actionName;
     if (!readNameAttribute(child, actionName)) result = false;
     // Once an action of this `Mo` has failed, the later ones are skipped.
-    if (result) result = runMoAction(child, actionName, instanceGroup);
+    if (!result) continue;
+    setFailureContext(location(child, className, actionName));
+    // An earlier action may have deleted or renamed the class: each action
+    // sees the class as it is now.
+    if (!first) instanceGroup = instanceGroupOf(className);
+    first = false;
+    result = runMoAction(child, actionName, instanceGroup);
   }
   return result;
 }
@@ -200,8 +236,8 @@ bool XmlHandler::addOperation(xmlNode* operationNode, ActionArguments& args) {
   std::unique_ptr<OperationArgument> operation(new OperationArgument);
   bool complete = true;
   for (const xmlAttr* attribute = operationNode->properties; attribute != nullptr; attribute = attribute->next) {
-    const char* value = valueOf(attribute);
-    if (value == nullptr || !operation->setByName(reinterpret_cast<const char*>(attribute->name), value)) {
+    std::optional<std::string> value = valueOf(attribute);
+    if (!value || !operation->setByName(reinterpret_cast<const char*>(attribute->name), value->c_str())) {
       complete = false;
     }
   }
@@ -212,26 +248,26 @@ bool XmlHandler::addOperation(xmlNode* operationNode, ActionArguments& args) {
 }
 
 bool XmlHandler::addArg(xmlNode* arg, ActionArguments& args) {
-  const char* name = nullptr;
-  const char* value = nullptr;
+  std::optional<std::string> name;
+  std::optional<std::string> value;
   bool recognized = true;
   for (const xmlAttr* attribute = arg->properties; attribute != nullptr; attribute = attribute->next) {
-    const char* text = valueOf(attribute);
-    if (text != nullptr && hasName(attribute, "name")) {
+    std::optional<std::string> text = valueOf(attribute);
+    if (text && hasName(attribute, "name")) {
       name = text;
-    } else if (text != nullptr && hasName(attribute, "value")) {
+    } else if (text && hasName(attribute, "value")) {
       value = text;
     } else {
-      TAV_LOG(INFO_ABN, "Unrecognized property: %s=%s", nameOf(attribute), orEmpty(text));
+      TAV_LOG(INFO_ABN, "Unrecognized property: %s=%s", nameOf(attribute), text ? text->c_str() : "");
       recognized = false;
     }
   }
   if (!recognized) return false;
-  if (name == nullptr || value == nullptr) {
-    TAV_LOG(INFO_ABN, "Arg without %s property", name == nullptr ? "name" : "value");
+  if (!name || !value) {
+    TAV_LOG(INFO_ABN, "Arg without %s property", !name ? "name" : "value");
     return false;
   }
-  return args.addArgument(name, value);
+  return args.addArgument(*name, *value);
 }
 
 XmlHandler::ImmClasses XmlHandler::getImmClasses(const char* immFileName, const std::string& category) {
@@ -273,16 +309,16 @@ XmlHandler::ImmClasses XmlHandler::getImmClasses(const char* immFileName, const 
 
 bool XmlHandler::collectImmClass(xmlDoc* doc, xmlNode* classNode, const std::string& category,
                                  const char* immFileName, ImmClasses& classes) {
-  const char* className = nullptr;
+  std::optional<std::string> className;
   for (const xmlAttr* attribute = classNode->properties; attribute != nullptr; attribute = attribute->next) {
-    const char* value = valueOf(attribute);
-    if (value == nullptr) break;
+    std::optional<std::string> value = valueOf(attribute);
+    if (!value) break;
     if (hasName(attribute, "name")) {
       className = value;
       break;
     }
   }
-  if (className == nullptr) {
+  if (!className) {
     reportFailure("ABN: Failed to find class name property in %s", immFileName);
     return false;
   }
@@ -306,6 +342,6 @@ bool XmlHandler::collectImmClass(xmlDoc* doc, xmlNode* classNode, const std::str
       persistentAttribute = true;
     }
   }
-  if (rdnFound && (config || persistentAttribute)) classes.emplace_back(className, rdnName);
+  if (rdnFound && (config || persistentAttribute)) classes.emplace_back(*className, rdnName);
   return true;
 }

@@ -10,7 +10,11 @@
 // failing `MoAction` of one `Mo` the later ones of that `Mo` are skipped.
 //
 // Failures that must stop the schema's upgrade are reported through the
-// ICTI handler's failUpgrade. One handler per schema upgrade, on its thread.
+// ICTI handler's failUpgrade; while a `Mo` or `MoAction` runs, the handler's
+// failure context names its place (file, line, class, action), so every
+// reason says where it comes from. Each `MoAction` is given the class's
+// instance group as it is when the action starts. One handler per schema
+// upgrade, on its thread.
 
 #ifndef VOSK_XML_XML_HANDLER_H
 #define VOSK_XML_XML_HANDLER_H
@@ -57,7 +61,11 @@ class XmlHandler {
  private:
   bool walk(xmlNode* node);
   bool processMo(xmlNode* mo);
-  bool processMoActions(xmlNode* mo, InstanceGroupIf* instanceGroup);
+  bool processMoActions(xmlNode* mo, const std::string& className, InstanceGroupIf* instanceGroup);
+  InstanceGroupIf* instanceGroupOf(const std::string& className);
+  // "at <file>:<line>, Mo <class>[, <action>]".
+  std::string location(const xmlNode* node, const std::string& className, const std::string& action) const;
+  void setFailureContext(const std::string& context);
   bool runMoAction(xmlNode* moAction, const std::string& actionName, InstanceGroupIf* instanceGroup);
   bool fillArguments(xmlNode* moAction, ActionArguments& args);
   bool addOperation(xmlNode* operation, ActionArguments& args);
@@ -69,6 +77,7 @@ class XmlHandler {
   IctiHandlerIf* ictiHandler_;
   std::map<std::string, UpgradeActionIf*> actions_;
   bool validateOnly_ = false;
+  std::string fileName_;
 };
 
 #endif

@@ -77,6 +77,7 @@ class ActionModel : public IctiHandlerIf {
   }
   void failUpgrade(const char* message) override { failures.push_back(message); }
   bool isAlive() override { return true; }
+  void setFailureContext(const std::string& /*context*/) override {}
 
   // The group of the class, created empty on first use.
   InstanceGroup& group(const std::string& className) {

@@ -1,6 +1,5 @@
 #include "FilesManager.h"
 
-#include <dirent.h>
 #include <regex.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -90,20 +89,19 @@ TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
   }
 }
 
-TEST(FilesManagerTest, TheImmFileMetLastWins) {
+// Which of two files holds the schema's classes cannot be told: the search
+// fails and names both.
+TEST(FilesManagerTest, TwoImmFilesOfOneSchemaFailTheSearch) {
   TempDir package;
-  package.write("share/a/imm/Foo_imm.xml", "");
-  package.write("share/b/imm/Foo_imm.xml", "");
-  std::string last;  // the directory listing decides which is met last
-  DIR* dir = opendir((package.path() + "/share").c_str());
-  for (const dirent* entry = readdir(dir); entry != nullptr; entry = readdir(dir)) {
-    if (entry->d_name[0] != '.') last = package.path() + "/share/" + entry->d_name + "/imm/Foo_imm.xml";
-  }
-  closedir(dir);
-
+  const std::string a = package.write("share/a/imm/Foo_imm.xml", "");
+  const std::string b = package.write("share/b/imm/Foo_imm_notes.xml", "");
   FilesManager files(package.path());
-  EXPECT_EQ(APP_RESULT_OK, files.findSchemasImmFiles({"Foo"}));
-  EXPECT_EQ((std::map<std::string, std::string>{{"Foo", last}}), files.schemaImmFiles());
+  EXPECT_EQ(APP_RESULT_FAILED_TO_FIND_IMM_FILE, files.findSchemasImmFiles({"Foo"}));
+  std::vector<std::string> lines = loggedLines();
+  ASSERT_EQ(1u, lines.size());
+  EXPECT_EQ(0u, lines[0].find("ERROR: Schema Foo has more than one IMM file, keep one of: [")) << lines[0];
+  EXPECT_NE(std::string::npos, lines[0].find(a)) << lines[0];
+  EXPECT_NE(std::string::npos, lines[0].find(b)) << lines[0];
 }
 
 TEST(FilesManagerTest, AnUnreadableDirectoryFailsTheWholeSearch) {

@@ -65,7 +65,10 @@ class IctiHandlerTest : public testing::Test {
       return SA_AIS_OK;
     }));
     ON_CALL(tool, instanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(tool, finalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) { return finalizeAnswer; }));
+    ON_CALL(tool, finalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) {
+      ++finalizeCalls;
+      return finalizeAnswer;
+    }));
     ON_CALL(tool, writeInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
       written = groupNames(g);
       return writeAnswer;
@@ -96,6 +99,7 @@ class IctiHandlerTest : public testing::Test {
   IctiHandler handler{wrapper, clock, "RadioNode", "Ns"};
   std::vector<std::string> failures, written, copied, rtpWritten;
   SaAisErrorT writeAnswer = SA_AIS_OK, copyAnswer = SA_AIS_OK, rtpAnswer = SA_AIS_OK, finalizeAnswer = SA_AIS_OK;
+  int finalizeCalls = 0;
 };
 
 TEST_F(IctiHandlerTest, OpeningRetriesOnlyWhileTheToolAsksToTryAgainLater) {
@@ -210,20 +214,45 @@ TEST_F(IctiHandlerTest, TheOnlyInstanceNeedsExactlyOne) {
   EXPECT_EQ(nullptr, handler.getTheOnlyInstance("Missing", ""));
 }
 
-TEST_F(IctiHandlerTest, GroupsAreAddedOnceAndRemovedByClassName) {
+// A class to create is looked up in the old model first: its instances are
+// kept. A removed class stays removed until it is created again.
+TEST_F(IctiHandlerTest, GroupsAreAddedWithoutLosingOldInstancesAndRemovedForGood) {
   ASSERT_TRUE(initWith({}));
+  GroupRecordBuilder old("NsOld"), empty("NsEmpty");
+  old.instance("", {{"oldId", "1"}});
+  answerRead("NsOld", old);
+  answerRead("NsEmpty", empty);
+  EXPECT_CALL(wrapper, readInstances(42, StrEq("NsNewClass"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_CALL(wrapper, readInstances(42, StrEq("NsBroken"), _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
+
   InstanceGroupIf* added = handler.addInstanceGroup("NewClass");
   ASSERT_NE(nullptr, added);
   EXPECT_EQ("NewClass", added->getClassName());
   EXPECT_EQ(nullptr, handler.addInstanceGroup("NewClass"));
   EXPECT_EQ(added, handler.getInstanceGroup("NewClass"));
-  EXPECT_TRUE(handler.removeInstanceGroup("NewClass"));
-  EXPECT_FALSE(handler.removeInstanceGroup("NewClass"));
+  EXPECT_EQ(nullptr, handler.addInstanceGroup("Old"));
+  ASSERT_NE(nullptr, handler.getInstanceGroup("Old"));
+  EXPECT_EQ(1u, handler.getInstanceGroup("Old")->getNumberOfInstances());
+  InstanceGroupIf* emptyGroup = handler.addInstanceGroup("Empty");
+  ASSERT_NE(nullptr, emptyGroup);
+  EXPECT_EQ(emptyGroup, handler.getInstanceGroup("Empty"));
+  EXPECT_EQ(nullptr, handler.addInstanceGroup("Broken"));
+  EXPECT_EQ(std::vector<std::string>{kIdentityPrefix +
+                                     std::string("Could not read class NsBroken from the old model before creating it, error 2")},
+            failures);
+
+  EXPECT_TRUE(handler.removeInstanceGroup("Old"));
+  EXPECT_FALSE(handler.removeInstanceGroup("Old"));
+  EXPECT_EQ(nullptr, handler.getInstanceGroup("Old"));
+  InstanceGroupIf* again = handler.addInstanceGroup("Old");
+  ASSERT_NE(nullptr, again);
+  EXPECT_EQ(0u, again->getNumberOfInstances());
   const LogRecorder& log = LogRecorder::installed();
   EXPECT_TRUE(log.contains("Adding new instance group NsNewClass"));
   EXPECT_TRUE(log.contains("Trying to add already existing instance group: NsNewClass\n"));
-  EXPECT_TRUE(log.contains("Remove instance group NsNewClass"));
-  EXPECT_TRUE(log.contains("ABN: Trying to remove a non existent instance group: NsNewClass\n"));
+  EXPECT_TRUE(log.contains("Trying to add already existing instance group: NsOld\n"));
+  EXPECT_TRUE(log.contains("Remove instance group NsOld"));
+  EXPECT_TRUE(log.contains("ABN: Trying to remove a non existent instance group: NsOld\n"));
 }
 
 TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntimePersistentOnes) {
@@ -244,9 +273,9 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
   } cases[] = {
       {false, ok, ok, ok, ok, true, {"NsA", "NsRt"}, {}, nullptr},
       {true, ok, ok, ok, ok, true, {"NsA"}, {"NsRt"}, nullptr},
-      {true, ok, ok, SA_AIS_ERR_LIBRARY, ok, true, {"NsA"}, {"NsRt"}, "Write RTP instances failed, SaAisErrorT = 2"},
-      {false, SA_AIS_ERR_INVALID_PARAM, ok, ok, ok, true, {"NsA", "NsRt"}, {}, "Write instances init failed, SaAisErrorT = 7"},
-      {false, ok, SA_AIS_ERR_NOT_EXIST, ok, ok, true, {"NsA", "NsRt"}, {}, "Copy instances init failed, SaAisErrorT = 12"},
+      {true, ok, ok, SA_AIS_ERR_LIBRARY, ok, false, {"NsA"}, {"NsRt"}, "Write RTP instances failed, SaAisErrorT = 2"},
+      {false, SA_AIS_ERR_INVALID_PARAM, ok, ok, ok, false, {"NsA", "NsRt"}, {}, "Write instances init failed, SaAisErrorT = 7"},
+      {false, ok, SA_AIS_ERR_NOT_EXIST, ok, ok, false, {"NsA", "NsRt"}, {}, "Copy instances init failed, SaAisErrorT = 12"},
       {false, ok, ok, ok, SA_AIS_ERR_BAD_OPERATION, false, {"NsA", "NsRt"}, {}, nullptr},
   };
   for (const auto& c : cases) {
@@ -255,17 +284,24 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
     ASSERT_TRUE(fresh.init({{"NsA", "aId"}, {"NsB", "bId"}, {"NsC", "cId"}, {"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
     ASSERT_NE(nullptr, fresh.getInstanceGroup("A"));
     ASSERT_NE(nullptr, fresh.getInstanceGroup("Rt"));
+    // A deleted class, listed or read, is neither written nor copied.
+    for (const char* deleted : {"Gone", "C"}) {
+      ASSERT_NE(nullptr, fresh.getInstanceGroup(deleted));
+      ASSERT_TRUE(fresh.removeInstanceGroup(deleted));
+    }
     if (c.implementer) fresh.setImplementerName("upgradeImpl");
     std::tie(writeAnswer, copyAnswer, rtpAnswer, finalizeAnswer) = std::tie(c.write, c.copy, c.rtp, c.finalize);
-    failures.clear(), rtpWritten.clear();
+    failures.clear(), rtpWritten.clear(), finalizeCalls = 0;
     EXPECT_EQ(c.result, fresh.writeCopyClasses());
+    // A model not written whole is never finalized.
+    EXPECT_EQ(c.failure == nullptr ? 1 : 0, finalizeCalls);
     EXPECT_EQ(c.written, written);
-    EXPECT_TRUE(c.implementer || copied == Names({"NsB", "NsC"})) << testing::PrintToString(copied);
+    EXPECT_TRUE(c.implementer || copied == Names({"NsB"})) << testing::PrintToString(copied);
     EXPECT_EQ(c.rtpWritten, rtpWritten);
     EXPECT_EQ(c.failure ? Names{kIdentityPrefix + std::string(c.failure)} : Names{}, failures);
   }
   EXPECT_TRUE(LogRecorder::installed().contains(
-      "icti finalize 0 ms, tables 0 ms, writeClasses 0 ms size 2, copyClasses 0 ms, size 2, writeRTPClasses size 0, "
+      "icti finalize 0 ms, tables 0 ms, writeClasses 0 ms size 2, copyClasses 0 ms, size 1, writeRTPClasses size 0, "
       "introduce 0 ms"));
   EXPECT_TRUE(LogRecorder::installed().contains(
       "RTP classes write after split, instanceGroupMap.size() 1: , instanceGroupMapRTP.size() 1: "));
@@ -274,6 +310,7 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
 
 TEST_F(IctiHandlerTest, AnIntroducedSchemaWritesItsCachedGroups) {
   ASSERT_TRUE(initWith({{"NsA", "aId"}, {"NsB", "bId"}}));
+  ON_CALL(wrapper, readInstances(_, _, _)).WillByDefault(Return(SA_AIS_ERR_NOT_EXIST));
   ASSERT_NE(nullptr, handler.addInstanceGroup("A"));
   EXPECT_CALL(wrapper, copyInstances(_, _)).Times(0);
   EXPECT_TRUE(handler.writeIntroducedClasses());
@@ -291,12 +328,23 @@ TEST_F(IctiHandlerTest, TheFailureTextNamesTheIdentityAndIsBounded) {
       "R9. xxx";
   EXPECT_EQ(expected, failures[0].substr(0, expected.size()));
   unsetenv("WPK_REV");
+  // A context says where the failure comes from, after the reason.
+  handler.setFailureContext("at m.xml:3, Mo Cell");
+  handler.failUpgrade("bad");
+  EXPECT_EQ("(null). bad (at m.xml:3, Mo Cell)", failures.back().substr(failures.back().find("(null). ")));
 }
 
-TEST_F(IctiHandlerTest, ARefusedRollbackIsLoggedAndOnlyABadHandleAborts) {
-  EXPECT_CALL(wrapper, failUpgrade(_, _)).WillOnce(Return(SA_AIS_ERR_TRY_AGAIN));
+// Without a session the request goes out with the null handle and a
+// refusal only ends up in the log; with one, a bad handle aborts.
+TEST_F(IctiHandlerTest, ARefusedRollbackIsLoggedAndOnlyABadHandleOfAnOpenSessionAborts) {
+  EXPECT_CALL(wrapper, failUpgrade(0, _)).WillOnce(Return(SA_AIS_ERR_BAD_HANDLE));
   handler.failUpgrade("reason");
-  EXPECT_TRUE(LogRecorder::installed().contains("Failed to trigger rollback. Error: 6, handle value: 0."));
+  EXPECT_TRUE(LogRecorder::installed().contains("Failed to trigger rollback. Error: 9, handle value: 0."));
+  ASSERT_TRUE(initWith({}));
+  EXPECT_CALL(wrapper, failUpgrade(42, _)).WillOnce(Return(SA_AIS_ERR_TRY_AGAIN));
+  handler.failUpgrade("reason");
+  EXPECT_TRUE(LogRecorder::installed().contains("Failed to trigger rollback. Error: 6, handle value: 42."));
+  EXPECT_EQ(2, handler.failureCount());
   EXPECT_DEATH(
       {
         ON_CALL(wrapper, failUpgrade(_, _)).WillByDefault(Return(SA_AIS_ERR_BAD_HANDLE));

@@ -34,7 +34,10 @@ class PlainInstance : public InstanceIf {
   AttributeInternalIf* getAttribute(const std::string&) const override { return nullptr; }
   bool addAttribute(const std::string&, uint32_t, AttributeInternalIf**) override { return false; }
   std::string getRdn() const override { return rdn_; }
-  void setRdn(const std::string& rdn) override { rdn_ = rdn; }
+  bool setRdn(const std::string& rdn) override {
+    rdn_ = rdn;
+    return true;
+  }
   std::string getLdn() const override { return parent_.empty() ? rdn_ : rdn_ + "," + parent_; }
   void setParentName(const std::string& parent) override { parent_ = parent; }
 

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 #include "LogRecorder.h"
 #include "PlatformRecords.h"
+#include "icti/DistinguishedName.h"
 
 namespace {
 
@@ -41,8 +40,8 @@ TEST(InstanceTest, NewInstanceHasItsRdnAttributeAndLdn) {
 }
 
 TEST(InstanceTest, AddAttributeByTypeCode) {
-  const std::pair<uint32_t, bool> cases[] = {{1, true},  {2, true}, {3, true}, {4, true},  {5, false}, {6, true},
-                                             {7, false}, {8, true}, {9, true}, {10, true}, {0, false}, {11, false}};
+  const std::pair<uint32_t, bool> cases[] = {{1, true}, {2, true}, {3, true}, {4, true},  {5, true},  {6, true},
+                                             {7, true}, {8, true}, {9, true}, {10, true}, {0, false}, {11, false}};
   for (const auto& [type, created] : cases) {
     LogRecorder::installed().clear();
     Instance instance("", "fooId", "1", "Foo");
@@ -138,9 +137,10 @@ TEST(InstanceTest, SetRdnRenamesTheAttributeAndTellsTheOwner) {
   instance.setOwner(&owner, nullptr);
   instance.addAttribute("zeta", SA_IMM_ATTR_SAINT32T);
   instance.addAttribute("barId", SA_IMM_ATTR_SAINT32T);
-  EXPECT_THROW(instance.setRdn("fooId"), std::out_of_range);
+  EXPECT_FALSE(instance.setRdn("fooId"));
+  EXPECT_FALSE(instance.setRdn("fooId=1,Top=1"));
   EXPECT_EQ("fooId=1", instance.getRdn());
-  instance.setRdn("barId=2");
+  EXPECT_TRUE(instance.setRdn("barId=2"));
   EXPECT_EQ("barId=2,Top=1", instance.getLdn());
   EXPECT_EQ(nullptr, instance.getAttribute("fooId"));
   AttributeInternalIf* rdn = instance.getAttribute("barId");
@@ -149,11 +149,30 @@ TEST(InstanceTest, SetRdnRenamesTheAttributeAndTellsTheOwner) {
   EXPECT_EQ(1u, rdn->getNumberOfValues());
   EXPECT_STREQ("2", rdn->readValueAtIndex(0));
   EXPECT_EQ((std::vector<std::string>{"barId", "zeta"}), attributeNames(instance));
+  // The name holds the value escaped, the attribute the value itself.
+  EXPECT_TRUE(instance.setRdn("barId=a\\,b"));
+  EXPECT_STREQ("a,b", rdn->readValueAtIndex(0));
 
   instance.setParentName("Top=2");
   instance.setOwner(nullptr, nullptr);
   instance.setParentName("Top=3");
-  EXPECT_EQ((std::vector<std::string>{"barId=2,Top=1", "barId=2,Top=2"}), owner.names);
+  EXPECT_EQ((std::vector<std::string>{"barId=2,Top=1", "barId=a\\,b,Top=1", "barId=a\\,b,Top=2"}), owner.names);
+}
+
+// Values and how names write them; the separator after a written value is
+// the first one found.
+TEST(DistinguishedNameTest, ValuesRoundTripThroughTheirWrittenForm) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"plain", "plain"},  {"a,b", "a\\,b"},     {"a\\b", "a\\b"},         {"a\\", "a\\\\"},
+      {"a\\,b", "a\\\\\\,b"}, {"x\\\\y", "x\\\\\\y"}, {",", "\\,"}, {"", ""}};
+  for (const auto& [value, written] : cases) {
+    EXPECT_EQ(written, DistinguishedName::escapeValue(value)) << value;
+    EXPECT_EQ(value, DistinguishedName::unescapeValue(written)) << written;
+    const std::string name = "xId=" + written + ",topId=1";
+    EXPECT_EQ(4 + written.size(), DistinguishedName::nextSeparator(name)) << name;
+    EXPECT_EQ("topId=1", DistinguishedName::parentOf(name)) << name;
+    EXPECT_EQ(value, DistinguishedName::rdnValue(name)) << name;
+  }
 }
 
 }  // namespace

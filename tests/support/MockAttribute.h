@@ -33,6 +33,8 @@ class MockAttribute : public AttributeInternalIf {
   MOCK_METHOD(bool, bitwiseXorAtIndex, (uint32_t index, const char* value), (override));
   MOCK_METHOD(bool, lessThanAtIndex, (uint32_t index, const char* value), (override));
   MOCK_METHOD(bool, greaterThanAtIndex, (uint32_t index, const char* value), (override));
+  MOCK_METHOD(bool, getValue, (uint32_t index, AttributeValue* value), (const, override));
+  MOCK_METHOD(bool, insertValue, (uint32_t index, const AttributeValue& value), (override));
 
   MOCK_METHOD(void, init, (const SaImmAttrValuesT_2* record), (override));
   MOCK_METHOD(SaImmAttrValuesT_2*, createAttrValues, (), (override));

@@ -18,6 +18,7 @@ class MockIctiHandler : public IctiHandlerIf {
   MOCK_METHOD(InstanceGroupIf*, getInstanceGroupForLdn, (const std::string& ldn), (override));
   MOCK_METHOD(void, failUpgrade, (const char* message), (override));
   MOCK_METHOD(bool, isAlive, (), (override));
+  MOCK_METHOD(void, setFailureContext, (const std::string& context), (override));
 };
 
 #endif

@@ -16,7 +16,7 @@ class MockInstance : public InstanceIf {
   MOCK_METHOD(bool, addAttribute, (const std::string& name, uint32_t type, AttributeInternalIf** created),
               (override));
   MOCK_METHOD(std::string, getRdn, (), (const, override));
-  MOCK_METHOD(void, setRdn, (const std::string& rdn), (override));
+  MOCK_METHOD(bool, setRdn, (const std::string& rdn), (override));
   MOCK_METHOD(std::string, getLdn, (), (const, override));
   MOCK_METHOD(void, setParentName, (const std::string& parentName), (override));
 };

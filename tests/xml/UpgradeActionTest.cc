@@ -148,9 +148,10 @@ TEST(UpgradeActionDeathTest, NullHandlerIsLoggedAndAborts) {
       kAbortedAfterLogging);
 }
 
-TEST(RdnValueTest, TextBetweenFirstEqualsAndComma) {
-  const std::pair<const char*, const char*> cases[] = {{"aId=1,bId=2", "1"}, {"aId=,bId=2", ""}, {"aId=x=y,b=1", "x=y"},
-                                                       {"noEquals", ""},     {"a,b=2,c=3", "2"}, {"id=struct 1", "struct 1"}};
+TEST(RdnValueTest, ValueOfTheFirstRdnUnescaped) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"aId=1,bId=2", "1"}, {"aId=,bId=2", ""},  {"aId=x=y,b=1", "x=y"},        {"noEquals", ""},
+      {"a,b=2,c=3", ""},    {"aId=x\\,y,b=1", "x,y"}, {"aId=x\\\\,b=1", "x\\"}, {"id=struct 1", "struct 1"}};
   for (const auto& [ldn, value] : cases) EXPECT_EQ(value, UpgradeAction::rdnValue(ldn)) << ldn;
 }
 

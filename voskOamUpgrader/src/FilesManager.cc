@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <map>
 
 #include "FrontTrace.h"
 #include "ListText.h"
@@ -90,6 +91,7 @@ AppResult FilesManager::findSchemasImmFiles(const std::set<std::string>& schemaN
 }
 
 AppResult FilesManager::mapImmFiles(const std::vector<std::string>& found, const std::set<std::string>& schemaNames) {
+  std::map<std::string, std::vector<std::string>> filesOf;
   for (const std::string& path : found) {
     size_t slash = path.rfind('/');
     size_t marker = slash == std::string::npos ? std::string::npos : path.find(kSchemaNameMarker, slash);
@@ -107,6 +109,15 @@ AppResult FilesManager::mapImmFiles(const std::vector<std::string>& found, const
       continue;
     }
     setSchemaImmFile(name, path);
+    filesOf[name].push_back(path);
+  }
+  // Which of several files holds the schema's classes cannot be told: taking
+  // the wrong one would drop every class it lacks from the new model.
+  for (const auto& [name, paths] : filesOf) {
+    if (paths.size() == 1) continue;
+    VOSK_LOG(ERROR, "findSchemasImmFiles", "Schema %s has more than one IMM file, keep one of: %s", name.c_str(),
+             listToString(paths).c_str());
+    return APP_RESULT_FAILED_TO_FIND_IMM_FILE;
   }
   return APP_RESULT_OK;
 }

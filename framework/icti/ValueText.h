@@ -1,0 +1,49 @@
+// The IMM value types as modification files and IMM XML name them, and the
+// text form of one number, shared by every part of the upgrader that turns
+// text into values or values into text:
+//
+//   - integers (time included) are whole decimal numbers within the type's
+//     range: an optional sign ("-" only for the signed types), then digits,
+//     nothing before or after;
+//   - floating-point numbers are complete C floating-point texts ("0.1",
+//     "1e-300", "inf", "nan") that do not overflow the type; denormals are
+//     taken as they are;
+//   - a floating-point value becomes the shortest text that reads back to
+//     exactly the same value.
+
+#ifndef VOSK_ICTI_VALUE_TEXT_H
+#define VOSK_ICTI_VALUE_TEXT_H
+
+#include <cstdint>
+#include <string>
+
+class ValueText {
+ public:
+  // "SA_INT32_T", ..., "SA_ANY_T" for the ten IMM value type codes;
+  // "unknown" for any other code.
+  static const char* typeName(uint32_t type);
+  // The code of a type name; 0 for a text that names no type (also a
+  // different case).
+  static uint32_t typeOfName(const std::string& name);
+
+  // 32 or 64 for the integer types (time is a signed 64-bit count), 0 for
+  // the others.
+  static unsigned integerWidth(uint32_t type);
+  static bool isSignedInteger(uint32_t type);
+  static bool isFloating(uint32_t type);
+  static bool isNumber(uint32_t type) { return integerWidth(type) != 0 || isFloating(type); }
+
+  // A whole decimal number of the integer type `type`; true and `value`
+  // set when `text` is one within the type's range.
+  static bool parseSigned(uint32_t type, const std::string& text, long long& value);
+  static bool parseUnsigned(uint32_t type, const std::string& text, unsigned long long& value);
+  static bool parseDouble(const std::string& text, double& value);
+  static bool parseFloat(const std::string& text, float& value);
+
+  static std::string shortest(double value);
+  static std::string shortest(float value);
+
+  ValueText() = delete;
+};
+
+#endif
