@@ -273,12 +273,12 @@ class Generator {
     return found;
   }
 
-  // Now and then a parentRdnValue argument naming one plain-valued instance; its value, or empty.
+  // Now and then a parentRdnValue argument: the RDN value of one instance (of any with that value); its value,
+  // or empty.
   std::string parentFilter(Model& model, const std::string& className, ArgList& args) {
-    Object* p = pick(model.of(className));
-    if (!chance(0.4) || p->rdnValue.find_first_not_of("0123456789") != std::string::npos) return "";
-    args.emplace_back("parentRdnValue", p->rdnValue);
-    return p->rdnValue;
+    if (!chance(0.4)) return "";
+    args.emplace_back("parentRdnValue", pick(model.of(className))->rdnValue);
+    return args.back().second;
   }
 
   std::string action(Model& model, const std::string& c) {
@@ -290,8 +290,7 @@ class Generator {
         std::string text;
         Values pieces;
         for (size_t n = below(4); n > 0; --n) {
-          std::string piece = pick(samples().at(type));
-          if (piece == "nan") piece = "-0";
+          const std::string piece = pick(samples().at(type));
           text += (pieces.empty() ? "" : "|") + piece;
           pieces.push_back(piece);
         }
@@ -321,10 +320,7 @@ class Generator {
         return moAction("RenameAttributeAction", ArgList{{"name", name}, {"newName", newName}});
       }
       case 3: {  // all values of an attribute every instance has copied into another one of its type
-        std::vector<std::string> sources;
-        for (const std::string& name : attrsWith(model, c, 1, true)) {
-          if (cls.defs[name].type != "SA_ANY_T") sources.push_back(name);
-        }
+        const std::vector<std::string> sources = attrsWith(model, c, 1, true);
         if (sources.empty()) return "";
         const std::string source = pick(sources);
         std::vector<std::string> targets = {"copied" + std::to_string(++counter_)};
