@@ -7,10 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <map>
 #include <random>
 #include <set>
@@ -80,12 +83,15 @@ bool sameValue(const std::string& type, const std::string& a, const std::string&
     return !text.empty() && *end == '\0';
   };
   auto integer = [&](const std::string& text, unsigned long long* out) {
+    const bool isUnsigned = type.find("UINT") != std::string::npos;
+    if (text.empty() || !(std::isdigit(static_cast<unsigned char>(text[0])) || (text[0] == '-' && !isUnsigned))) {
+      return false;
+    }
     char* end = nullptr;
     errno = 0;
-    *out = type.find("UINT") != std::string::npos && text[0] != '-'
-               ? std::strtoull(text.c_str(), &end, 10)
-               : static_cast<unsigned long long>(std::strtoll(text.c_str(), &end, 10));
-    return !text.empty() && *end == '\0' && errno == 0;
+    *out = isUnsigned ? std::strtoull(text.c_str(), &end, 10)
+                      : static_cast<unsigned long long>(std::strtoll(text.c_str(), &end, 10));
+    return *end == '\0' && errno == 0;
   };
   if (type == "SA_FLOAT_T" || type == "SA_DOUBLE_T") {
     uint64_t x, y;
