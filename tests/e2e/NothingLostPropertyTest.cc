@@ -184,8 +184,9 @@ class Generator {
  public:
   explicit Generator(unsigned seed) : rng_(seed) {}
 
-  size_t below(size_t n) { return std::uniform_int_distribution<size_t>(0, n - 1)(rng_); }
-  bool chance(double p) { return std::bernoulli_distribution(p)(rng_); }
+  // Plain arithmetic on the engine's output, which is the same everywhere (the distributions are not).
+  size_t below(size_t n) { return rng_() % n; }
+  bool chance(double p) { return rng_() < p * 4294967296.0; }
   template <typename T>
   const T& pick(const std::vector<T>& from) { return from[below(from.size())]; }
   std::string anyType(bool withBytes) {
