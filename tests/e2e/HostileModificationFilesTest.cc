@@ -32,8 +32,8 @@ std::string oneAction(const std::string& className, const std::string& action) {
 }
 
 std::string addAttribute(const std::string& type, const std::string& defaultValue) {
-  return oneAction("Shelf", moAction("AddAttributeAction", ArgList{{"name", "added"}, {"type", type},
-                                                                   {"defaultValue", defaultValue}}));
+  return oneAction("Shelf", moAction("AddAttributeAction",
+                                     ArgList{{"name", "added"}, {"type", type}, {"defaultValue", defaultValue}}));
 }
 
 std::string entityBomb() {
@@ -69,31 +69,37 @@ std::vector<HostileCase> hostileCases() {
   const std::string valid = harmless();
   return {
       {"Truncated", valid.substr(0, valid.size() / 2)},
-      {"UnclosedTag", oneAction("ShelfPort", "<MoAction name=\"RemoveAttributeAction\"><Arg name=\"name\" value=\"weight\"/>")},
+      {"UnclosedTag",
+       oneAction("ShelfPort", "<MoAction name=\"RemoveAttributeAction\"><Arg name=\"name\" value=\"weight\"/>")},
       {"BadEncodingByte", oneAction("ShelfPort", moAction("RemoveAttributeAction", "name=we\xffight"))},
       {"EntityBomb", entityBomb()},
       {"ExternalEntityInAValue",
        kProlog + std::string("<!DOCTYPE modifications [<!ENTITY x SYSTEM \"file:///etc/passwd\">]>\n<modifications>") +
-           mo("Shelf", "<MoAction name=\"AddAttributeAction\"><Arg name=\"name\" value=\"leak\"/><Arg name=\"type\" "
-                       "value=\"SA_STRING_T\"/><Arg name=\"defaultValue\" value=\"&x;\"/></MoAction>") +
+           mo("Shelf",
+              "<MoAction name=\"AddAttributeAction\"><Arg name=\"name\" value=\"leak\"/><Arg name=\"type\" "
+              "value=\"SA_STRING_T\"/><Arg name=\"defaultValue\" value=\"&x;\"/></MoAction>") +
            "</modifications>\n"},
-      {"ExternalParameterEntity", harmless("<!DOCTYPE modifications [<!ENTITY % p SYSTEM \"file:///etc/passwd\"> %p;]>\n")},
+      {"ExternalParameterEntity",
+       harmless("<!DOCTYPE modifications [<!ENTITY % p SYSTEM \"file:///etc/passwd\"> %p;]>\n")},
       {"ExternalDtd", harmless("<!DOCTYPE modifications SYSTEM \"file:///etc/passwd\">\n")},
       {"DeepNesting", deepNesting(50000)},
-      {"MalformedValue", oneAction("ShelfPort", moAction("SetAttributeValueAction", "name=mtu", R"(operator="=" value="12x")"))},
+      {"MalformedValue",
+       oneAction("ShelfPort", moAction("SetAttributeValueAction", "name=mtu", R"(operator="=" value="12x")"))},
       {"MalformedDefault", addAttribute("SA_INT32_T", "12x")},
       {"OverflowingDefault", addAttribute("SA_UINT64_T", "18446744073709551616")},
       {"IndexBeyondInt", oneAction("ShelfPort", moAction("RemoveArrayElementAction", "name=tags index=4294967296"))},
       {"IndexNotANumber", oneAction("ShelfPort", moAction("RemoveArrayElementAction", "name=tags index=1x"))},
-      {"ValueAndValueFromAttr",
-       oneAction("ShelfPort", moAction("SetAttributeValueAction", "name=mtu", R"(operator="=" value="1" valueFromAttr="mtu")"))},
-      {"ArgWithoutValue", oneAction("ShelfPort", "<MoAction name=\"RemoveAttributeAction\"><Arg name=\"name\"/></MoAction>")},
+      {"ValueAndValueFromAttr", oneAction("ShelfPort", moAction("SetAttributeValueAction", "name=mtu",
+                                                                R"(operator="=" value="1" valueFromAttr="mtu")"))},
+      {"ArgWithoutValue",
+       oneAction("ShelfPort", "<MoAction name=\"RemoveAttributeAction\"><Arg name=\"name\"/></MoAction>")},
       {"TwoArgsOfOneName", oneAction("ShelfPort", moAction("RemoveAttributeAction", "name=weight name=mtu"))},
       {"UnknownTypeName", addAttribute("SA_INT33_T", "1")},
       {"TypeNameInLowerCase", addAttribute("sa_string_t", "a")},
       {"HugeNumber", addAttribute("SA_INT64_T", "1" + std::string(100000, '0'))},
       {"HugeName", addAttribute("SA_NAME_T", std::string(100000, 'n'))},
-      {"HugeAttributeValue", oneAction("ShelfPort", moAction("RemoveAttributeAction", ArgList{{"name", std::string(11000000, 'a')}}))},
+      {"HugeAttributeValue",
+       oneAction("ShelfPort", moAction("RemoveAttributeAction", ArgList{{"name", std::string(11000000, 'a')}}))},
   };
 }
 
@@ -145,7 +151,7 @@ TEST_P(HostileModificationFileTest, FailsCleanly) {
 
   EXPECT_EQ(1, run.exitStatus) << run.report.substr(0, run.report.find('\n'));
   EXPECT_NE(std::string::npos, run.rollbackText().find(path)) << "no rollback reason names the file:\n"
-                                                             << run.rollbackText();
+                                                              << run.rollbackText();
   EXPECT_EQ(std::vector<std::string>{}, run.modelFiles());
   const std::string passwd = firstLineOf("/etc/passwd");
   ASSERT_FALSE(passwd.empty());

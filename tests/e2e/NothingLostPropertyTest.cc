@@ -37,8 +37,8 @@ const std::map<std::string, Values>& samples() {
       {"SA_INT64_T", {"-9223372036854775808", "9223372036854775807", "0", "-1"}},
       {"SA_UINT64_T", {"0", "18446744073709551615", "9223372036854775808"}},
       {"SA_TIME_T", {"0", "9223372036854775807", "1700000000123456789", "-1"}},
-      {"SA_NAME_T", {"rootId=1", "midId=a\\,b,rootId=1", "back\\slash\\", "ünï,cödé", "",
-                     std::string(595, 'n') + "\\,x,"}},
+      {"SA_NAME_T",
+       {"rootId=1", "midId=a\\,b,rootId=1", "back\\slash\\", "ünï,cödé", "", std::string(595, 'n') + "\\,x,"}},
       {"SA_FLOAT_T", {"0.1", "1.4e-45", "3.40282347e+38", "-0", "nan", "123456789.123456789", "-1.5"}},
       {"SA_DOUBLE_T", {"0.1", "123456789.123456789", "1e-300", "4.9e-324", "1.7976931348623157e+308", "-0", "nan"}},
       {"SA_STRING_T", {"", "  lead and trail  ", "&<>\"'", "ünïcödé ✓ 日本語", "a,b\\c", "back\\"}},
@@ -188,7 +188,9 @@ class Generator {
   size_t below(size_t n) { return rng_() % n; }
   bool chance(double p) { return rng_() < p * 4294967296.0; }
   template <typename T>
-  const T& pick(const std::vector<T>& from) { return from[below(from.size())]; }
+  const T& pick(const std::vector<T>& from) {
+    return from[below(from.size())];
+  }
   std::string anyType(bool withBytes) {
     return std::next(samples().begin(), withBytes ? below(samples().size()) : 1 + below(samples().size() - 1))->first;
   }
@@ -251,7 +253,8 @@ class Generator {
       if (chance(0.15)) continue;
       Attr& attr = o.attrs[name];
       attr.type = def.type;
-      for (size_t n = def.multiValue ? 1 + below(4) : 1; n > 0; --n) attr.values.push_back(pick(samples().at(def.type)));
+      for (size_t n = def.multiValue ? 1 + below(4) : 1; n > 0; --n)
+        attr.values.push_back(pick(samples().at(def.type)));
     }
     return o;
   }
@@ -427,14 +430,18 @@ class Generator {
         }
         [[fallthrough]];
       case 1:  // a malformed number as the default of an integer attribute
-        return mo(c, moAction("AddAttributeAction", ArgList{{"name", "broken"}, {"type", "SA_INT32_T"}, {"defaultValue", "12x"}}));
+        return mo(c, moAction("AddAttributeAction",
+                              ArgList{{"name", "broken"}, {"type", "SA_INT32_T"}, {"defaultValue", "12x"}}));
       case 2:  // an index beyond every int, on an attribute holding values
         if (!integers.empty()) {
-          return mo(c, moAction("RemoveArrayElementAction", ArgList{{"name", pick(integers)}, {"index", "4294967296"}}));
+          return mo(c,
+                    moAction("RemoveArrayElementAction", ArgList{{"name", pick(integers)}, {"index", "4294967296"}}));
         }
         [[fallthrough]];
       default:  // a filter value that is no number, for an integer attribute holding values
-        if (integers.empty()) return mo(c, moAction("AddAttributeAction", ArgList{{"name", "broken"}, {"type", "SA_UINT64_T"}, {"defaultValue", "-"}}));
+        if (integers.empty())
+          return mo(c, moAction("AddAttributeAction",
+                                ArgList{{"name", "broken"}, {"type", "SA_UINT64_T"}, {"defaultValue", "-"}}));
         return mo(c, moAction("RemoveAttributeAction", ArgList{{"name", pick(integers)}, {"oldAttributeValue", "1x"}}));
     }
   }
@@ -492,7 +499,8 @@ std::vector<std::string> problems(const RunResult& run, Model& expected, bool mu
       const Values got = o.attrs.count(name) ? o.attrs.at(name) : Values{};
       bool same = want.values.size() == got.size();
       for (size_t i = 0; same && i < got.size(); ++i) same = sameValue(want.type, want.values[i], got[i]);
-      if (!same) values.push_back(o.dn + " " + name + ": " + shown("", got) + ", expected " + shown(want.type, want.values));
+      if (!same)
+        values.push_back(o.dn + " " + name + ": " + shown("", got) + ", expected " + shown(want.type, want.values));
     }
   }
   found.insert(found.end(), values.begin(), values.end());
@@ -517,7 +525,8 @@ TEST_P(NothingLostPropertyTest, NewModelHoldsWhatTheActionsLeave) {
   node.add(schema);
   const Values names = twoFiles ? Values{"modification_1_0_0_to_1_1_0.xml", "modification_1_1_0_to_2_0_0.xml"}
                                 : Values{"modification_1_0_0_to_2_0_0.xml"};
-  for (size_t i = 0; i < files.size(); ++i) node.modificationFile("Prop", "CXC1_R" + std::to_string(i + 1) + "A", names[i], files[i]);
+  for (size_t i = 0; i < files.size(); ++i)
+    node.modificationFile("Prop", "CXC1_R" + std::to_string(i + 1) + "A", names[i], files[i]);
   const RunResult run = WholeRun(node).run();
 
   const std::vector<std::string> found = problems(run, model, generate.mustFail);
