@@ -313,10 +313,17 @@ class Generator {
         }
         return moAction("AddAttributeAction", ArgList{{"name", name}, {"type", type}, {"defaultValue", text}});
       }
-      case 1: {  // an attribute removed
+      case 1: {  // an attribute removed from every instance, or from those of one RDN value, or from one name
         const std::string name = std::next(cls.defs.begin(), below(cls.defs.size()))->first;
-        for (Object* o : instances) o->attrs.erase(name);
-        return moAction("RemoveAttributeAction", ArgList{{"name", name}});
+        const Object* one = pick(instances);
+        const size_t filter = below(3);
+        ArgList args = {{"name", name}};
+        if (filter > 0)
+          args.emplace_back(filter == 1 ? "rdnValue" : "ldnValue", filter == 1 ? one->rdnValue : one->dn());
+        for (Object* o : instances) {
+          if (filter == 0 || (o->rdnValue == one->rdnValue && (filter == 1 || o == one))) o->attrs.erase(name);
+        }
+        return moAction("RemoveAttributeAction", args);
       }
       case 2: {  // an attribute every instance has, renamed
         const std::vector<std::string> names = attrsWith(model, c, 0, true);
