@@ -19,7 +19,7 @@
 
 namespace e2e {
 
-// An object of a model file: its class and attribute name -> values, in file order.
+// An object of a model file: its dn, its class and attribute name -> values, in file order.
 struct ModelObject {
   std::string dn;
   std::string className;
