@@ -116,6 +116,13 @@ bool XmlHandler::parseModificationFile(const char* fileName, bool validateOnly) 
   validateOnly_ = validateOnly;
   // Never from the network; lines beyond 65535 still counted right.
   xmlDoc* doc = fileName == nullptr ? nullptr : xmlReadFile(fileName, nullptr, XML_PARSE_NONET | XML_PARSE_BIG_LINES);
+  // A document type could only bring entities from elsewhere into the
+  // arguments: modification files have none.
+  if (doc != nullptr && (doc->intSubset != nullptr || doc->extSubset != nullptr)) {
+    TAV_LOG(ERROR, "Modification file %s declares a document type; modification files take no DTD", fileName);
+    xmlFreeDoc(doc);
+    doc = nullptr;
+  }
   if (doc == nullptr) {
     reportFailure("Could not parse file %s", orEmpty(fileName));
     return false;
