@@ -30,35 +30,6 @@ class AttributeActionsTest : public testing::Test {
   RenameAttributeAction rename;
 };
 
-TEST_F(AttributeActionsTest, AddAttributeSplitsTheDefaultAtEveryBar) {
-  const struct {
-    const char* type;
-    const char* defaultValue;
-    Strings values;
-  } cases[] = {{"SA_INT32_T", "1|2|3", {"1", "2", "3"}},
-               {"SA_INT32_T", "5", {"5"}},
-               {"SA_INT32_T", "", {}},
-               // The empty middle piece makes no number, and the last one still counts.
-               {"SA_INT32_T", "-4||7", {"-4", "7"}},
-               {"SA_STRING_T", "a||b", {"a", "", "b"}},
-               {"SA_STRING_T", "|", {"", ""}}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.type) + " " + c.defaultValue);
-    first.eraseAttribute("added");
-    second.eraseAttribute("added");
-    EXPECT_TRUE(model.run(add, "Cell", {{"name", "added"}, {"type", c.type}, {"defaultValue", c.defaultValue}}));
-    EXPECT_EQ(c.values, ActionModel::values(first, "added"));
-    EXPECT_EQ(c.values, ActionModel::values(second, "added"));
-  }
-  const std::string prefix = "Adding attribute added to ldn cellId=2,ME=1 with values, string to parse: a||b, ";
-  for (const char* piece :
-       {"substring start: 0, substring end: 1, substring: a",
-        "substring start: 2, substring end: 2, substring: ", "substring start: 3, substring end: -1, substring: b"}) {
-    EXPECT_TRUE(LogRecorder::installed().contains(prefix + piece)) << piece;
-  }
-  EXPECT_EQ(Strings{}, model.failures);
-}
-
 TEST_F(AttributeActionsTest, AddAttributeSkipsFilteredInstancesAndKeepsExistingValues) {
   EXPECT_TRUE(
       model.run(add, "Cell", {{"name", "added"}, {"type", "SA_UINT32_T"}, {"defaultValue", "9"}, {"rdnValue", "2"}}));
@@ -66,47 +37,6 @@ TEST_F(AttributeActionsTest, AddAttributeSkipsFilteredInstancesAndKeepsExistingV
   EXPECT_EQ(Strings{"9"}, ActionModel::values(second, "added"));
   EXPECT_TRUE(model.run(add, "Cell", {{"name", "old"}, {"type", "SA_INT32_T"}, {"defaultValue", "7|8"}}));
   EXPECT_EQ((Strings{"1", "2"}), ActionModel::values(first, "old"));
-}
-
-TEST_F(AttributeActionsTest, RemoveAttributeFromTheAdmittedInstancesEvenWhereItIsGone) {
-  EXPECT_TRUE(model.run(remove, "Cell", {{"name", "old"}, {"ldnValue", "cellId=2,ME=1"}}));
-  EXPECT_EQ((Strings{"1", "2"}), ActionModel::values(first, "old"));
-  EXPECT_EQ(kAbsent, ActionModel::values(second, "old"));
-  LogRecorder::installed().clear();
-  EXPECT_TRUE(model.run(remove, "Cell", {{"name", "old"}}));
-  EXPECT_EQ(kAbsent, ActionModel::values(first, "old"));
-  EXPECT_EQ(1u, LogRecorder::installed().count("Tried to remove non-existing Attribute old"));
-  EXPECT_EQ(Strings{}, model.failures);
-}
-
-TEST_F(AttributeActionsTest, RenameAttributeMovesTheValuesInOrderWithTheirType) {
-  const struct {
-    uint32_t type;
-    Strings values;
-  } cases[] = {{SA_IMM_ATTR_SAINT64T, {"-3", "1", "2"}},
-               {SA_IMM_ATTR_SANAMET, {"cellId=9,ME=1", "cellId=3,ME=1"}},
-               {SA_IMM_ATTR_SASTRINGT, {"b", "", "a"}},
-               {SA_IMM_ATTR_SAUINT32T, {}}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.type);
-    for (InstanceIf* instance : {&first, &second}) {
-      ActionModel::set(*instance, "old", c.type, c.values);
-      instance->eraseAttribute("new");
-    }
-    EXPECT_TRUE(model.run(rename, "Cell", {{"name", "old"}, {"newName", "new"}}));
-    for (InstanceIf* instance : {&first, &second}) {
-      EXPECT_EQ(c.values, ActionModel::values(*instance, "new"));
-      EXPECT_EQ(kAbsent, ActionModel::values(*instance, "old"));
-      EXPECT_EQ(c.type, instance->getAttribute("new")->getType());
-    }
-  }
-  AttributeInternalIf* bytes = nullptr;
-  first.addAttribute("raw", SA_IMM_ATTR_SAANYT, &bytes);
-  bytes->addCopy(std::vector<uint8_t>{0x00, 0xff, 0x10});
-  EXPECT_TRUE(model.run(rename, "Cell", {{"name", "raw"}, {"newName", "bytes"}, {"rdnValue", "1"}}));
-  ASSERT_NE(nullptr, first.getAttribute("bytes"));
-  EXPECT_EQ((std::vector<uint8_t>{0x00, 0xff, 0x10}), first.getAttribute("bytes")->getRawDataValueAtIndex(0));
-  EXPECT_EQ(Strings{}, model.failures);
 }
 
 TEST_F(AttributeActionsTest, RenameAttributeFailsForAnInstanceWithoutItAndGoesOn) {

@@ -28,27 +28,6 @@ void addChildren(ActionModel& model) {
   }
 }
 
-TEST(CreateChildInstanceActionTest, CreatesBelowTheParentsThatTheArgumentsSelect) {
-  const struct {
-    const char* extra;
-    Strings children;
-  } cases[] = {{"",
-                {"childId=9,cellId=1,topId=1", "childId=9,cellId=2,topId=1", "childId=9,cellId=21,topId=1",
-                 "childId=9,cellId=2,topId=2"}},
-               {"parentRdnValue=2", {"childId=9,cellId=2,topId=1", "childId=9,cellId=2,topId=2"}},
-               {"parentRdnValue=3", {}},
-               {"parentRdnValue=2 parentName=topId=2", {"childId=9,cellId=2,topId=2"}}};
-  CreateChildInstanceAction action;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.extra);
-    ActionModel model;
-    addParents(model);
-    EXPECT_TRUE(model.run(action, "Cell", argsOf(c.extra + std::string(" childType=Child childRdnValue=9"))));
-    EXPECT_EQ(c.children, model.ldns("Child"));
-    EXPECT_EQ(Strings{}, model.failures);
-  }
-}
-
 TEST(CreateChildInstanceActionTest, MakesOneRootInstanceWhenTheParentClassHasNoInstances) {
   ActionModel model;
   CreateChildInstanceAction action;
@@ -76,40 +55,6 @@ TEST(CreateChildInstanceActionTest, ExistingChildFailsAndEndsTheWalkUnknownChild
   EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Unknown"}, {"childRdnValue", "9"}}));
   EXPECT_EQ(1u, model.failures.size());
   EXPECT_FALSE(LogRecorder::installed().containsPart("Create a new Instance"));
-}
-
-TEST(RemoveChildInstanceActionTest, RemovesTheChildrenTheArgumentsName) {
-  const Strings all = {"relationId=1,cellId=1,topId=1", "relationId=2,cellId=1,topId=1",
-                       "relationId=1,cellId=2,topId=1", "relationId=2,cellId=2,topId=1"};
-  const struct {
-    const char* args;
-    Strings remaining;
-  } cases[] = {{"childType=Relation", {}},
-               {"childType=Relation childRdnValue=2", {all[0], all[2]}},
-               {"childType=Relation parentRdnValue=2", {all[0], all[1]}},
-               {"childType=Relation childRdnValue=1 ldnValue=cellId=1,topId=1", {all[1], all[2], all[3]}},
-               {"childType=Relation childRdnValue=7", all},
-               {"childType=Unknown", all}};
-  RemoveChildInstanceAction action;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.args);
-    ActionModel model;
-    addChildren(model);
-    EXPECT_TRUE(model.run(action, "Cell", argsOf(c.args)));
-    EXPECT_EQ(c.remaining, model.ldns("Relation"));
-    EXPECT_EQ(Strings{}, model.failures);
-  }
-  ActionModel model;
-  addChildren(model);
-  LogRecorder::installed().clear();
-  EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Relation"}, {"parentRdnValue", "2"}}));
-  const LogRecorder& log = LogRecorder::installed();
-  EXPECT_TRUE(log.contains("RemoveChildInstance::removeChildInstance: instance.getLdn cellId=1,topId=1"));
-  EXPECT_TRUE(log.contains(
-      "RemoveChildInstance rdn(1) for current MO instance does NOT equal to parentRdnValue(2), do nothing."));
-  EXPECT_TRUE(log.contains("RemoveChildInstance getTargetLdn:childRdnValue does not exist. return empty string"));
-  EXPECT_FALSE(log.contains("RemoveChildInstance Removed all child instances for parent Ldn: cellId=1,topId=1"));
-  EXPECT_TRUE(log.contains("RemoveChildInstance Removed all child instances for parent Ldn: cellId=2,topId=1"));
 }
 
 TEST(RemoveChildInstanceActionTest, StructChildrenGoByIdButNotWithAParentRdnValue) {

@@ -146,39 +146,6 @@ TEST(ActionsE2eTest, NewModelShowsEveryActionsChange) {
   EXPECT_EQ("Relation", model["relationId=1,cellId=1,rootId=1"].className);
 }
 
-TEST(ActionsE2eTest, FailingActionRollsBackWithItsReason) {
-  const struct {
-    const char* className;
-    std::string action;
-    const char* reason;
-  } cases[] = {
-      {"Foo", moAction("AddAttributeAction", "name=levels type=SA_INT32_T"),
-       "AddAttributeAction requires args: name, type and defaultValue."},
-      {"Foo", moAction("RenameAttributeAction", "name=label newName=tag"),
-       "Instance fooId=2,rootId=1 has no attribute label"},
-      {"FooSettings", moAction("RenameMoTypeAction", "newName=Settings"),
-       "RenameMoTypeAction can not be performed on struct MO types"},
-      {"Nowhere", moAction("RenameAttributeAction", "name=a newName=b"),
-       "Action Failed: renameAttribute: No instance group to operate on. Action arguments: old name = a, new name = b"},
-      {"Cell", moAction("SetAttributeValueAction", "name=u", R"(operator="=" value="-1")"),
-       "SetAttributeValueAction: value -1 does not fit attribute u of type SA_UINT32_T on cellId=1,rootId=1"},
-      {"Cell",
-       moAction("SetAttributeValueAction", "name=label",
-                R"(operator="=" valueFromInstance="cellId=9,rootId=1" valueFromAttr="label")"),
-       "SetAttributeValueAction: source instance cellId=9,rootId=1 not found"},
-      {"Cell", moAction("SetAttributeValueAction", "name=label", R"(operator="=" value="a" valueFromAttr="x")"),
-       "SetAttributeValueAction: invalid combination of arguments in operation"},
-      {"Cell", moAction("RemoveArrayElementAction", "name=list index=2x"),
-       "Not able to parse argument index, 2x, as an int"}};
-  for (const auto& c : cases) {
-    TempDir dir;
-    RunResult run = runActions(dir, labSchema(), mo(c.className, c.action));
-    EXPECT_EQ(1, run.exitStatus) << c.reason << "\n" << run.report;
-    EXPECT_NE(std::string::npos, run.rollbackText().find(c.reason)) << run.rollbackText();
-    EXPECT_EQ(Values{}, run.modelFiles()) << c.reason;
-  }
-}
-
 const char kFunction[] = "eNodeBFunctionId=1,managedElementId=1";
 const char kCell[] = "eUtranCellFDDId=1,eNodeBFunctionId=1,managedElementId=1";
 

@@ -81,18 +81,6 @@ TEST_F(XmlHandlerTest, NullOrSecondActionOfOneNameIsRefusedAndTheFirstStays) {
   EXPECT_EQ(Calls({"Bump@A: "}), calls);
 }
 
-TEST_F(XmlHandlerTest, UnreadableFilesFailTheUpgrade) {
-  for (const char* content : {"this is not XML", "", "<Mods><Mo name=\"A\">", "<Mo name=\"A\"/><Mo name=\"B\"/>"}) {
-    EXPECT_CALL(handler, failUpgrade(StrEq("Could not parse file " + dir.path() + "/modification_1_0_0_to_2_0_0.xml")));
-    EXPECT_FALSE(parse(content)) << content;
-    testing::Mock::VerifyAndClearExpectations(&handler);
-  }
-  const std::string missing = dir.path() + "/absent.xml";
-  EXPECT_CALL(handler, failUpgrade(StrEq("Could not parse file " + missing)));
-  EXPECT_FALSE(parser.parseModificationFile(missing.c_str(), false));
-  EXPECT_TRUE(calls.empty());
-}
-
 TEST_F(XmlHandlerTest, MoElementsAtAnyDepthRunInDocumentOrder) {
   EXPECT_CALL(handler, getInstanceGroup("A", "", false));
   // Each action sees the class as it is when it starts.
@@ -221,27 +209,6 @@ TEST_F(XmlHandlerTest, ModeIsSetByEveryCall) {
   EXPECT_TRUE(parse(R"(<Mo name="A"><MoAction name="Bump"/></Mo>)", true));
   EXPECT_TRUE(parse(R"(<Mo name="A"><MoAction name="Bump"/></Mo>)", false));
   EXPECT_EQ(Calls({"Bump@: ", "Bump@A: "}), calls);
-}
-
-TEST_F(XmlHandlerTest, DeepNestingNeverCrashes) {
-  for (int depth : {200, 100000}) {
-    calls.clear();
-    std::string open, close;
-    for (int i = 0; i < depth; ++i) open += "<c>", close += "</c>";
-    const bool parsed = parse(open + R"(<Mo name="A"><MoAction name="Bump"/></Mo>)" + close);
-    // The XML library refuses very deep documents; what it reads is walked.
-    EXPECT_EQ(parsed, calls.size() == 1) << depth;
-    EXPECT_TRUE(parsed || depth > 200);
-  }
-}
-
-TEST_F(XmlHandlerTest, HugeAttributeValuesReachTheActionWhole) {
-  std::string huge(1 << 20, 'v');
-  EXPECT_TRUE(parse(R"(<Mo name="A"><MoAction name="Bump"><Arg name="name" value=")" + huge +
-                    R"("/><Operation operator="=" value=")" + huge + R"("/></MoAction></Mo>)"));
-  ASSERT_EQ(1u, calls.size());
-  // The operation's text is bounded; the argument is not.
-  EXPECT_TRUE(calls[0] == "Bump@A: name=" + huge + " | " + (" => (=) value: " + huge).substr(0, 511));
 }
 
 }  // namespace
