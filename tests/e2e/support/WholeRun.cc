@@ -154,7 +154,8 @@ std::vector<std::string> RunResult::modelClasses(const std::string& schema) cons
   return tagAttributes(model(schema), "class", "name");
 }
 
-WholeRun::WholeRun(const NodeBuilder& node) : node_(node) {}
+WholeRun::WholeRun(const NodeBuilder& node)
+    : folders_{node.packagePath(), node.nodePath(), node.outPath(), node.root()} {}
 
 WholeRun& WholeRun::faults(const std::string& items) {
   options_.insert(options_.end(), {"--faults", items});
@@ -178,13 +179,13 @@ WholeRun& WholeRun::withoutPackage() {
 
 RunResult WholeRun::run() const {
   RunResult result;
-  result.outPath = node_.outPath();
-  const std::string reportPath = node_.root() + "/wrapper.out";
-  const std::string errorsPath = node_.root() + "/wrapper.err";
+  result.outPath = folders_.out;
+  const std::string reportPath = folders_.scratch + "/wrapper.out";
+  const std::string errorsPath = folders_.scratch + "/wrapper.err";
 
-  std::vector<std::string> texts = {WRAPPER_BINARY, "--node", node_.nodePath(), "--program", UPGRADER_BINARY,
-                                    "--timeout",    "30"};
-  if (withPackage_) texts.insert(texts.end(), {"--package", node_.packagePath()});
+  std::vector<std::string> texts = {WRAPPER_BINARY, "--node",    folders_.node, "--out", folders_.out,
+                                    "--program",    UPGRADER_BINARY, "--timeout", "30"};
+  if (withPackage_) texts.insert(texts.end(), {"--package", folders_.package});
   texts.insert(texts.end(), options_.begin(), options_.end());
   std::vector<char*> argv;
   for (std::string& text : texts) argv.push_back(text.data());

@@ -13,6 +13,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "NodeBuilder.h"
@@ -57,9 +58,19 @@ struct RunResult {
   std::vector<std::string> modelClasses(const std::string& schema) const;
 };
 
+// Where a run reads and writes: the package, the node, the node's output
+// folder, and a folder for the wrapper's own output.
+struct RunFolders {
+  std::string package;
+  std::string node;
+  std::string out;
+  std::string scratch;
+};
+
 class WholeRun {
  public:
   explicit WholeRun(const NodeBuilder& node);
+  explicit WholeRun(RunFolders folders) : folders_(std::move(folders)) {}
 
   // VOSK_SIM_FAULTS of the upgrader.
   WholeRun& faults(const std::string& items);
@@ -72,7 +83,7 @@ class WholeRun {
   RunResult run() const;
 
  private:
-  const NodeBuilder& node_;
+  RunFolders folders_;
   std::vector<std::string> options_;
   bool withPackage_ = true;
 };

@@ -1,0 +1,42 @@
+// The bundled example, upgraded as `make demo` does: every schema takes its
+// kind of upgrade and the node accepts every class written or copied, so the
+// demo shows the upgrader's work, never a broken example.
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "TempDir.h"
+#include "WholeRun.h"
+
+namespace e2e {
+namespace {
+
+TEST(ExampleTest, UpgradesCompletelyOnItsNode) {
+  TempDir scratch;
+  const std::string examples = EXAMPLES_DIR;
+  RunResult run =
+      WholeRun(RunFolders{examples + "/package", examples + "/node", scratch.path() + "/out", scratch.path()}).run();
+  ASSERT_EQ(0, run.exitStatus) << run.report;
+  EXPECT_EQ(std::vector<std::string>{}, run.rollback);
+  EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "RadioNode.xml", "Transport.xml"}), run.modelFiles());
+  for (const char* kind : {"Transport: Same from and to-version (3_1_0) for Transport",
+                           "Equipment: New IMM schema Equipment introduced through upgrade",
+                           "RadioNode: Conversion path size: 2 modification files"}) {
+    EXPECT_TRUE(run.logged(kind)) << kind;
+  }
+
+  // The converted schema: renamed, dropped and added classes, every parent there.
+  std::set<std::string> dns;
+  for (const ModelObject& object : run.objectList("RadioNode")) dns.insert(object.dn);
+  EXPECT_LE(200u, dns.size());
+  for (const std::string& dn : dns) {
+    const size_t comma = dn.find(',');
+    EXPECT_TRUE(comma == std::string::npos || dns.count(dn.substr(comma + 1)) == 1) << "no parent for " << dn;
+  }
+}
+
+}  // namespace
+}  // namespace e2e
