@@ -97,7 +97,9 @@ TEST(SimImmValueCodecTest, NameRecordsAreReadUpToTheirLengthOrTerminator) {
   EXPECT_EQ("qq", text);
 }
 
-TEST(SimImmObjectTest, DnsSplitAtTheFirstUnescapedComma) {
+// In a value "\," is a comma and "\\" a backslash; any other backslash is
+// itself.
+TEST(SimImmObjectTest, DnsSplitAtTheFirstUnescapedCommaAndJoinBack) {
   struct Case {
     const char* dn;
     bool ok;
@@ -109,6 +111,11 @@ TEST(SimImmObjectTest, DnsSplitAtTheFirstUnescapedComma) {
       {"a=1", true, "a", "1", ""},
       {"a=1,b=2,c=3", true, "a", "1", "b=2,c=3"},
       {"a=x\\,y,b=2", true, "a", "x,y", "b=2"},
+      {"a=x\\\\,b=2", true, "a", "x\\", "b=2"},
+      {"a=x\\\\\\,y,b=2", true, "a", "x\\,y", "b=2"},
+      {"a=C:\\dir\\,b=2", true, "a", "C:\\dir,b=2", ""},
+      {"a=C:\\dir,b=2", true, "a", "C:\\dir", "b=2"},
+      {"a=end\\\\", true, "a", "end\\", ""},
       {"a=,b=2", true, "a", "", "b=2"},
       {"noequals,b=2", false, "", "", ""},
       {"=1,b=2", false, "", "", ""},
@@ -121,6 +128,14 @@ TEST(SimImmObjectTest, DnsSplitAtTheFirstUnescapedComma) {
     EXPECT_EQ(c.value, value) << c.dn;
     EXPECT_EQ(c.parent, parent) << c.dn;
     EXPECT_EQ(c.dn, SimImmObject::makeDn(attr, value, parent));
+  }
+  std::string attr, value, parent;
+  ASSERT_TRUE(SimImmObject::splitDn("a=end\\", &attr, &value, &parent));
+  EXPECT_EQ("end\\", value) << "a backslash at the end stands for itself";
+  for (const char* written : {"\\,", "\\\\", "x\\", "\\", ",,,", "a\\b,c\\\\,\\"}) {
+    ASSERT_TRUE(SimImmObject::splitDn(SimImmObject::makeDn("a", written, "b=1"), &attr, &value, &parent)) << written;
+    EXPECT_EQ(written, value);
+    EXPECT_EQ("b=1", parent) << written;
   }
 }
 
