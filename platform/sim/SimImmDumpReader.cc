@@ -29,7 +29,9 @@ bool SimImmDumpReader::read(const std::string& path, const Handler& handler) {
   path_ = path;
   error_.clear();
   parserError_.clear();
-  reader_ = xmlReaderForFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOWARNING | XML_PARSE_NOERROR);
+  // Dumps may hold values over libxml2's default limit of 10 MB a text.
+  reader_ = xmlReaderForFile(path.c_str(), nullptr,
+                             XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOWARNING | XML_PARSE_NOERROR);
   if (reader_ == nullptr) return fail("cannot open the file");
   xmlTextReaderSetErrorHandler(reader_, recordParserError, &parserError_);
   bool ok = readContents(handler);

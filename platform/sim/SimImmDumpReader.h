@@ -9,6 +9,8 @@
 // `object` elements (attribute `class`; children `dn` and `attr` with `name`
 // and `value`*). Other elements are skipped. A class after an object, a
 // missing name, dn or type, or an unknown type name make the file malformed.
+// A text may be of any size; nothing outside the file (DTD, external entity,
+// network) is loaded.
 
 #ifndef VOSK_SIM_SIM_IMM_DUMP_READER_H
 #define VOSK_SIM_SIM_IMM_DUMP_READER_H

@@ -74,6 +74,27 @@ TEST_F(SimImmModelOutputTest, ADumpReadIntoRecordsAndWrittenBackGivesTheSameObje
   EXPECT_NE(std::string::npos, TempDir::read(model).find("<default-value>7</default-value>"));
 }
 
+// Values over libxml2's default limit of 10 MB a text.
+TEST_F(SimImmModelOutputTest, HugeValuesAreReadWrittenAndCopiedWhole) {
+  const std::string text(12 << 20, 's');
+  const std::string hex(12 << 20, 'e');
+  node.write("imm/old/2-huge.xml", immXml("<object class=\"Top\"><dn>topId=huge</dn><attr><name>s</name><value>" +
+                                          text + "</value></attr><attr><name>a</name><value>" + hex +
+                                          "</value></attr></object>"));
+  SafcImmCtHandleT written = openSchema("SchemaA");
+  readAndWriteBack(written, "Top");
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(written));
+  SafcImmCtHandleT copied = openSchema("SchemaB");
+  copy(copied, {"Top"});
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(copied));
+  std::vector<SimImmObject> expected = oldObjects();
+  expected.resize(1);  // Top only
+  expected.push_back(objectsIn(node.path() + "/imm/old/2-huge.xml").at(0));
+  ASSERT_EQ(text, expected[1].attrs.at(0).values.at(0));
+  EXPECT_TRUE(sameObjects(expected, objectsIn(out("model/SchemaA.xml"))));
+  EXPECT_TRUE(sameObjects(expected, objectsIn(out("model/SchemaB.xml"))));
+}
+
 TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
   // 007 and +3 are not how the tool writes numbers: a copy does not pass
   // through records.
