@@ -23,7 +23,7 @@ class SimImmObject {
   std::string className;
   std::string dn;
   std::vector<SimImmAttrValues> attrs;
-  int line = 0;  // where the object starts in its file, for reasons
+  int line = 0;  // of its object tag in its file, for reasons
 
   // Splits `dn` at its first unescaped comma into the first RDN's attribute
   // name and (unescaped) value, and the parent's name (empty for a root

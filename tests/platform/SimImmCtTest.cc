@@ -127,6 +127,12 @@ TEST_F(SimImmCtTest, BadNodeFilesGiveAClearCodeAndAReason) {
       {"class defined twice", "imm/old/2-more.xml",
        immXml("<class name=\"Top\"><rdn><name>topId</name><type>SA_STRING_T</type></rdn></class>"), "ReadInstances",
        SA_AIS_ERR_FAILED_OPERATION, "class Top is defined twice"},
+      {"malformed XML far down", "imm/old/2-more.xml",
+       immXml(filler(70000) + "<object class=\"Top\">\n<dn>topId=2</dn>\n</obj>"), "ReadInstances",
+       SA_AIS_ERR_FAILED_OPERATION, "2-more.xml: line 70005: Opening and ending tag mismatch: object line 70003"},
+      {"object without dn far down", "imm/old/2-more.xml",
+       immXml(filler(70000) + "<object class=\"Top\">\n<attr><name>i32</name><value>1</value></attr>\n</object>"),
+       "ReadInstances", SA_AIS_ERR_FAILED_OPERATION, "2-more.xml: line 70003: object of class Top without dn"},
       {"malformed versions", "versions", "SchemaA 1_0 2_0_0\n", "ReadSchemaVersion", SA_AIS_ERR_FAILED_OPERATION,
        "versions:1: expected"},
   };
