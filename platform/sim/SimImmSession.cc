@@ -155,28 +155,53 @@ bool SimImmSession::hasContent() {
 
 SaAisErrorT SimImmSession::writeModel(const std::string& path, std::string* why) {
   std::lock_guard<std::mutex> lock(mutex_);
-  std::vector<std::string> classNames;
-  for (const auto& group : written_) classNames.push_back(group.first);
-  classNames.insert(classNames.end(), copied_.begin(), copied_.end());
   std::vector<const SimImmClass*> definitions;
-  for (const std::string& name : classNames) {
-    const SimImmClass* cls = nullptr;
-    if (SaAisErrorT rc = targetDefinition(name, &cls, why); rc != SA_AIS_OK) return rc;
-    if (cls == nullptr && !node_->definition(name, false, &cls, why)) return SA_AIS_ERR_FAILED_OPERATION;
-    if (cls != nullptr) definitions.push_back(cls);
-  }
-
+  if (SaAisErrorT rc = modelDefinitions(&definitions, why); rc != SA_AIS_OK) return rc;
   SimImmModelWriter writer(path);
   if (!writer.open(why)) return SA_AIS_ERR_NO_RESOURCES;
   for (const SimImmClass* cls : definitions) writer.writeClass(*cls);
   for (const auto& group : written_) {
     for (const SimImmObject& object : group.second) writer.writeObject(object);
   }
-  std::set<std::string> copied(copied_.begin(), copied_.end());
-  if (!node_->oldModel().streamObjects(copied, [&](const SimImmObject& o) { writer.writeObject(o); }, why)) {
+  if (!copyObjects(&writer, why)) {
     std::string ignored;
     writer.close(&ignored);
     return SA_AIS_ERR_FAILED_OPERATION;
   }
   return writer.close(why) ? SA_AIS_OK : SA_AIS_ERR_NO_RESOURCES;
+}
+
+SaAisErrorT SimImmSession::modelDefinitions(std::vector<const SimImmClass*>* definitions, std::string* why) {
+  std::vector<std::string> classNames;
+  for (const auto& group : written_) classNames.push_back(group.first);
+  classNames.insert(classNames.end(), copied_.begin(), copied_.end());
+  for (const std::string& name : classNames) {
+    const SimImmClass* cls = nullptr;
+    if (SaAisErrorT rc = targetDefinition(name, &cls, why); rc != SA_AIS_OK) return rc;
+    if (cls == nullptr && !node_->definition(name, false, &cls, why)) return SA_AIS_ERR_FAILED_OPERATION;
+    if (cls != nullptr) definitions->push_back(cls);
+  }
+  return SA_AIS_OK;
+}
+
+bool SimImmSession::copyObjects(SimImmModelWriter* writer, std::string* why) {
+  // A copied object must pass what a read of its class would ask of it, so
+  // it is checked against the old definition it was made for.
+  std::map<std::string, const SimImmClass*> oldDefinitions;
+  std::set<std::string> classNames;
+  for (const std::string& name : copied_) {
+    if (!node_->definition(name, false, &oldDefinitions[name], why)) return false;
+    classNames.insert(name);
+  }
+  return node_->oldModel().streamObjects(
+      classNames,
+      [&](const SimImmObject& object, std::string* reason) {
+        if (!SimImmReadRecords::fits(*oldDefinitions.at(object.className), object, reason)) {
+          *reason = "class " + object.className + ": " + *reason;
+          return false;
+        }
+        writer->writeObject(object);
+        return true;
+      },
+      why);
 }

@@ -111,16 +111,6 @@ TEST_F(SimImmCtTest, BadNodeFilesGiveAClearCodeAndAReason) {
       {"object of an unknown class", "imm/old/2-more.xml",
        immXml("<object class=\"Ghost\"><dn>ghostId=1</dn></object>"),
        "ReadInstances", SA_AIS_ERR_FAILED_OPERATION, "of undefined class Ghost"},
-      {"value that is no number", "imm/old/2-more.xml",
-       immXml("<class name=\"Odd\"><rdn><name>oddId</name><type>SA_STRING_T</type></rdn></class>"
-              "<object class=\"Top\"><dn>topId=2</dn><attr><name>i32</name><value>12x</value></attr></object>"),
-       "ReadInstances", SA_AIS_ERR_FAILED_OPERATION, "object topId=2 (line 3): attribute i32: value \"12x\" is not a "
-       "SA_INT32_T"},
-      {"attribute not in the class", "imm/old/2-more.xml",
-       immXml("<object class=\"Top\"><dn>topId=2</dn><attr><name>color</name><value>red</value></attr></object>"),
-       "ReadInstances", SA_AIS_ERR_FAILED_OPERATION, "attribute color is not defined in class Top"},
-      {"dn not naming the class", "imm/old/2-more.xml", immXml("<object class=\"Top\"><dn>childId=2</dn></object>"),
-       "ReadInstances", SA_AIS_ERR_FAILED_OPERATION, "the naming attribute of class Top is topId"},
       {"unknown type", "imm/old/2-more.xml",
        immXml("<class name=\"Odd\"><rdn><name>oddId</name><type>SA_INT8_T</type></rdn></class>"), "ReadInstances",
        SA_AIS_ERR_FAILED_OPERATION, "unknown type \"SA_INT8_T\""},

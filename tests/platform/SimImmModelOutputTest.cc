@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <thread>
 
 #include "SimImmNodeTest.h"
@@ -96,12 +97,12 @@ TEST_F(SimImmModelOutputTest, HugeValuesAreReadWrittenAndCopiedWhole) {
 }
 
 TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
-  // 007 and +3 are not how the tool writes numbers: a copy does not pass
+  // 007 and -0 are not how the tool writes numbers: a copy does not pass
   // through records.
   node.write("imm/old/2-odd.xml", immXml(R"(<class name="Odd"><rdn><name>oddId</name><type>SA_STRING_T</type></rdn>
       <attr><name>n</name><type>SA_INT32_T</type></attr></class>
       <object class="Odd"><dn>oddId=1,topId=1</dn>
-        <attr><name>n</name><value>007</value><value>+3</value></attr></object>
+        <attr><name>n</name><value>007</value><value>-0</value></attr></object>
       <object class="Top"><dn>topId=2</dn></object>)"));
   SafcImmCtHandleT handle = openSchema("SchemaA");
   copy(handle, {"Odd", "Top", "Empty"});
@@ -112,6 +113,51 @@ TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
   std::vector<SimImmObject> more = objectsIn(node.path() + "/imm/old/2-odd.xml");
   expected.insert(expected.end(), more.begin(), more.end());
   EXPECT_TRUE(sameObjects(expected, copied));
+}
+
+// A bad object fails a copy, at finalize, as it fails a read; here far down
+// a long file.
+TEST_F(SimImmModelOutputTest, ObjectsThatDoNotFitTheirClassFailBothReadAndCopy) {
+  struct Case {
+    const char* attrs;
+    const char* dn;
+    const char* problem;
+  };
+  const Case cases[] = {
+      {"", "childId=2", "dn names childId, but the naming attribute of class Top is topId"},
+      {"", "topId", "malformed dn"},
+      {"<attr><name>color</name><value>red</value></attr>", "topId=2", "attribute color is not defined in class Top"},
+      {"<attr><name>topId</name><value>3</value></attr>", "topId=2",
+       "attribute topId is the naming attribute, carried by the dn only"},
+      {"<attr><name>i32</name><value>1</value></attr>\n<attr><name>i32</name><value>2</value></attr>", "topId=2",
+       "attribute i32 is given twice"},
+      {"<attr><name>i32</name><value>12x</value></attr>", "topId=2", "attribute i32: value \"12x\" is not a SA_INT32_T"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.problem);
+    TempDir fresh;
+    setenv("VOSK_SIM_ROOT", fresh.path().c_str(), 1);
+    fresh.write("imm/old/1-model.xml", kOldDump);
+    fresh.write("versions", "SchemaA 1_0_0 2_0_0\n");
+    fresh.write("imm/old/2-more.xml", immXml(filler(70000) + "<object class=\"Top\">\n<dn>" + c.dn + "</dn>\n" +
+                                             c.attrs + "\n</object>"));
+    const std::string object = std::string("object ") + c.dn + " (line 70003): " + c.problem;
+    SafcImmCtHandleT handle = openSchema("SchemaA");
+    SafcImmCtInstanceGroupT** groups = nullptr;
+    EXPECT_EQ(SA_AIS_ERR_FAILED_OPERATION, safcImmCtReadInstances_2(handle, const_cast<char*>("Top"), &groups));
+    copy(handle, {"Top"});
+    EXPECT_EQ(SA_AIS_ERR_FAILED_OPERATION, safcImmCtFinalize(handle));
+    std::vector<std::string> errors = TempDir::lines(fresh.path() + "/out/platform-errors.log");
+    ASSERT_EQ(2u, errors.size());
+    EXPECT_EQ("safcImmCtReadInstances_2 [Top] error 21: old model, class Top: " + object, errors[0]);
+    EXPECT_EQ("safcImmCtFinalize [SchemaA] error 21: " + fresh.path() + "/imm/old/2-more.xml: class Top: " + object,
+              errors[1]);
+    std::vector<std::string> written;
+    for (const auto& entry : std::filesystem::directory_iterator(fresh.path() + "/out")) {
+      written.push_back(entry.path().filename());
+    }
+    EXPECT_THAT(written, ElementsAre("platform-errors.log")) << "neither a model nor its temporary file";
+  }
 }
 
 TEST_F(SimImmModelOutputTest, ClassesTheNewDefinitionsDropAreNotCopied) {
