@@ -159,6 +159,7 @@ TEST_F(SimImmCtTest, MissingVersionsFileOrRootIsRefusedWithAReason) {
   unsetenv("VOSK_SIM_ROOT");
   SafcImmCtHandleT handle = 0;
   EXPECT_EQ(SA_AIS_ERR_LIBRARY, safcImmCtInitialize_2(&handle, 0));
+  EXPECT_EQ(SA_AIS_ERR_LIBRARY, safcImmCtFailUpgrade(0, "no output folder"));
   setenv("VOSK_SIM_ROOT", node.path().c_str(), 1);
   EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtInitialize_2(&handle, 2));
   EXPECT_EQ(SA_AIS_OK, safcImmCtInitialize_2(&handle, 1));
@@ -226,6 +227,8 @@ TEST_F(SimImmCtTest, FaultsReplaceEveryCall) {
        [&] { return safcImmCtInstanceGroupsMemoryFree(handle, groups); }},
       {"FailUpgrade=2", "safcImmCtFailUpgrade [SchemaA]", SA_AIS_ERR_LIBRARY,
        [&] { return safcImmCtFailUpgrade(handle, "reason"); }},
+      {"FailUpgrade=2", "safcImmCtFailUpgrade []", SA_AIS_ERR_LIBRARY,
+       [&] { return safcImmCtFailUpgrade(0, "without a session"); }},
       {"Finalize@SchemaA=2", "safcImmCtFinalize [SchemaA]", SA_AIS_ERR_LIBRARY,
        [&] { return safcImmCtFinalize(handle); }},
   };

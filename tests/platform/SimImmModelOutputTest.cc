@@ -195,6 +195,12 @@ TEST_F(SimImmModelOutputTest, AFailedUpgradeLeavesNothingInModel) {
          EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(other, "Write failed\n"));
          EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(other));
        }},
+      {"requested without a session",
+       [](SimImmModelOutputTest& t, const std::string&) {
+         t.convert("SchemaA", true);
+         EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "Write failed\n"));
+         t.convert("SchemaB", true);
+       }},
       {"finalized after the request",
        [](SimImmModelOutputTest& t, const std::string&) {
          SafcImmCtHandleT handle = t.convert("SchemaA", false);
