@@ -113,7 +113,7 @@ SaAisErrorT SimImmSession::write(SafcImmCtInstanceGroupT** groups, std::string* 
 SaAisErrorT SimImmSession::copy(SaImmClassNameT* classNames, std::string* why) {
   std::vector<std::string> names;
   if (!classNameList(classNames, &names)) return refuse(SA_AIS_ERR_INVALID_PARAM, "no class names", why);
-  std::vector<std::string> fromOld;
+  std::vector<std::pair<std::string, const SimImmClass*>> fromOld;
   for (const std::string& name : names) {
     const SimImmClass* oldDef = nullptr;
     const SimImmClass* newDef = nullptr;
@@ -123,7 +123,7 @@ SaAisErrorT SimImmSession::copy(SaImmClassNameT* classNames, std::string* why) {
     // the upgrade) is dropped by the conversion, not copied.
     const SimImmClass* target = oldDef;
     if (SaAisErrorT rc = targetDefinition(name, &target, why); rc != SA_AIS_OK) return rc;
-    if (target != nullptr) fromOld.push_back(name);
+    if (target != nullptr) fromOld.emplace_back(name, oldDef);
   }
   std::lock_guard<std::mutex> lock(mutex_);
   std::set<std::string> unique;
@@ -174,7 +174,7 @@ SaAisErrorT SimImmSession::writeModel(const std::string& path, std::string* why)
 SaAisErrorT SimImmSession::modelDefinitions(std::vector<const SimImmClass*>* definitions, std::string* why) {
   std::vector<std::string> classNames;
   for (const auto& group : written_) classNames.push_back(group.first);
-  classNames.insert(classNames.end(), copied_.begin(), copied_.end());
+  for (const auto& cls : copied_) classNames.push_back(cls.first);
   for (const std::string& name : classNames) {
     const SimImmClass* cls = nullptr;
     if (SaAisErrorT rc = targetDefinition(name, &cls, why); rc != SA_AIS_OK) return rc;
@@ -187,12 +187,9 @@ SaAisErrorT SimImmSession::modelDefinitions(std::vector<const SimImmClass*>* def
 bool SimImmSession::copyObjects(SimImmModelWriter* writer, std::string* why) {
   // A copied object must pass what a read of its class would ask of it, so
   // it is checked against the old definition it was made for.
-  std::map<std::string, const SimImmClass*> oldDefinitions;
+  const std::map<std::string, const SimImmClass*> oldDefinitions(copied_.begin(), copied_.end());
   std::set<std::string> classNames;
-  for (const std::string& name : copied_) {
-    if (!node_->definition(name, false, &oldDefinitions[name], why)) return false;
-    classNames.insert(name);
-  }
+  for (const auto& cls : copied_) classNames.insert(cls.first);
   return node_->oldModel().streamObjects(
       classNames,
       [&](const SimImmObject& object, std::string* reason) {

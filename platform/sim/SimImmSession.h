@@ -68,7 +68,7 @@ class SimImmSession {
   std::mutex mutex_;
   std::map<SafcImmCtInstanceGroupT**, std::unique_ptr<SimImmReadRecords>> reads_;
   std::vector<std::pair<std::string, std::vector<SimImmObject>>> written_;
-  std::vector<std::string> copied_;
+  std::vector<std::pair<std::string, const SimImmClass*>> copied_;  // name, old definition
   std::set<std::string> classesGiven_;  // written or copied
 };
 
