@@ -120,12 +120,13 @@ TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
 TEST_F(SimImmModelOutputTest, ObjectsThatDoNotFitTheirClassFailBothReadAndCopy) {
   struct Case {
     const char* attrs;
-    const char* dn;
-    const char* problem;
+    std::string dn;
+    std::string problem;
   };
   const Case cases[] = {
       {"", "childId=2", "dn names childId, but the naming attribute of class Top is topId"},
       {"", "topId", "malformed dn"},
+      {"", "topId=2," + std::string(600, 'p'), "name \"" + std::string(40, 'p') + "...\" is longer than 599"},
       {"<attr><name>color</name><value>red</value></attr>", "topId=2", "attribute color is not defined in class Top"},
       {"<attr><name>topId</name><value>3</value></attr>", "topId=2",
        "attribute topId is the naming attribute, carried by the dn only"},
@@ -141,7 +142,7 @@ TEST_F(SimImmModelOutputTest, ObjectsThatDoNotFitTheirClassFailBothReadAndCopy) 
     fresh.write("versions", "SchemaA 1_0_0 2_0_0\n");
     fresh.write("imm/old/2-more.xml", immXml(filler(70000) + "<object class=\"Top\">\n<dn>" + c.dn + "</dn>\n" +
                                              c.attrs + "\n</object>"));
-    const std::string object = std::string("object ") + c.dn + " (line 70003): " + c.problem;
+    const std::string object = "object " + c.dn + " (line 70003): " + c.problem;
     SafcImmCtHandleT handle = openSchema("SchemaA");
     SafcImmCtInstanceGroupT** groups = nullptr;
     EXPECT_EQ(SA_AIS_ERR_FAILED_OPERATION, safcImmCtReadInstances_2(handle, const_cast<char*>("Top"), &groups));
