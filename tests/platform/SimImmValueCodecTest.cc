@@ -13,6 +13,7 @@ TEST(SimImmValueCodecTest, TextsOfEveryTypeParseAndFormatBackUnchanged) {
   struct Case {
     int type;
     const char* text;
+    const char* formatted = nullptr;  // null: the text itself
   };
   const Case cases[] = {
       {SA_IMM_ATTR_SAINT32T, "-2147483648"},  {SA_IMM_ATTR_SAINT32T, "2147483647"},
@@ -23,6 +24,7 @@ TEST(SimImmValueCodecTest, TextsOfEveryTypeParseAndFormatBackUnchanged) {
       {SA_IMM_ATTR_SADOUBLET, "-1.25e+300"},  {SA_IMM_ATTR_SANAMET, "a=1,b=2"},
       {SA_IMM_ATTR_SANAMET, ""},              {SA_IMM_ATTR_SASTRINGT, " with blanks & <marks> "},
       {SA_IMM_ATTR_SAANYT, "00ff10a7"},       {SA_IMM_ATTR_SAANYT, ""},
+      {SA_IMM_ATTR_SAANYT, "0AfF", "0aff"},
   };
   for (const Case& c : cases) {
     SimImmArena arena;
@@ -30,28 +32,8 @@ TEST(SimImmValueCodecTest, TextsOfEveryTypeParseAndFormatBackUnchanged) {
     std::string why, text;
     ASSERT_TRUE(SimImmValueCodec::parse(c.type, c.text, value, arena, &why)) << c.text << ": " << why;
     ASSERT_TRUE(SimImmValueCodec::format(c.type, value, &text, &why)) << why;
-    EXPECT_EQ(c.text, text) << SimImmValueCodec::nameOfType(c.type);
+    EXPECT_EQ(c.formatted != nullptr ? c.formatted : c.text, text) << SimImmValueCodec::nameOfType(c.type);
   }
-}
-
-TEST(SimImmValueCodecTest, ValuesLieInTheLayoutOfTheirType) {
-  SimImmArena arena;
-  std::string why;
-  SaNameT name{};
-  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SANAMET, "x=1", &name, arena, &why));
-  EXPECT_EQ(3, name.length);
-  EXPECT_STREQ("x=1", reinterpret_cast<const char*>(name.value));
-  SaAnyT any{};
-  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SAANYT, "01Fe", &any, arena, &why));
-  ASSERT_EQ(2u, any.bufferSize);
-  EXPECT_EQ(0x01, any.bufferAddr[0]);
-  EXPECT_EQ(0xfe, any.bufferAddr[1]);
-  SaStringT string = nullptr;
-  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SASTRINGT, "abc", &string, arena, &why));
-  EXPECT_STREQ("abc", string);
-  SaUint64T u64 = 0;
-  ASSERT_TRUE(SimImmValueCodec::parse(SA_IMM_ATTR_SAUINT64T, "18446744073709551615", &u64, arena, &why));
-  EXPECT_EQ(UINT64_MAX, u64);
 }
 
 TEST(SimImmValueCodecTest, TextsThatAreNoValueOfTheTypeAreRefused) {
@@ -73,16 +55,6 @@ TEST(SimImmValueCodecTest, TextsThatAreNoValueOfTheTypeAreRefused) {
     EXPECT_FALSE(SimImmValueCodec::parse(c.type, c.text, value, arena, &why)) << c.type << " \"" << c.text << "\"";
     EXPECT_FALSE(why.empty());
   }
-}
-
-TEST(SimImmValueCodecTest, TypeNamesMapToTheirCodes) {
-  EXPECT_EQ(SA_IMM_ATTR_SAINT32T, SimImmValueCodec::typeOfName("SA_INT32_T"));
-  EXPECT_EQ(SA_IMM_ATTR_SAANYT, SimImmValueCodec::typeOfName("SA_ANY_T"));
-  EXPECT_EQ(0, SimImmValueCodec::typeOfName("SA_INT8_T"));
-  for (int type = 1; type <= 10; ++type) {
-    EXPECT_EQ(type, SimImmValueCodec::typeOfName(SimImmValueCodec::nameOfType(type)));
-  }
-  EXPECT_EQ(nullptr, SimImmValueCodec::nameOfType(11));
 }
 
 TEST(SimImmValueCodecTest, NameRecordsAreReadUpToTheirLengthOrTerminator) {
