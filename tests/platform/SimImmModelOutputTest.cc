@@ -62,7 +62,6 @@ TEST_F(SimImmModelOutputTest, ADumpReadIntoRecordsAndWrittenBackGivesTheSameObje
   EXPECT_TRUE(sameObjects(oldObjects(), objectsIn(model)));
 
   // The written model is a dump again: its definitions give the same types.
-  setenv("VOSK_SIM_ROOT", node.path().c_str(), 1);
   TempDir second;
   second.write("imm/old/model.xml", TempDir::read(model));
   setenv("VOSK_SIM_ROOT", second.path().c_str(), 1);
