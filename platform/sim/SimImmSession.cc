@@ -178,7 +178,6 @@ SaAisErrorT SimImmSession::modelDefinitions(std::vector<const SimImmClass*>* def
   for (const std::string& name : classNames) {
     const SimImmClass* cls = nullptr;
     if (SaAisErrorT rc = targetDefinition(name, &cls, why); rc != SA_AIS_OK) return rc;
-    if (cls == nullptr && !node_->definition(name, false, &cls, why)) return SA_AIS_ERR_FAILED_OPERATION;
     if (cls != nullptr) definitions->push_back(cls);
   }
   return SA_AIS_OK;
