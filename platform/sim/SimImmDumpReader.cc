@@ -2,6 +2,7 @@
 
 #include <libxml/xmlreader.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 
@@ -11,14 +12,12 @@ namespace {
 
 const char kImmNamespace[] = "http://www.saforum.org/IMMSchema";
 
-void recordParserError(void* arg, const char* msg, xmlParserSeverities severity, xmlTextReaderLocatorPtr locator) {
-  std::string* error = static_cast<std::string*>(arg);
-  if (!error->empty() || severity == XML_PARSER_SEVERITY_WARNING ||
-      severity == XML_PARSER_SEVERITY_VALIDITY_WARNING) {
-    return;
-  }
-  *error = "line " + std::to_string(xmlTextReaderLocatorLineNumber(locator)) + ": " + msg;
-  while (!error->empty() && error->back() == '\n') error->pop_back();
+// Keeps the first error, with the line the parser found it on.
+void recordParserError(void* arg, xmlErrorPtr error) {
+  std::string* text = static_cast<std::string*>(arg);
+  if (!text->empty() || error->level == XML_ERR_WARNING) return;
+  *text = "line " + std::to_string(error->line) + ": " + (error->message != nullptr ? error->message : "");
+  while (!text->empty() && text->back() == '\n') text->pop_back();
 }
 
 const char* text(const xmlChar* s) { return reinterpret_cast<const char*>(s); }
@@ -29,9 +28,15 @@ bool SimImmDumpReader::read(const std::string& path, const Handler& handler) {
   path_ = path;
   error_.clear();
   parserError_.clear();
-  reader_ = xmlReaderForFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOWARNING | XML_PARSE_NOERROR);
+  textLine_ = line_ = 0;
+  openLines_.clear();
+  // Dumps may hold values over libxml2's default limit of 10 MB a text, and
+  // more lines than it counts by default.
+  reader_ = xmlReaderForFile(path.c_str(), nullptr,
+                             XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_BIG_LINES | XML_PARSE_NOWARNING |
+                                 XML_PARSE_NOERROR);
   if (reader_ == nullptr) return fail("cannot open the file");
-  xmlTextReaderSetErrorHandler(reader_, recordParserError, &parserError_);
+  xmlTextReaderSetStructuredErrorHandler(reader_, recordParserError, &parserError_);
   bool ok = readContents(handler);
   xmlFreeTextReader(reader_);
   reader_ = nullptr;
@@ -186,11 +191,39 @@ bool SimImmDumpReader::skipElement() {
 }
 
 int SimImmDumpReader::currentLine() {
-  xmlNodePtr node = xmlTextReaderCurrentNode(reader_);
-  return node != nullptr ? static_cast<int>(xmlGetLineNo(node)) : xmlTextReaderGetParserLineNumber(reader_);
+  return xmlTextReaderCurrentNode(reader_) != nullptr ? line_ : xmlTextReaderGetParserLineNumber(reader_);
 }
 
-bool SimImmDumpReader::next() { return xmlTextReaderRead(reader_) == 1; }
+bool SimImmDumpReader::next() {
+  if (xmlTextReaderNodeType(reader_) == XML_READER_TYPE_END_ELEMENT) openLines_.pop_back();
+  if (xmlTextReaderRead(reader_) != 1) return false;
+  noteLine();
+  return true;
+}
+
+// libxml2 keeps the line of an element in 16 bits, 65535 standing for that
+// line and every later one, but the whole line of a text node, and a text
+// ends on the line where the next tag starts. An end tag is given the line
+// of its start tag, where the element begins.
+void SimImmDumpReader::noteLine() {
+  const xmlNode* node = xmlTextReaderCurrentNode(reader_);
+  switch (xmlTextReaderNodeType(reader_)) {
+    case XML_READER_TYPE_ELEMENT:
+      line_ = node->line < kLastShortLine ? node->line : std::max(kLastShortLine, textLine_);
+      if (!xmlTextReaderIsEmptyElement(reader_)) openLines_.push_back(line_);
+      break;
+    case XML_READER_TYPE_END_ELEMENT:
+      line_ = openLines_.back();
+      break;
+    case XML_READER_TYPE_TEXT:
+    case XML_READER_TYPE_WHITESPACE:
+    case XML_READER_TYPE_SIGNIFICANT_WHITESPACE:
+      line_ = textLine_ = static_cast<int>(xmlGetLineNo(node));
+      break;
+    default:
+      break;
+  }
+}
 
 bool SimImmDumpReader::fail(const std::string& why) {
   if (error_.empty()) {

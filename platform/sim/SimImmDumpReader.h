@@ -9,12 +9,15 @@
 // `object` elements (attribute `class`; children `dn` and `attr` with `name`
 // and `value`*). Other elements are skipped. A class after an object, a
 // missing name, dn or type, or an unknown type name make the file malformed.
+// A text may be of any size; nothing outside the file (DTD, external entity,
+// network) is loaded. Lines are the file's own, however many it has.
 
 #ifndef VOSK_SIM_SIM_IMM_DUMP_READER_H
 #define VOSK_SIM_SIM_IMM_DUMP_READER_H
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "SimImmClass.h"
 #include "SimImmObject.h"
@@ -51,13 +54,20 @@ class SimImmDumpReader {
   bool forEachChild(const std::function<bool(const std::string&)>& child);
   bool readText(std::string* text);
   bool skipElement();
+  // Moves to the next node, noting its line.
   bool next();
+  void noteLine();
   // The line of the node the reader stands on (the parser itself reads ahead).
   int currentLine();
   bool fail(const std::string& why);
   std::string attribute(const char* name);
 
+  static constexpr int kLastShortLine = 65535;
+
   _xmlTextReader* reader_ = nullptr;
+  int line_ = 0;                // of the node the reader stands on
+  int textLine_ = 0;            // where the last text ended
+  std::vector<int> openLines_;  // of the elements open around the reader
   std::string path_;
   std::string error_;
   std::string parserError_;

@@ -123,19 +123,24 @@ bool SimImmOldModel::index(std::string* why) {
   return false;
 }
 
-bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames,
-                                   const std::function<void(const SimImmObject&)>& each, std::string* why) const {
+bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, const Each& each,
+                                   std::string* why) const {
   if (classNames.empty()) return true;
+  bool refused = false;
   SimImmDumpReader::Handler handler;
   handler.wantObject = [&](const std::string& className) { return classNames.count(className) != 0; };
   handler.onObject = [&](SimImmObject&& object) {
-    each(object);
-    return true;
+    refused = !each(object, why);
+    return !refused;
   };
   for (const std::string& file : files_) {
     SimImmDumpReader reader;
     if (!reader.read(file, handler)) {
       *why = reader.error();
+      return false;
+    }
+    if (refused) {
+      *why = file + ": " + *why;
       return false;
     }
   }

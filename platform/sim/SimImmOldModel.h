@@ -40,8 +40,10 @@ class SimImmOldModel {
   bool objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why);
 
   // Hands each object of `classNames` to `each`, straight from the files.
-  bool streamObjects(const std::set<std::string>& classNames, const std::function<void(const SimImmObject&)>& each,
-                     std::string* why) const;
+  // `each` may refuse an object (false, with `why` set): the stream then
+  // stops, and `why` is given the object's file in front.
+  using Each = std::function<bool(const SimImmObject&, std::string* why)>;
+  bool streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why) const;
 
  private:
   enum class State { kNotRead, kRead, kFailed };

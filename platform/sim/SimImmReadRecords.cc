@@ -12,16 +12,26 @@ bool SimImmReadRecords::build(const SimImmClass& cls, const std::vector<SimImmOb
   group->instances = arena_.allocateArray<SafcImmCtInstanceT*>(objects.size() + 1);
   for (size_t i = 0; i < objects.size(); ++i) {
     group->instances[i] = arena_.allocateArray<SafcImmCtInstanceT>(1);
-    if (!buildInstance(cls, objects[i], group->instances[i], why)) {
-      *why = "object " + objects[i].dn + " (line " + std::to_string(objects[i].line) + "): " + *why;
-      return false;
-    }
+    if (!buildInstance(cls, objects[i], group->instances[i], why)) return false;
   }
   return true;
 }
 
+bool SimImmReadRecords::fits(const SimImmClass& cls, const SimImmObject& object, std::string* why) {
+  SimImmReadRecords scratch;
+  SafcImmCtInstanceT instance{};
+  return scratch.buildInstance(cls, object, &instance, why);
+}
+
 bool SimImmReadRecords::buildInstance(const SimImmClass& cls, const SimImmObject& object,
                                       SafcImmCtInstanceT* instance, std::string* why) {
+  if (fillInstance(cls, object, instance, why)) return true;
+  *why = "object " + object.dn + " (line " + std::to_string(object.line) + "): " + *why;
+  return false;
+}
+
+bool SimImmReadRecords::fillInstance(const SimImmClass& cls, const SimImmObject& object,
+                                     SafcImmCtInstanceT* instance, std::string* why) {
   std::string rdnAttr, rdnValue, parent;
   if (!SimImmObject::splitDn(object.dn, &rdnAttr, &rdnValue, &parent)) {
     *why = "malformed dn";

@@ -25,9 +25,17 @@ class SimImmReadRecords {
 
   SafcImmCtInstanceGroupT** groups() const { return groups_; }
 
+  // Whether `object` fits `cls` by the same checks as build(), which set
+  // `why` alike when it does not. Keeps nothing: copies check each object
+  // this way as they stream past.
+  static bool fits(const SimImmClass& cls, const SimImmObject& object, std::string* why);
+
  private:
+  // Builds one object's record; on failure `why` names the object and line.
   bool buildInstance(const SimImmClass& cls, const SimImmObject& object, SafcImmCtInstanceT* instance,
                      std::string* why);
+  bool fillInstance(const SimImmClass& cls, const SimImmObject& object, SafcImmCtInstanceT* instance,
+                    std::string* why);
   bool buildAttr(const SimImmAttrDef& def, const std::vector<std::string>& values, SaImmAttrValuesT_2* attr,
                  std::string* why);
 

@@ -113,7 +113,7 @@ SaAisErrorT SimImmSession::write(SafcImmCtInstanceGroupT** groups, std::string* 
 SaAisErrorT SimImmSession::copy(SaImmClassNameT* classNames, std::string* why) {
   std::vector<std::string> names;
   if (!classNameList(classNames, &names)) return refuse(SA_AIS_ERR_INVALID_PARAM, "no class names", why);
-  std::vector<std::string> fromOld;
+  std::vector<std::pair<std::string, const SimImmClass*>> fromOld;
   for (const std::string& name : names) {
     const SimImmClass* oldDef = nullptr;
     const SimImmClass* newDef = nullptr;
@@ -123,7 +123,7 @@ SaAisErrorT SimImmSession::copy(SaImmClassNameT* classNames, std::string* why) {
     // the upgrade) is dropped by the conversion, not copied.
     const SimImmClass* target = oldDef;
     if (SaAisErrorT rc = targetDefinition(name, &target, why); rc != SA_AIS_OK) return rc;
-    if (target != nullptr) fromOld.push_back(name);
+    if (target != nullptr) fromOld.emplace_back(name, oldDef);
   }
   std::lock_guard<std::mutex> lock(mutex_);
   std::set<std::string> unique;
@@ -155,28 +155,49 @@ bool SimImmSession::hasContent() {
 
 SaAisErrorT SimImmSession::writeModel(const std::string& path, std::string* why) {
   std::lock_guard<std::mutex> lock(mutex_);
-  std::vector<std::string> classNames;
-  for (const auto& group : written_) classNames.push_back(group.first);
-  classNames.insert(classNames.end(), copied_.begin(), copied_.end());
   std::vector<const SimImmClass*> definitions;
-  for (const std::string& name : classNames) {
-    const SimImmClass* cls = nullptr;
-    if (SaAisErrorT rc = targetDefinition(name, &cls, why); rc != SA_AIS_OK) return rc;
-    if (cls == nullptr && !node_->definition(name, false, &cls, why)) return SA_AIS_ERR_FAILED_OPERATION;
-    if (cls != nullptr) definitions.push_back(cls);
-  }
-
+  if (SaAisErrorT rc = modelDefinitions(&definitions, why); rc != SA_AIS_OK) return rc;
   SimImmModelWriter writer(path);
   if (!writer.open(why)) return SA_AIS_ERR_NO_RESOURCES;
   for (const SimImmClass* cls : definitions) writer.writeClass(*cls);
   for (const auto& group : written_) {
     for (const SimImmObject& object : group.second) writer.writeObject(object);
   }
-  std::set<std::string> copied(copied_.begin(), copied_.end());
-  if (!node_->oldModel().streamObjects(copied, [&](const SimImmObject& o) { writer.writeObject(o); }, why)) {
+  if (!copyObjects(&writer, why)) {
     std::string ignored;
     writer.close(&ignored);
     return SA_AIS_ERR_FAILED_OPERATION;
   }
   return writer.close(why) ? SA_AIS_OK : SA_AIS_ERR_NO_RESOURCES;
+}
+
+SaAisErrorT SimImmSession::modelDefinitions(std::vector<const SimImmClass*>* definitions, std::string* why) {
+  std::vector<std::string> classNames;
+  for (const auto& group : written_) classNames.push_back(group.first);
+  for (const auto& cls : copied_) classNames.push_back(cls.first);
+  for (const std::string& name : classNames) {
+    const SimImmClass* cls = nullptr;
+    if (SaAisErrorT rc = targetDefinition(name, &cls, why); rc != SA_AIS_OK) return rc;
+    if (cls != nullptr) definitions->push_back(cls);
+  }
+  return SA_AIS_OK;
+}
+
+bool SimImmSession::copyObjects(SimImmModelWriter* writer, std::string* why) {
+  // A copied object must pass what a read of its class would ask of it, so
+  // it is checked against the old definition it was made for.
+  const std::map<std::string, const SimImmClass*> oldDefinitions(copied_.begin(), copied_.end());
+  std::set<std::string> classNames;
+  for (const auto& cls : copied_) classNames.insert(cls.first);
+  return node_->oldModel().streamObjects(
+      classNames,
+      [&](const SimImmObject& object, std::string* reason) {
+        if (!SimImmReadRecords::fits(*oldDefinitions.at(object.className), object, reason)) {
+          *reason = "class " + object.className + ": " + *reason;
+          return false;
+        }
+        writer->writeObject(object);
+        return true;
+      },
+      why);
 }

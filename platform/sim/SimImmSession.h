@@ -18,6 +18,8 @@
 #include "SimImmReadRecords.h"
 #include "safcImmCt.h"
 
+class SimImmModelWriter;
+
 class SimImmSession {
  public:
   SimImmSession(std::shared_ptr<SimImmNode> node, std::string outDir)
@@ -41,7 +43,9 @@ class SimImmSession {
   bool hasContent();
   // Writes the collected model to `path` as IMM XML: the definitions of its
   // classes, the written objects, then the copied ones streamed from the old
-  // model.
+  // model. A copied object that a read of its class would refuse fails the
+  // call (SA_AIS_ERR_FAILED_OPERATION), `why` naming its file, line and dn;
+  // the file is then incomplete.
   SaAisErrorT writeModel(const std::string& path, std::string* why);
 
  private:
@@ -52,6 +56,10 @@ class SimImmSession {
   // The definition a written or copied class is checked against and
   // written out with: the new model's when there is one.
   SaAisErrorT targetDefinition(const std::string& className, const SimImmClass** cls, std::string* why);
+  // The definitions the model file starts with.
+  SaAisErrorT modelDefinitions(std::vector<const SimImmClass*>* definitions, std::string* why);
+  // Streams the copied classes' objects into `writer`, checking each.
+  bool copyObjects(SimImmModelWriter* writer, std::string* why);
 
   const std::shared_ptr<SimImmNode> node_;
   const std::string outDir_;
@@ -60,7 +68,7 @@ class SimImmSession {
   std::mutex mutex_;
   std::map<SafcImmCtInstanceGroupT**, std::unique_ptr<SimImmReadRecords>> reads_;
   std::vector<std::pair<std::string, std::vector<SimImmObject>>> written_;
-  std::vector<std::string> copied_;
+  std::vector<std::pair<std::string, const SimImmClass*>> copied_;  // name, old definition
   std::set<std::string> classesGiven_;  // written or copied
 };
 

@@ -13,6 +13,8 @@
 
 namespace {
 
+const char kNoNode[] = "VOSK_SIM_ROOT is not set: there is no simulated node";
+
 SaAisErrorT refuse(SaAisErrorT code, const std::string& reason, std::string* why) {
   *why = reason;
   return code;
@@ -51,43 +53,41 @@ SimImmTool& SimImmTool::instance() {
 }
 
 SaAisErrorT SimImmTool::initialize(SafcImmCtHandleT* handle, SaUint32T mode) {
-  const char* call = "safcImmCtInitialize_2";
-  std::string why;
-  SaAisErrorT rc = static_cast<SaAisErrorT>(SimFaults::instance().inject("Initialize"));
-  std::string root = SimEnvironment::root();
-  if (rc != 0) {
-    why = "injected by VOSK_SIM_FAULTS";
-  } else if (handle == nullptr || mode > 1) {
-    rc = refuse(SA_AIS_ERR_INVALID_PARAM, "no handle or mode " + std::to_string(mode) + " (0 or 1 expected)", &why);
-  } else if (root.empty()) {
-    rc = refuse(SA_AIS_ERR_LIBRARY, "VOSK_SIM_ROOT is not set: there is no simulated node", &why);
-  } else if (!exists(root)) {
-    rc = refuse(SA_AIS_ERR_LIBRARY, "VOSK_SIM_ROOT " + root + " does not exist", &why);
-  } else {
+  return attempt("safcImmCtInitialize_2", "Initialize", "", [&](std::string* why) {
+    std::string root = SimEnvironment::root();
+    if (handle == nullptr || mode > 1) {
+      return refuse(SA_AIS_ERR_INVALID_PARAM, "no handle or mode " + std::to_string(mode) + " (0 or 1 expected)", why);
+    }
+    if (root.empty()) return refuse(SA_AIS_ERR_LIBRARY, kNoNode, why);
+    if (!exists(root)) return refuse(SA_AIS_ERR_LIBRARY, "VOSK_SIM_ROOT " + root + " does not exist", why);
     auto session = std::make_shared<SimImmSession>(SimImmNode::forRoot(root), SimEnvironment::out());
     std::lock_guard<std::mutex> lock(sessionsMutex_);
     *handle = nextHandle_++;
     sessions_[*handle] = session;
     return SA_AIS_OK;
-  }
-  SimEnvironment::reportReason(call, "", rc, why);
-  return rc;
+  });
 }
 
 SaAisErrorT SimImmTool::run(const char* call, const char* faultName, SafcImmCtHandleT handle, const char* subject,
                             const Work& work) {
   std::shared_ptr<SimImmSession> session = find(handle);
   std::string subjectText = subject != nullptr ? subject : session ? session->schemaName() : "";
+  return attempt(call, faultName, subjectText, [&](std::string* why) {
+    if (!session) return refuse(SA_AIS_ERR_BAD_HANDLE, "unknown session handle " + std::to_string(handle), why);
+    return work(*session, why);
+  });
+}
+
+SaAisErrorT SimImmTool::attempt(const char* call, const char* faultName, const std::string& subject,
+                                const std::function<SaAisErrorT(std::string* why)>& work) {
   std::string why;
-  SaAisErrorT rc = static_cast<SaAisErrorT>(SimFaults::instance().inject(faultName, subjectText.c_str()));
+  SaAisErrorT rc = static_cast<SaAisErrorT>(SimFaults::instance().inject(faultName, subject.c_str()));
   if (rc != 0) {
     why = "injected by VOSK_SIM_FAULTS";
-  } else if (!session) {
-    rc = refuse(SA_AIS_ERR_BAD_HANDLE, "unknown session handle " + std::to_string(handle), &why);
   } else {
-    rc = work(*session, &why);
+    rc = work(&why);
   }
-  if (rc != SA_AIS_OK) SimEnvironment::reportReason(call, subjectText, rc, why);
+  if (rc != SA_AIS_OK) SimEnvironment::reportReason(call, subject, rc, why);
   return rc;
 }
 
@@ -121,9 +121,21 @@ SaAisErrorT SimImmTool::readSchemaVersion(SafcImmCtHandleT handle, const char* s
 }
 
 SaAisErrorT SimImmTool::failUpgrade(SafcImmCtHandleT handle, const char* reason) {
-  return run("safcImmCtFailUpgrade", "FailUpgrade", handle, nullptr, [&](SimImmSession& session, std::string* why) {
+  const char* call = "safcImmCtFailUpgrade";
+  auto request = [&](const std::string& outDir, std::string* why) {
     if (reason == nullptr) return refuse(SA_AIS_ERR_INVALID_PARAM, "no reason", why);
-    return rollback(session.outDir(), reason, why);
+    return rollback(outDir, reason, why);
+  };
+  if (handle != kNoSession) {
+    return run(call, "FailUpgrade", handle, nullptr,
+               [&](SimImmSession& session, std::string* why) { return request(session.outDir(), why); });
+  }
+  // An upgrader that could not open a session (a malformed class file, a
+  // tool that stays unavailable) must still be able to ask for the rollback.
+  return attempt(call, "FailUpgrade", "", [&](std::string* why) {
+    std::string outDir = SimEnvironment::out();
+    if (outDir.empty()) return refuse(SA_AIS_ERR_LIBRARY, kNoNode, why);
+    return request(outDir, why);
   });
 }
 

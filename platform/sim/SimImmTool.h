@@ -7,7 +7,9 @@
 // <out>/rollback and turns the run into a rolled-back one: the models its
 // sessions finalized before are moved from <out>/model to <out>/discarded,
 // and those finalized later go there too. A rollback file already present
-// when a session finalizes sends its model to discarded/ as well.
+// when a session finalizes sends its model to discarded/ as well. A request
+// may come without a session (handle kNoSession), from an upgrader that
+// could not open one: it goes to the output folder the environment names.
 //
 // Every refused call is recorded with SimEnvironment::reportReason.
 
@@ -26,6 +28,8 @@
 
 class SimImmTool {
  public:
+  static constexpr SafcImmCtHandleT kNoSession = 0;
+
   static SimImmTool& instance();
 
   SaAisErrorT initialize(SafcImmCtHandleT* handle, SaUint32T mode);
@@ -49,6 +53,10 @@ class SimImmTool {
     std::vector<std::string> finalized;  // models of this run in model/
   };
 
+  // Does `work` unless VOSK_SIM_FAULTS injects a result for `faultName` and
+  // `subject`; a refusal is reported under `call`.
+  SaAisErrorT attempt(const char* call, const char* faultName, const std::string& subject,
+                      const std::function<SaAisErrorT(std::string* why)>& work);
   std::shared_ptr<SimImmSession> find(SafcImmCtHandleT handle);
   // The schema's claim: false when another open session converts it into the
   // same output folder.

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <thread>
 
 #include "SimImmNodeTest.h"
@@ -61,7 +62,6 @@ TEST_F(SimImmModelOutputTest, ADumpReadIntoRecordsAndWrittenBackGivesTheSameObje
   EXPECT_TRUE(sameObjects(oldObjects(), objectsIn(model)));
 
   // The written model is a dump again: its definitions give the same types.
-  setenv("VOSK_SIM_ROOT", node.path().c_str(), 1);
   TempDir second;
   second.write("imm/old/model.xml", TempDir::read(model));
   setenv("VOSK_SIM_ROOT", second.path().c_str(), 1);
@@ -74,13 +74,34 @@ TEST_F(SimImmModelOutputTest, ADumpReadIntoRecordsAndWrittenBackGivesTheSameObje
   EXPECT_NE(std::string::npos, TempDir::read(model).find("<default-value>7</default-value>"));
 }
 
+// Values over libxml2's default limit of 10 MB a text.
+TEST_F(SimImmModelOutputTest, HugeValuesAreReadWrittenAndCopiedWhole) {
+  const std::string text(12 << 20, 's');
+  const std::string hex(12 << 20, 'e');
+  node.write("imm/old/2-huge.xml", immXml("<object class=\"Top\"><dn>topId=huge</dn><attr><name>s</name><value>" +
+                                          text + "</value></attr><attr><name>a</name><value>" + hex +
+                                          "</value></attr></object>"));
+  SafcImmCtHandleT written = openSchema("SchemaA");
+  readAndWriteBack(written, "Top");
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(written));
+  SafcImmCtHandleT copied = openSchema("SchemaB");
+  copy(copied, {"Top"});
+  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(copied));
+  std::vector<SimImmObject> expected = oldObjects();
+  expected.resize(1);  // Top only
+  expected.push_back(objectsIn(node.path() + "/imm/old/2-huge.xml").at(0));
+  ASSERT_EQ(text, expected[1].attrs.at(0).values.at(0));
+  EXPECT_TRUE(sameObjects(expected, objectsIn(out("model/SchemaA.xml"))));
+  EXPECT_TRUE(sameObjects(expected, objectsIn(out("model/SchemaB.xml"))));
+}
+
 TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
-  // 007 and +3 are not how the tool writes numbers: a copy does not pass
+  // 007 and -0 are not how the tool writes numbers: a copy does not pass
   // through records.
   node.write("imm/old/2-odd.xml", immXml(R"(<class name="Odd"><rdn><name>oddId</name><type>SA_STRING_T</type></rdn>
       <attr><name>n</name><type>SA_INT32_T</type></attr></class>
       <object class="Odd"><dn>oddId=1,topId=1</dn>
-        <attr><name>n</name><value>007</value><value>+3</value></attr></object>
+        <attr><name>n</name><value>007</value><value>-0</value></attr></object>
       <object class="Top"><dn>topId=2</dn></object>)"));
   SafcImmCtHandleT handle = openSchema("SchemaA");
   copy(handle, {"Odd", "Top", "Empty"});
@@ -91,6 +112,52 @@ TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
   std::vector<SimImmObject> more = objectsIn(node.path() + "/imm/old/2-odd.xml");
   expected.insert(expected.end(), more.begin(), more.end());
   EXPECT_TRUE(sameObjects(expected, copied));
+}
+
+// A bad object fails a copy, at finalize, as it fails a read; here far down
+// a long file.
+TEST_F(SimImmModelOutputTest, ObjectsThatDoNotFitTheirClassFailBothReadAndCopy) {
+  struct Case {
+    const char* attrs;
+    std::string dn;
+    std::string problem;
+  };
+  const Case cases[] = {
+      {"", "childId=2", "dn names childId, but the naming attribute of class Top is topId"},
+      {"", "topId", "malformed dn"},
+      {"", "topId=2," + std::string(600, 'p'), "name \"" + std::string(40, 'p') + "...\" is longer than 599"},
+      {"<attr><name>color</name><value>red</value></attr>", "topId=2", "attribute color is not defined in class Top"},
+      {"<attr><name>topId</name><value>3</value></attr>", "topId=2",
+       "attribute topId is the naming attribute, carried by the dn only"},
+      {"<attr><name>i32</name><value>1</value></attr>\n<attr><name>i32</name><value>2</value></attr>", "topId=2",
+       "attribute i32 is given twice"},
+      {"<attr><name>i32</name><value>12x</value></attr>", "topId=2", "attribute i32: value \"12x\" is not a SA_INT32_T"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.problem);
+    TempDir fresh;
+    setenv("VOSK_SIM_ROOT", fresh.path().c_str(), 1);
+    fresh.write("imm/old/1-model.xml", kOldDump);
+    fresh.write("versions", "SchemaA 1_0_0 2_0_0\n");
+    fresh.write("imm/old/2-more.xml", immXml(filler(70000) + "<object class=\"Top\">\n<dn>" + c.dn + "</dn>\n" +
+                                             c.attrs + "\n</object>"));
+    const std::string object = "object " + c.dn + " (line 70003): " + c.problem;
+    SafcImmCtHandleT handle = openSchema("SchemaA");
+    SafcImmCtInstanceGroupT** groups = nullptr;
+    EXPECT_EQ(SA_AIS_ERR_FAILED_OPERATION, safcImmCtReadInstances_2(handle, const_cast<char*>("Top"), &groups));
+    copy(handle, {"Top"});
+    EXPECT_EQ(SA_AIS_ERR_FAILED_OPERATION, safcImmCtFinalize(handle));
+    std::vector<std::string> errors = TempDir::lines(fresh.path() + "/out/platform-errors.log");
+    ASSERT_EQ(2u, errors.size());
+    EXPECT_EQ("safcImmCtReadInstances_2 [Top] error 21: old model, class Top: " + object, errors[0]);
+    EXPECT_EQ("safcImmCtFinalize [SchemaA] error 21: " + fresh.path() + "/imm/old/2-more.xml: class Top: " + object,
+              errors[1]);
+    std::vector<std::string> written;
+    for (const auto& entry : std::filesystem::directory_iterator(fresh.path() + "/out")) {
+      written.push_back(entry.path().filename());
+    }
+    EXPECT_THAT(written, ElementsAre("platform-errors.log")) << "neither a model nor its temporary file";
+  }
 }
 
 TEST_F(SimImmModelOutputTest, ClassesTheNewDefinitionsDropAreNotCopied) {
@@ -128,6 +195,12 @@ TEST_F(SimImmModelOutputTest, AFailedUpgradeLeavesNothingInModel) {
          EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(other, "Write failed\n"));
          EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(other));
        }},
+      {"requested without a session",
+       [](SimImmModelOutputTest& t, const std::string&) {
+         t.convert("SchemaA", true);
+         EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "Write failed\n"));
+         t.convert("SchemaB", true);
+       }},
       {"finalized after the request",
        [](SimImmModelOutputTest& t, const std::string&) {
          SafcImmCtHandleT handle = t.convert("SchemaA", false);
@@ -160,15 +233,7 @@ TEST_F(SimImmModelOutputTest, ARollbackFileAlreadyPresentSendsTheModelToDiscarde
   convert("SchemaA", true);
   EXPECT_FALSE(TempDir::exists(out("model/SchemaA.xml")));
   EXPECT_TRUE(TempDir::exists(out("discarded/SchemaA.xml")));
-}
-
-TEST_F(SimImmModelOutputTest, AFailedFinalizeLeavesNoModelAndTheSessionOpen) {
-  faults("Finalize=21x1");
-  SafcImmCtHandleT handle = convert("SchemaA", false);
-  EXPECT_EQ(SA_AIS_ERR_FAILED_OPERATION, safcImmCtFinalize(handle));
-  EXPECT_FALSE(TempDir::exists(out("model/SchemaA.xml")));
-  EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-  EXPECT_EQ(3u, objectsIn(out("model/SchemaA.xml")).size());
+  EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "a later request"));
 }
 
 TEST_F(SimImmModelOutputTest, ASessionWithAModelButNoSchemaCannotFinalize) {

@@ -62,6 +62,12 @@ std::string immXml(const std::string& body) {
          "\n</imm:IMM-contents>\n";
 }
 
+std::string filler(int lines) {
+  std::string text;
+  for (int i = 0; i < lines / 2; ++i) text += "  <object class=\"Empty\">\n    <dn>emptyId=" + std::to_string(i) + "</dn></object>\n";
+  return text;
+}
+
 GroupBuilder::GroupBuilder(const char* className) { group_.className = arena_.copy(className); }
 
 GroupBuilder& GroupBuilder::object(const char* parent) {

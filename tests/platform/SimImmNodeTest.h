@@ -24,6 +24,10 @@ extern const char kOldDump[];
 // An IMM XML document with `body` inside the root element.
 std::string immXml(const std::string& body);
 
+// Objects of class Empty, two lines each, filling `lines` lines (an even
+// number): what follows them starts that many lines further down its file.
+std::string filler(int lines);
+
 // Records of one class to hand to a write call.
 class GroupBuilder {
  public:
