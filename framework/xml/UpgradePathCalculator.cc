@@ -51,9 +51,28 @@ std::string UpgradePathCalculator::findFileFrom(const std::vector<std::string>& 
   return std::string();
 }
 
+void UpgradePathCalculator::logCandidates(const std::vector<std::string>& files) const {
+  for (const std::string& file : files) {
+    std::string from, to;
+    if (!splitVersions(file, from, to)) {
+      TAV_LOG(INFO_ABN, "Modification file %s is ignored: its name is not modification_<from>_to_<to>.xml",
+              file.c_str());
+      continue;
+    }
+    const std::string first = findFileFrom(files, from);
+    if (first != file) {
+      TAV_LOG(INFO_ABN, "Modification file %s (from %s to %s) is never used: %s starts at %s too and comes first",
+              file.c_str(), from.c_str(), to.c_str(), first.c_str(), from.c_str());
+      continue;
+    }
+    TAV_LOG(INFO, "Modification file %s takes the schema from %s to %s", file.c_str(), from.c_str(), to.c_str());
+  }
+}
+
 std::vector<std::string> UpgradePathCalculator::calculatePath(const std::vector<std::string>& files,
                                                               const std::string& fromVersion,
                                                               const std::string& toVersion) {
+  logCandidates(files);
   std::vector<std::string> path;
   std::string current = fromVersion;
   do {

@@ -20,7 +20,8 @@ class UpgradePathCalculator {
 
   // The files to apply, in order; empty when no path exists (the reason is
   // logged). Always takes at least one step, so equal versions are not a
-  // shortcut: callers handle them first.
+  // shortcut: callers handle them first. Every candidate is logged first:
+  // the versions its name gives, or why it cannot be used.
   std::vector<std::string> calculatePath(const std::vector<std::string>& files, const std::string& fromVersion,
                                          const std::string& toVersion);
 
@@ -34,6 +35,7 @@ class UpgradePathCalculator {
   std::string findFileFrom(const std::vector<std::string>& files, const std::string& version) const;
 
  private:
+  void logCandidates(const std::vector<std::string>& files) const;
   bool splitVersions(const std::string& file, std::string& from, std::string& to) const;
 };
 
