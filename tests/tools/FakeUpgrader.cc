@@ -3,8 +3,9 @@
 // these before the loop line: "connect" (to argv[1]), "loop", "stubborn"
 // (ignores SIGTERM), "args" (prints them), "env" (prints the variables named in
 // FAKE_PRINT), "failed-run" (writes a log, rollback requests and a discarded
-// model the way the simulated node does for a failed schema). Waiting is
-// pause(): the wrapper ends it with a signal.
+// model the way the simulated node does for a failed schema). Modes joined by
+// "+" run in turn ("failed-run+connect"). Waiting is pause(): the wrapper ends
+// it with a signal.
 
 #include <signal.h>
 #include <sys/socket.h>
@@ -58,10 +59,9 @@ void writeFailedRun() {
   writeFile("discarded/Transport.xml", "<imm:IMM-contents/>\n");
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  std::string mode = environment("FAKE_MODE", "");
+// Does what one mode asks; returns the process's exit status when the mode
+// ends it, else -1.
+int act(const std::string& mode, int argc, char** argv) {
   if (mode == "connect") {
     int fd = socket(AF_UNIX, SOCK_STREAM, 0);
     sockaddr_un address{};
@@ -91,6 +91,17 @@ int main(int argc, char** argv) {
   } else if (mode != "loop") {
     std::fprintf(stderr, "unknown FAKE_MODE '%s'\n", mode.c_str());
     return 99;
+  }
+  return -1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::istringstream modes(environment("FAKE_MODE", ""));
+  for (std::string mode; std::getline(modes, mode, '+');) {
+    int status = act(mode, argc, argv);
+    if (status >= 0) return status;
   }
   std::fputs("Entering the never ending loop, if you want to terminate this program you are going to have to kill it.\n",
              stdout);

@@ -43,6 +43,9 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
        {"Outcome: success, the upgrader connected to the wrapper socket\n"}},
       {"loop line without connect is rollback", {"--env", "FAKE_MODE=args"}, 1,
        {rolledBack + "Rollback reasons: none recorded\n", "!argc="}},
+      {"a connect after a rollback request is no success", {"--env", "FAKE_MODE=failed-run+connect"}, 1,
+       {"Outcome: upgrade failed, the upgrader connected to the wrapper socket, but a rollback was requested; the node "
+        "rolls back\nRollback reasons (2):\n"}},
       {"front failure", {"--env", "FAKE_MODE=exit=5"}, 2,
        {"Outcome: front failed with exit status 5 (APP_RESULT_FAILED_TO_FIND_IMM_FILE)\n"}},
       {"exit 0 is no front failure", {"--env", "FAKE_MODE=exit=0"}, 3,

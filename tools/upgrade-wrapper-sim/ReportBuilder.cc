@@ -64,7 +64,7 @@ std::string ReportBuilder::build(const RunOutcome& outcome, const RunFindings& f
   if (!findings.rollbackReasons.empty()) {
     out += "Rollback reasons (" + std::to_string(findings.rollbackReasons.size()) + "):\n";
     for (const std::string& reason : findings.rollbackReasons) out += "  " + reason + "\n";
-  } else if (outcome.kind == RunOutcome::Kind::kRolledBack) {
+  } else if (outcome.rollsBack()) {
     out += "Rollback reasons: none recorded\n";
   }
 

@@ -37,11 +37,16 @@ std::string signalName(int signal) {
   return std::string("SIG") + abbreviation;
 }
 
+void RunOutcome::noteRollbackRequest() {
+  if (kind == Kind::kSuccess) kind = Kind::kConnectedRolledBack;
+}
+
 int RunOutcome::wrapperExitStatus() const {
   switch (kind) {
     case Kind::kSuccess:
       return 0;
     case Kind::kRolledBack:
+    case Kind::kConnectedRolledBack:
       return 1;
     case Kind::kFrontFailed:
       return 2;
@@ -60,6 +65,9 @@ std::string RunOutcome::describe() const {
     case Kind::kRolledBack:
       return "Outcome: upgrade failed, the upgrader entered the never-ending loop without a connect; the node rolls "
              "back";
+    case Kind::kConnectedRolledBack:
+      return "Outcome: upgrade failed, the upgrader connected to the wrapper socket, but a rollback was requested; the "
+             "node rolls back";
     case Kind::kFrontFailed:
       return "Outcome: front failed with exit status " + std::to_string(exitStatus) + " (" +
              appResultName(exitStatus) + ")";

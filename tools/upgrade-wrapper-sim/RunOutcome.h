@@ -10,12 +10,13 @@ namespace wrappersim {
 
 struct RunOutcome {
   enum class Kind {
-    kSuccess,         // the upgrader connected to the wrapper socket
-    kRolledBack,      // it entered the never-ending loop without a connect
-    kFrontFailed,     // it exited with an AppResult code 1..6
-    kTimeOut,         // nothing decided the run before the time-out
-    kCrashed,         // it was ended by a signal (an abort included)
-    kUnexpectedExit,  // it exited with a status that is no front failure
+    kSuccess,              // the upgrader connected to the wrapper socket
+    kRolledBack,           // it entered the never-ending loop without a connect
+    kConnectedRolledBack,  // it connected, but a rollback was requested
+    kFrontFailed,          // it exited with an AppResult code 1..6
+    kTimeOut,              // nothing decided the run before the time-out
+    kCrashed,              // it was ended by a signal (an abort included)
+    kUnexpectedExit,       // it exited with a status that is no front failure
   };
 
   Kind kind = Kind::kTimeOut;
@@ -23,6 +24,11 @@ struct RunOutcome {
   int signal = 0;            // kCrashed
   double timeoutSeconds = 0;  // kTimeOut
 
+  // A rollback request outweighs a connect: the node rolls back whatever the
+  // upgrader signalled. The other outcomes stay as they are.
+  void noteRollbackRequest();
+
+  bool rollsBack() const { return kind == Kind::kRolledBack || kind == Kind::kConnectedRolledBack; }
   // The wrapper's exit status: 0 success, 1 rolled back, 2 front failed,
   // 3 time-out or crash.
   int wrapperExitStatus() const;

@@ -74,6 +74,7 @@ int UpgradeWrapperSim::run(const WrapperOptions& options) {
   if (options.verbose) forward = [this](const std::string& line) { out_ << "[upgrader] " << line << std::endl; };
   RunOutcome outcome = RunSupervisor(&socket, &child, forward).supervise(options.timeoutSeconds);
   child.stop(kStopGraceMs);
+  if (folder.rollbackRequested()) outcome.noteRollbackRequest();
 
   out_ << ReportBuilder::build(outcome, findingsIn(folder)) << std::flush;
   return outcome.wrapperExitStatus();
