@@ -2,10 +2,10 @@
 // chooses what it does: "exit=N", "abort", "hang" (waits silently), or one of
 // these before the loop line: "connect" (to argv[1]), "loop", "stubborn"
 // (ignores SIGTERM), "args" (prints them), "env" (prints the variables named in
-// FAKE_PRINT), "failed-run" (writes a log, rollback requests and a discarded
-// model the way the simulated node does for a failed schema). Modes joined by
-// "+" run in turn ("failed-run+connect"). Waiting is pause(): the wrapper ends
-// it with a signal.
+// FAKE_PRINT), "failed-run" (writes a log, rollback requests, a refused call
+// and a discarded model the way the simulated node does for a failed schema).
+// Modes joined by "+" run in turn ("failed-run+connect"). Waiting is pause():
+// the wrapper ends it with a signal.
 
 #include <signal.h>
 #include <sys/socket.h>
@@ -56,6 +56,8 @@ void writeFailedRun() {
   }
   writeFile("log/saLogUpgrade/upgrade.log", log);
   writeFile("rollback", identity + "Failed to process modification file " + file + "\n" + identity + "Final Fail\n");
+  writeFile("platform-errors.log",
+            "safcImmCtReadInstances_2 [Cell] error 12: class Cell is defined neither in the old nor in the new model\n");
   writeFile("discarded/Transport.xml", "<imm:IMM-contents/>\n");
 }
 

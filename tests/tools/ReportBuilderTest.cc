@@ -48,6 +48,7 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        RunOutcome::Kind::kRolledBack,
        0,
        {{"UPGRADE FAIL: a. Failed to process modification file x", "UPGRADE FAIL: a. Final Fail"},
+        {},
         {failed, schema("Equipment", Kind::kNewSchema, Result::kDone, "0_0_0", "1_0_0"),
          schema("Transport", Kind::kSameVersion, Result::kDone, "3_1_0", "3_1_0"),
          schema("S", Kind::kUnknown, Result::kNonUpgradeRestart),

@@ -55,7 +55,9 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
        {"Outcome: time-out, no outcome within 0.3 s\n"}},
       {"failed run reports reasons, path and discarded model", {"--env", "FAKE_MODE=failed-run"}, 1,
        {"Rollback reasons (2):\n  " + identity + "Failed to process modification file " + modification + "\n  " +
-            identity + "Final Fail\n",
+            identity + "Final Fail\n"
+        "Refused by the simulated node (1):\n  safcImmCtReadInstances_2 [Cell] error 12: class Cell is defined neither "
+        "in the old nor in the new model\n",
         "Schemas (1):\n  Transport\n    versions: 1_0_0 -> 1_1_0 (conversion)\n"
         "    conversion path: 1 modification files\n      1. " + modification + ": FAILURE\n"
         "    result: failed\n    discarded model: @dir/node/out/discarded/Transport.xml\n"}},

@@ -82,18 +82,22 @@ std::string OutputFolder::readLog() const {
   return log;
 }
 
-std::vector<std::string> OutputFolder::rollbackReasons() const {
-  std::vector<std::string> reasons;
-  std::istringstream in(readFile(path_ + "/rollback"));
-  for (std::string line; std::getline(in, line);) {
-    if (!line.empty()) reasons.push_back(line);
-  }
-  return reasons;
-}
+std::vector<std::string> OutputFolder::rollbackReasons() const { return linesOf("rollback"); }
 
 bool OutputFolder::rollbackRequested() const {
   std::error_code ignored;
   return fs::exists(path_ + "/rollback", ignored);
+}
+
+std::vector<std::string> OutputFolder::platformErrors() const { return linesOf("platform-errors.log"); }
+
+std::vector<std::string> OutputFolder::linesOf(const std::string& file) const {
+  std::vector<std::string> lines;
+  std::istringstream in(readFile(path_ + "/" + file));
+  for (std::string line; std::getline(in, line);) {
+    if (!line.empty()) lines.push_back(line);
+  }
+  return lines;
 }
 
 std::vector<std::string> OutputFolder::modelFiles() const { return xmlFilesIn(path_ + "/model"); }

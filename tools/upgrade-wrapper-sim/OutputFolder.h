@@ -1,6 +1,6 @@
 // The folder the simulated node writes a run's results to ($VOSK_SIM_OUT):
-// the persistent log with its rotated files, the rollback requests, and the
-// new model files, kept or discarded.
+// the persistent log with its rotated files, the rollback requests, the calls
+// the node refused, and the new model files, kept or discarded.
 
 #ifndef VOSK_TOOLS_OUTPUT_FOLDER_H
 #define VOSK_TOOLS_OUTPUT_FOLDER_H
@@ -34,11 +34,16 @@ class OutputFolder {
   std::vector<std::string> rollbackReasons() const;
   bool rollbackRequested() const;
 
+  // Every call the simulated node refused, with its reason, one per line of
+  // platform-errors.log; empty lines are left out.
+  std::vector<std::string> platformErrors() const;
+
   // The *.xml files of model/ and discarded/, in name order.
   std::vector<std::string> modelFiles() const;
   std::vector<std::string> discardedFiles() const;
 
  private:
+  std::vector<std::string> linesOf(const std::string& file) const;
   std::vector<std::string> xmlFilesIn(const std::string& folder) const;
 
   const std::string path_;

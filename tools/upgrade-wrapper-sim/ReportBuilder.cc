@@ -62,11 +62,11 @@ std::string schemaFile(const std::string& schema, const std::vector<std::string>
 std::string ReportBuilder::build(const RunOutcome& outcome, const RunFindings& findings) {
   std::string out = outcome.describe() + "\n";
   if (!findings.rollbackReasons.empty()) {
-    out += "Rollback reasons (" + std::to_string(findings.rollbackReasons.size()) + "):\n";
-    for (const std::string& reason : findings.rollbackReasons) out += "  " + reason + "\n";
+    addCountedList("Rollback reasons", findings.rollbackReasons, &out);
   } else if (outcome.rollsBack()) {
     out += "Rollback reasons: none recorded\n";
   }
+  if (!findings.platformErrors.empty()) addCountedList("Refused by the simulated node", findings.platformErrors, &out);
 
   if (findings.schemas.empty()) {
     out += "Schemas: none in the persistent log\n";
@@ -103,6 +103,11 @@ void ReportBuilder::addSchema(const SchemaReport& schema, const RunFindings& fin
   if (!model.empty()) *out += "    new model: " + model + "\n";
   if (!discarded.empty()) *out += "    discarded model: " + discarded + "\n";
   if (model.empty() && discarded.empty()) *out += "    new model: none written\n";
+}
+
+void ReportBuilder::addCountedList(const char* title, const std::vector<std::string>& lines, std::string* out) {
+  *out += std::string(title) + " (" + std::to_string(lines.size()) + "):\n";
+  for (const std::string& line : lines) *out += "  " + line + "\n";
 }
 
 void ReportBuilder::addFileList(const char* title, const std::vector<std::string>& files, std::string* out) {

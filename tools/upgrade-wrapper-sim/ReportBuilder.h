@@ -1,5 +1,6 @@
 // Builds the text the wrapper prints after a run: the outcome, every rollback
-// reason, what each schema's upgrade did, and where the new model files are.
+// reason, every call the simulated node refused, what each schema's upgrade
+// did, and where the new model files are.
 
 #ifndef VOSK_TOOLS_REPORT_BUILDER_H
 #define VOSK_TOOLS_REPORT_BUILDER_H
@@ -14,6 +15,7 @@ namespace wrappersim {
 
 struct RunFindings {
   std::vector<std::string> rollbackReasons;
+  std::vector<std::string> platformErrors;
   std::vector<SchemaReport> schemas;
   std::vector<std::string> logFiles;
   std::vector<std::string> modelFiles;
@@ -26,6 +28,7 @@ class ReportBuilder {
 
  private:
   static void addSchema(const SchemaReport& schema, const RunFindings& findings, std::string* out);
+  static void addCountedList(const char* title, const std::vector<std::string>& lines, std::string* out);
   static void addFileList(const char* title, const std::vector<std::string>& files, std::string* out);
 };
 

@@ -23,6 +23,7 @@ const char kProgramName[] = "vosk-oam-upgrader";
 RunFindings findingsIn(const OutputFolder& folder) {
   RunFindings findings;
   findings.rollbackReasons = folder.rollbackReasons();
+  findings.platformErrors = folder.platformErrors();
   UpgradeLogParser parser;
   parser.add(folder.readLog());
   findings.schemas = parser.schemas();
