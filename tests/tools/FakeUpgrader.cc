@@ -37,13 +37,20 @@ void writeFailedRun() {
   const std::string identity =
       "UPGRADE FAIL: Application identity: wmtName = voskOamUpgrader, wmtNumber = CXC1740923, wmtRevision = R4A12, "
       "wpkRevision = R4A12. ";
+  const std::string cause =
+      "Unsupported action: RenameAtributeAction (at " + file + ":14, Mo Cell, RenameAtributeAction)";
   const std::string texts[] = {
       "Starting upgrader: voskOamUpgrader, for schemas: Transport ",
       "Transport: UPGRADE STARTING",
       "Transport: Upgrading from (ver_rel_corr): 1_0_0 to 1_1_0",
+      "Transport: Modification file " + file + " takes the schema from 1_0_0 to 1_1_0",
       "Transport: Conversion path size: 1 modification files",
       "Transport: Processing modification file " + file,
+      // Cut, as the log's record size cuts a longer one: the rollback file has it whole.
+      "Transport: " + identity + cause.substr(0, cause.size() - 10),
+      "Transport: " + identity + "Failed to process modification file " + file,
       "Transport: Processing of modification file " + file + " was a FAILURE",
+      "Transport: " + identity + "Final Fail",
       "Transport: Upgrade of Transport failed. No signal is sent to upgradeWrapper because QRN will do a rollback so "
       "there is no point in signaling a success.\n"};
   std::string log;
@@ -55,7 +62,8 @@ void writeFailedRun() {
     log += head + text + "\n";
   }
   writeFile("log/saLogUpgrade/upgrade.log", log);
-  writeFile("rollback", identity + "Failed to process modification file " + file + "\n" + identity + "Final Fail\n");
+  writeFile("rollback", identity + cause + "\n" + identity + "Failed to process modification file " + file + "\n" +
+                            identity + "Final Fail\n");
   writeFile("platform-errors.log",
             "safcImmCtReadInstances_2 [Cell] error 12: class Cell is defined neither in the old nor in the new model\n");
   writeFile("discarded/Transport.xml", "<imm:IMM-contents/>\n");

@@ -24,10 +24,21 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
   using Kind = SchemaReport::Kind;
   using Result = SchemaReport::Result;
   using State = ConversionStep::State;
-  SchemaReport failed = schema("RadioNode", Kind::kConversion, Result::kFailed, "1_0_0", "2_0_0", 2,
-                               {{"/m/modification_1_0_0_to_1_1_0.xml", State::kSuccess},
-                                {"/m/modification_1_1_0_to_2_0_0.xml", State::kFailure}});
+  using Use = CandidateFile::Use;
+  SchemaReport failed = schema("RadioNode", Kind::kConversion, Result::kFailed, "1_0_0", "2_0_0", 3,
+                               {{"/m/modification_1_0_0_to_1_1_0.xml", State::kSuccess, ""},
+                                {"/m/modification_1_1_0_to_1_2_0.xml", State::kFailure, "Bad value (at /m/b.xml:3)"},
+                                {"/m/modification_1_2_0_to_2_0_0.xml", State::kFailure, ""}});
+  failed.candidates = {{"/m/modification_1_0_0_to_1_1_0.xml", Use::kTaken, "1_0_0", "1_1_0", ""},
+                       {"/m/modification_1_0_0_to_9_0_0.xml", Use::kNeverUsed, "1_0_0", "9_0_0", "why not"},
+                       {"/m/modification_x.xml", Use::kIgnored, "", "", "why ignored"}};
   failed.timing = "Upgrade done in 5 ms (icti init took 1 ms, actions took 2 ms, finalize took 2 ms, UpgType=2 )";
+  SchemaReport noFileFrom = schema("NoPath", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0);
+  noFileFrom.pathBreak = {"1_0_0", "1_1_0", ""};
+  SchemaReport cycle = schema("Cycle", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0);
+  cycle.pathBreak = {"1_0_0", "", "/m/a.xml"};
+  SchemaReport unexplained = schema("Unexplained", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0);
+  unexplained.pathBreak = {"1_0_0", "", ""};
   const struct {
     const char* name;
     RunOutcome::Kind kind;
@@ -52,8 +63,9 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
         {failed, schema("Equipment", Kind::kNewSchema, Result::kDone, "0_0_0", "1_0_0"),
          schema("Transport", Kind::kSameVersion, Result::kDone, "3_1_0", "3_1_0"),
          schema("S", Kind::kUnknown, Result::kNonUpgradeRestart),
-         schema("NoPath", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0),
-         schema("Rotated", Kind::kUnknown, Result::kNotFinished, "", "", -1, {{"f.xml", State::kNotFinished}})},
+         schema("Empty", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0), noFileFrom, cycle, unexplained,
+         schema("Rotated", Kind::kUnknown, Result::kNotFinished, "", "", -1,
+                {{"f.xml", State::kFailure, ""}, {"g.xml", State::kNotFinished, "Cut short"}})},
         {"/o/log/saLogUpgrade/upgrade.log.1", "/o/log/saLogUpgrade/upgrade.log"},
         {"/o/model/Equipment.xml", "/o/model/Equipment.xml.bak.xml", "/o/model/MyTransport.xml"},
         {"/o/discarded/RadioNode.xml"}},
@@ -61,12 +73,19 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "Rollback reasons (2):\n"
        "  UPGRADE FAIL: a. Failed to process modification file x\n"
        "  UPGRADE FAIL: a. Final Fail\n"
-       "Schemas (6):\n"
+       "Schemas (9):\n"
        "  RadioNode\n"
        "    versions: 1_0_0 -> 2_0_0 (conversion)\n"
-       "    conversion path: 2 modification files\n"
+       "    modification files found (3):\n"
+       "      /m/modification_1_0_0_to_1_1_0.xml: 1_0_0 -> 1_1_0\n"
+       "      /m/modification_1_0_0_to_9_0_0.xml: 1_0_0 -> 9_0_0, never used: why not\n"
+       "      /m/modification_x.xml: ignored: why ignored\n"
+       "    conversion path: 3 modification files\n"
        "      1. /m/modification_1_0_0_to_1_1_0.xml: SUCCESS\n"
-       "      2. /m/modification_1_1_0_to_2_0_0.xml: FAILURE\n"
+       "      2. /m/modification_1_1_0_to_1_2_0.xml: FAILURE\n"
+       "         cause: Bad value (at /m/b.xml:3)\n"
+       "      3. /m/modification_1_2_0_to_2_0_0.xml: FAILURE\n"
+       "         not applied: an earlier file failed\n"
        "    result: failed\n"
        "    timing: Upgrade done in 5 ms (icti init took 1 ms, actions took 2 ms, finalize took 2 ms, UpgType=2 )\n"
        "    discarded model: /o/discarded/RadioNode.xml\n"
@@ -74,9 +93,19 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "    new model: /o/model/Equipment.xml\n"
        "  Transport\n    versions: 3_1_0 -> 3_1_0 (same version)\n    result: done\n    new model: none written\n"
        "  S\n    result: non-upgrade restart, nothing to do\n    new model: none written\n"
-       "  NoPath\n    versions: 1_0_0 -> 9_0_0 (conversion)\n    conversion path: 0 modification files\n"
+       "  Empty\n    versions: 1_0_0 -> 9_0_0 (conversion)\n    conversion path: 0 modification files\n"
        "    result: failed\n    new model: none written\n"
-       "  Rotated\n    conversion path: size not logged\n      1. f.xml: not finished\n"
+       "  NoPath\n    versions: 1_0_0 -> 9_0_0 (conversion)\n"
+       "    conversion path: none, the chain from 1_0_0 breaks at 1_1_0: no file starts there\n"
+       "    result: failed\n    new model: none written\n"
+       "  Cycle\n    versions: 1_0_0 -> 9_0_0 (conversion)\n"
+       "    conversion path: none, the chain from 1_0_0 takes /m/a.xml twice\n"
+       "    result: failed\n    new model: none written\n"
+       "  Unexplained\n    versions: 1_0_0 -> 9_0_0 (conversion)\n    conversion path: none from 1_0_0\n"
+       "    result: failed\n    new model: none written\n"
+       "  Rotated\n    conversion path: size not logged\n"
+       "      1. f.xml: FAILURE\n         cause: none in the log\n"
+       "      2. g.xml: not finished\n         cause: Cut short\n"
        "    result: not finished\n    new model: none written\n"
        "Persistent log:\n  /o/log/saLogUpgrade/upgrade.log.1\n  /o/log/saLogUpgrade/upgrade.log\n"
        "Model files:\n  /o/model/Equipment.xml\n  /o/model/Equipment.xml.bak.xml\n  /o/model/MyTransport.xml\n"

@@ -22,10 +22,29 @@ std::string summary(const SchemaReport& s) {
   const char* kinds[] = {"unknown", "same", "new", "conversion"};
   const char* results[] = {"not finished", "done", "failed", "non-upgrade restart"};
   const char* states[] = {"?", "SUCCESS", "FAILURE"};
-  std::string text = s.name + " " + kinds[static_cast<int>(s.kind)] + " " + s.fromVersion + "->" + s.toVersion +
-                     " path " + std::to_string(s.announcedPathSize) + ":";
-  for (const ConversionStep& step : s.path) text += " " + step.file + "=" + states[static_cast<int>(step.state)];
+  const char* uses[] = {"", " ignored", " never used"};
+  std::string text = s.name + " " + kinds[static_cast<int>(s.kind)] + " " + s.fromVersion + "->" + s.toVersion;
+  for (const CandidateFile& c : s.candidates) {
+    text += " [" + c.file + uses[static_cast<int>(c.use)] + " " + c.fromVersion + "->" + c.toVersion +
+            (c.why.empty() ? "" : ": " + c.why) + "]";
+  }
+  const PathBreak& b = s.pathBreak;
+  if (!b.from.empty() || !b.missingVersion.empty() || !b.repeatedFile.empty()) {
+    text += " break from " + b.from + " at " + b.missingVersion + " twice " + b.repeatedFile;
+  }
+  text += " path " + std::to_string(s.announcedPathSize) + ":";
+  for (const ConversionStep& step : s.path) {
+    text += " " + step.file + "=" + states[static_cast<int>(step.state)] +
+            (step.cause.empty() ? "" : "(" + step.cause + ")");
+  }
   return text + " " + results[static_cast<int>(s.result)] + (s.timing.empty() ? "" : " | " + s.timing);
+}
+
+// A failure request as the upgrader logs it; a dot and a blank in the name do
+// not end the identity.
+std::string failure(const std::string& reason) {
+  return "UPGRADE FAIL: Application identity: wmtName = vosk. Upgrader, wmtNumber = CXC1740923, wmtRevision = R4A12, "
+         "wpkRevision = R4A12. " + reason;
 }
 
 const std::string kTiming =
@@ -36,6 +55,7 @@ TEST(UpgradeLogParserTest, GathersWhatEachSchemaThreadLogged) {
     const char* name;
     std::vector<std::string> texts;  // record texts; "@file" starts the next rotated file
     std::vector<std::string> schemas;
+    std::vector<std::string> rollback = {};  // the node's rollback file
   } cases[] = {
       {"three kinds of upgrade in one run",
        {"UpgradeHandler::UpgradeHandler(int, char **).", "Getting modification files using tag RadioNode ",
@@ -56,15 +76,42 @@ TEST(UpgradeLogParserTest, GathersWhatEachSchemaThreadLogged) {
         "/m/b.xml=SUCCESS done | " + kTiming,
         "Transport same 3_1_0->3_1_0 path -1: done"}},
       // The failure line ends with a line end, so its record continues on an empty line.
-      {"a failed file makes every later file of the path FAILURE",
-       {"S1: Conversion path size: 3 modification files", "S1: Processing modification file a.xml",
-        "S1: Processing of modification file a.xml was a SUCCESS", "S1: Processing modification file b.xml",
+      {"a failed file makes every later file of the path FAILURE; a file's first reason is its cause",
+       {"S1: Conversion path size: 3 modification files", "S1: " + failure("Before any file"),
+        "S1: Processing modification file a.xml", "S1: Processing of modification file a.xml was a SUCCESS",
+        "S1: Processing modification file b.xml", "S1: " + failure("Bad value\nof x (at b.xml:3, Mo C, A)\n"),
+        "S1: " + failure("Failed to process modification file b.xml"),
         "S1: Processing of modification file b.xml was a FAILURE", "S1: Processing modification file c.xml",
-        "S1: Processing of modification file c.xml was a FAILURE",
+        "S1: Processing of modification file c.xml was a FAILURE", "S1: " + failure("Final Fail"),
         "S1: Upgrade of S1 failed. No signal is sent to upgradeWrapper because QRN will do a rollback so there is no "
         "point in signaling a success.\n",
         "Some later main-thread line"},
-       {"S1 conversion -> path 3: a.xml=SUCCESS b.xml=FAILURE c.xml=FAILURE failed"}},
+       {"S1 conversion -> path 3: a.xml=SUCCESS b.xml=FAILURE(Bad value of x (at b.xml:3, Mo C, A)) c.xml=FAILURE "
+        "failed"}},
+      // The log cuts long records; the rollback file has the whole request, and a whole cause is kept even when a
+      // longer request starts with it.
+      {"a cause cut in the log is taken whole from the rollback file",
+       {"S1: Processing modification file a.xml", "S1: " + failure("Failed to process modification file a.xml"),
+        "S1: Processing modification file b.xml", "S1: " + failure("Bad value xxx (at b.x")},
+       {"S1 unknown -> path -1: a.xml=?(Failed to process modification file a.xml) "
+        "b.xml=?(Bad value xxx (at b.xml:3, Mo C, A)) not finished"},
+       {failure("Failed to process modification file a.xml.old"), failure("Failed to process modification file a.xml"),
+        failure("Bad value xxx (at b.xml:3, Mo C, A)")}},
+      {"the files given, and a chain that breaks where no file starts",
+       {"S1: Modification file /m/a.xml takes the schema from 1_0_0 to 1_1_0",
+        "S1: Modification file /m/b (from 1_0_0).xml (from 1_0_0 to 2_0_0) is never used: /m/a.xml starts at 1_0_0 "
+        "too and comes first",
+        "S1: Modification file /m/a-b.xml is ignored: its name is not modification_<from>_to_<to>.xml",
+        "S1: A modfile with from-version 1_1_0 could not be found",
+        "S1: Could not calculate Conversion Path between versions from: 1_0_0 and to: 2_0_0",
+        "S1: " + failure("Unable to find a conversion path"), "S1: Conversion path size: 0 modification files"},
+       {"S1 conversion -> [/m/a.xml 1_0_0->1_1_0] [/m/b (from 1_0_0).xml never used 1_0_0->2_0_0: /m/a.xml starts at "
+        "1_0_0 too and comes first] [/m/a-b.xml ignored ->: its name is not modification_<from>_to_<to>.xml] "
+        "break from 1_0_0 at 1_1_0 twice  path 0: not finished"}},
+      {"a chain that comes back to a file",
+       {"S1: A modfile, /m/a.xml, was found more than once in the upgrade path",
+        "S1: Could not calculate Conversion Path between versions from: 1_0_0 and to: 2_0_0"},
+       {"S1 unknown -> break from 1_0_0 at  twice /m/a.xml path -1: not finished"}},
       {"non-upgrade restart then done", {"S1: Non-upgrade restart, nothing to do.", "S1: UPGRADE IS DONE"},
        {"S1 unknown -> path -1: done"}},
       {"only the non-upgrade restart", {"S1: Non-upgrade restart, nothing to do."},
@@ -104,7 +151,7 @@ TEST(UpgradeLogParserTest, GathersWhatEachSchemaThreadLogged) {
     }
     parser.add(file);
     std::vector<std::string> schemas;
-    for (const SchemaReport& schema : parser.schemas()) schemas.push_back(summary(schema));
+    for (const SchemaReport& schema : parser.schemas(c.rollback)) schemas.push_back(summary(schema));
     EXPECT_EQ(c.schemas, schemas);
   }
 }

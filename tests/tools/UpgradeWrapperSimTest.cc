@@ -28,6 +28,8 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
       "UPGRADE FAIL: Application identity: wmtName = voskOamUpgrader, wmtNumber = CXC1740923, wmtRevision = R4A12, "
       "wpkRevision = R4A12. ";
   const std::string modification = "/lmhi/Transport/modification_files/LM1/modification_1_0_0_to_1_1_0.xml";
+  const std::string cause =
+      "Unsupported action: RenameAtributeAction (at " + modification + ":14, Mo Cell, RenameAtributeAction)";
   const std::string rolledBack =
       "Outcome: upgrade failed, the upgrader entered the never-ending loop without a connect; the node rolls back\n";
   const std::string longSocket = "/tmp/" + std::string(120, 's');
@@ -45,7 +47,7 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
        {rolledBack + "Rollback reasons: none recorded\n", "!argc="}},
       {"a connect after a rollback request is no success", {"--env", "FAKE_MODE=failed-run+connect"}, 1,
        {"Outcome: upgrade failed, the upgrader connected to the wrapper socket, but a rollback was requested; the node "
-        "rolls back\nRollback reasons (2):\n"}},
+        "rolls back\nRollback reasons (3):\n"}},
       {"front failure", {"--env", "FAKE_MODE=exit=5"}, 2,
        {"Outcome: front failed with exit status 5 (APP_RESULT_FAILED_TO_FIND_IMM_FILE)\n"}},
       {"exit 0 is no front failure", {"--env", "FAKE_MODE=exit=0"}, 3,
@@ -53,13 +55,16 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
       {"abort is a crash", {"--env", "FAKE_MODE=abort"}, 3, {"Outcome: crash, the upgrader was ended by signal 6 (SIGABRT)\n"}},
       {"nothing happens until the time-out", {"--env", "FAKE_MODE=hang", "--timeout", "0.3"}, 3,
        {"Outcome: time-out, no outcome within 0.3 s\n"}},
-      {"failed run reports reasons, path and discarded model", {"--env", "FAKE_MODE=failed-run"}, 1,
-       {"Rollback reasons (2):\n  " + identity + "Failed to process modification file " + modification + "\n  " +
-            identity + "Final Fail\n"
+      {"failed run reports reasons, refusals, path with the cause and discarded model",
+       {"--env", "FAKE_MODE=failed-run"}, 1,
+       {"Rollback reasons (3):\n  " + identity + cause + "\n  " + identity + "Failed to process modification file " +
+            modification + "\n  " + identity + "Final Fail\n"
         "Refused by the simulated node (1):\n  safcImmCtReadInstances_2 [Cell] error 12: class Cell is defined neither "
         "in the old nor in the new model\n",
         "Schemas (1):\n  Transport\n    versions: 1_0_0 -> 1_1_0 (conversion)\n"
+        "    modification files found (1):\n      " + modification + ": 1_0_0 -> 1_1_0\n"
         "    conversion path: 1 modification files\n      1. " + modification + ": FAILURE\n"
+        "         cause: " + cause + "\n"
         "    result: failed\n    discarded model: @dir/node/out/discarded/Transport.xml\n"}},
       {"the output folder decides where the node writes", {"--env", "FAKE_MODE=failed-run", "--out", "@dir/out"}, 1,
        {"discarded model: @dir/out/discarded/Transport.xml\n"}},

@@ -44,6 +44,39 @@ const char* stepText(ConversionStep::State state) {
   return "not finished";
 }
 
+std::string candidateText(const CandidateFile& candidate) {
+  std::string versions = candidate.fromVersion + " -> " + candidate.toVersion;
+  switch (candidate.use) {
+    case CandidateFile::Use::kIgnored:
+      return candidate.file + ": ignored: " + candidate.why;
+    case CandidateFile::Use::kNeverUsed:
+      return candidate.file + ": " + versions + ", never used: " + candidate.why;
+    case CandidateFile::Use::kTaken:
+      break;
+  }
+  return candidate.file + ": " + versions;
+}
+
+// Where the chain broke; a log that lost the record of the break still tells
+// that there is no path.
+std::string pathBreakText(const PathBreak& pathBreak) {
+  std::string chain = "none, the chain from " + pathBreak.from;
+  if (!pathBreak.missingVersion.empty()) {
+    return chain + " breaks at " + pathBreak.missingVersion + ": no file starts there";
+  }
+  if (!pathBreak.repeatedFile.empty()) return chain + " takes " + pathBreak.repeatedFile + " twice";
+  return "none from " + pathBreak.from;
+}
+
+// Why a file of the path did not succeed; empty for a success. The upgrader
+// reports every file after a failed one as FAILURE, even one during which
+// nothing asked for a rollback.
+std::string stepExplanation(const ConversionStep& step, bool earlierFailed) {
+  if (!step.cause.empty()) return "cause: " + step.cause;
+  if (step.state != ConversionStep::State::kFailure) return "";
+  return earlierFailed ? "not applied: an earlier file failed" : "cause: none in the log";
+}
+
 std::string baseName(const std::string& path) {
   size_t slash = path.rfind('/');
   return slash == std::string::npos ? path : path.substr(slash + 1);
@@ -85,16 +118,11 @@ void ReportBuilder::addSchema(const SchemaReport& schema, const RunFindings& fin
   if (!schema.fromVersion.empty() || !schema.toVersion.empty()) {
     *out += "    versions: " + schema.fromVersion + " -> " + schema.toVersion + kindText(schema.kind) + "\n";
   }
-  if (schema.kind == SchemaReport::Kind::kConversion || !schema.path.empty()) {
-    *out += "    conversion path: " +
-            (schema.announcedPathSize >= 0 ? std::to_string(schema.announcedPathSize) + " modification files"
-                                           : std::string("size not logged")) +
-            "\n";
-    for (size_t i = 0; i < schema.path.size(); ++i) {
-      *out += "      " + std::to_string(i + 1) + ". " + schema.path[i].file + ": " + stepText(schema.path[i].state) +
-              "\n";
-    }
+  if (!schema.candidates.empty()) {
+    *out += "    modification files found (" + std::to_string(schema.candidates.size()) + "):\n";
+    for (const CandidateFile& candidate : schema.candidates) *out += "      " + candidateText(candidate) + "\n";
   }
+  if (schema.kind == SchemaReport::Kind::kConversion || !schema.path.empty()) addPath(schema, out);
   *out += std::string("    result: ") + resultText(schema.result) + "\n";
   if (!schema.timing.empty()) *out += "    timing: " + schema.timing + "\n";
 
@@ -103,6 +131,25 @@ void ReportBuilder::addSchema(const SchemaReport& schema, const RunFindings& fin
   if (!model.empty()) *out += "    new model: " + model + "\n";
   if (!discarded.empty()) *out += "    discarded model: " + discarded + "\n";
   if (model.empty() && discarded.empty()) *out += "    new model: none written\n";
+}
+
+void ReportBuilder::addPath(const SchemaReport& schema, std::string* out) {
+  if (!schema.pathBreak.from.empty()) {
+    *out += "    conversion path: " + pathBreakText(schema.pathBreak) + "\n";
+  } else if (schema.announcedPathSize >= 0) {
+    *out += "    conversion path: " + std::to_string(schema.announcedPathSize) + " modification files\n";
+  } else {
+    *out += "    conversion path: size not logged\n";
+  }
+  bool earlierFailed = false;
+  for (size_t i = 0; i < schema.path.size(); ++i) {
+    const ConversionStep& step = schema.path[i];
+    std::string number = "      " + std::to_string(i + 1) + ". ";
+    *out += number + step.file + ": " + stepText(step.state) + "\n";
+    std::string explanation = stepExplanation(step, earlierFailed);
+    if (!explanation.empty()) *out += std::string(number.size(), ' ') + explanation + "\n";
+    earlierFailed = earlierFailed || step.state == ConversionStep::State::kFailure;
+  }
 }
 
 void ReportBuilder::addCountedList(const char* title, const std::vector<std::string>& lines, std::string* out) {

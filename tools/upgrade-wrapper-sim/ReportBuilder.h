@@ -28,6 +28,7 @@ class ReportBuilder {
 
  private:
   static void addSchema(const SchemaReport& schema, const RunFindings& findings, std::string* out);
+  static void addPath(const SchemaReport& schema, std::string* out);
   static void addCountedList(const char* title, const std::vector<std::string>& lines, std::string* out);
   static void addFileList(const char* title, const std::vector<std::string>& files, std::string* out);
 };

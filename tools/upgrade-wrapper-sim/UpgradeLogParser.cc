@@ -22,6 +22,14 @@ bool endsWith(const std::string& text, const std::string& suffix) {
   return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
 }
 
+// True when `text` is `prefix`, a part, then `suffix`; the part goes to `middle`.
+bool between(const std::string& text, const char* prefix, const std::string& suffix, std::string* middle) {
+  std::string rest;
+  if (!startsWith(text, prefix, &rest) || !endsWith(rest, suffix)) return false;
+  *middle = rest.substr(0, rest.size() - suffix.size());
+  return true;
+}
+
 bool isDigits(const std::string& line, size_t from, size_t count) {
   for (size_t i = from; i < from + count; ++i) {
     if (!std::isdigit(static_cast<unsigned char>(line[i]))) return false;
@@ -51,43 +59,137 @@ bool splitSchemaMessage(const std::string& text, std::string* name, std::string*
   return true;
 }
 
-ConversionStep::State stepState(const std::string& word) {
-  return word == "SUCCESS" ? ConversionStep::State::kSuccess : ConversionStep::State::kFailure;
+// Splits "<from> to <to>".
+bool splitVersions(const std::string& text, std::string* from, std::string* to) {
+  size_t separator = text.find(" to ");
+  if (separator == std::string::npos) return false;
+  *from = text.substr(0, separator);
+  *to = text.substr(separator + 4);
+  return true;
 }
 
-// Applies one schema thread message; false when the text is none of the
-// messages the report uses.
-bool applyMessage(const std::string& message, SchemaReport* report) {
+// "<path> takes the schema from <from> to <to>", "<path> is ignored: <why>" or
+// "<path> (from <from> to <to>) is never used: <why>".
+bool readCandidate(const std::string& text, CandidateFile* candidate) {
+  static const char kIgnored[] = " is ignored: ";
+  static const char kVersions[] = " (from ";
+  static const char kNeverUsed[] = ") is never used: ";
+  static const char kTakes[] = " takes the schema from ";
+  size_t at = text.find(kIgnored);
+  if (at != std::string::npos) {
+    candidate->use = CandidateFile::Use::kIgnored;
+    candidate->file = text.substr(0, at);
+    candidate->why = text.substr(at + sizeof kIgnored - 1);
+    return true;
+  }
+  at = text.find(kNeverUsed);
+  size_t open = at == std::string::npos ? std::string::npos : text.rfind(kVersions, at);
+  if (open != std::string::npos) {
+    candidate->use = CandidateFile::Use::kNeverUsed;
+    candidate->file = text.substr(0, open);
+    candidate->why = text.substr(at + sizeof kNeverUsed - 1);
+    size_t versions = open + sizeof kVersions - 1;
+    return splitVersions(text.substr(versions, at - versions), &candidate->fromVersion, &candidate->toVersion);
+  }
+  at = text.rfind(kTakes);
+  if (at == std::string::npos) return false;
+  candidate->file = text.substr(0, at);
+  return splitVersions(text.substr(at + sizeof kTakes - 1), &candidate->fromVersion, &candidate->toVersion);
+}
+
+// The reason of a failure request, "UPGRADE FAIL: Application identity: ...,
+// wpkRevision = <revision>. <reason>", on one line as the node keeps it.
+std::string failureReason(const std::string& request) {
+  size_t identity = request.find("wpkRevision = ");
+  size_t end = identity == std::string::npos ? std::string::npos : request.find(". ", identity);
+  std::string reason = end == std::string::npos ? request : request.substr(end + 2);
+  for (char& c : reason) {
+    if (c == '\n' || c == '\r') c = ' ';
+  }
+  while (!reason.empty() && reason.back() == ' ') reason.pop_back();
+  return reason;
+}
+
+// The log cuts a record at the stream's record size; the node keeps each
+// request whole. A cause that matches no request is taken as the start of one.
+std::string wholeReason(const std::string& cause, const std::vector<std::string>& requests) {
+  std::string longer;
+  for (const std::string& request : requests) {
+    std::string reason = failureReason(request);
+    if (reason == cause) return cause;
+    if (longer.empty() && reason.compare(0, cause.size(), cause) == 0) longer = reason;
+  }
+  return longer.empty() ? cause : longer;
+}
+
+// The candidate files and why no conversion path exists; false when the text
+// is none of these messages.
+bool applyPathMessage(const std::string& message, SchemaReport* report) {
   std::string rest;
-  if (message == "UPGRADE STARTING" || message == "Starting upgrade.") return true;
-  if (message == "Non-upgrade restart, nothing to do.") {
-    report->result = SchemaReport::Result::kNonUpgradeRestart;
-  } else if (startsWith(message, "Upgrading from (ver_rel_corr): ", &rest)) {
-    size_t to = rest.find(" to ");
-    if (to == std::string::npos) return false;
-    report->fromVersion = rest.substr(0, to);
-    report->toVersion = rest.substr(to + 4);
-  } else if (startsWith(message, "Same from and to-version (")) {
-    report->kind = SchemaReport::Kind::kSameVersion;
-  } else if (startsWith(message, "New IMM schema ") && endsWith(message, " introduced through upgrade")) {
-    report->kind = SchemaReport::Kind::kNewSchema;
+  if (startsWith(message, "Modification file ", &rest)) {
+    CandidateFile candidate;
+    if (!readCandidate(rest, &candidate)) return false;
+    report->candidates.push_back(candidate);
+  } else if (between(message, "A modfile with from-version ", " could not be found",
+                     &report->pathBreak.missingVersion) ||
+             between(message, "A modfile, ", ", was found more than once in the upgrade path",
+                     &report->pathBreak.repeatedFile)) {
+    return true;
+  } else if (startsWith(message, "Could not calculate Conversion Path between versions from: ", &rest)) {
+    report->pathBreak.from = rest.substr(0, rest.find(" and to: "));
   } else if (startsWith(message, "Conversion path size: ", &rest)) {
     report->kind = SchemaReport::Kind::kConversion;
     report->announcedPathSize = std::strtol(rest.c_str(), nullptr, 10);
-  } else if (startsWith(message, "Processing of modification file ", &rest)) {
+  } else {
+    return false;
+  }
+  return true;
+}
+
+// The files of the path, their results and the failure reasons recorded while
+// each was processed; false when the text is none of these messages.
+bool applyStepMessage(const std::string& message, SchemaReport* report) {
+  std::string rest;
+  if (startsWith(message, "Processing of modification file ", &rest)) {
     size_t was = rest.rfind(" was a ");
     if (was == std::string::npos) return false;
     std::string file = rest.substr(0, was);
-    ConversionStep::State state = stepState(rest.substr(was + 7));
+    ConversionStep::State state =
+        rest.substr(was + 7) == "SUCCESS" ? ConversionStep::State::kSuccess : ConversionStep::State::kFailure;
     for (auto step = report->path.rbegin(); step != report->path.rend(); ++step) {
       if (step->file == file && step->state == ConversionStep::State::kNotFinished) {
         step->state = state;
         return true;
       }
     }
-    report->path.push_back(ConversionStep{file, state});
+    report->path.push_back(ConversionStep{file, state, ""});
   } else if (startsWith(message, "Processing modification file ", &rest)) {
-    report->path.push_back(ConversionStep{rest, ConversionStep::State::kNotFinished});
+    report->path.push_back(ConversionStep{rest, ConversionStep::State::kNotFinished, ""});
+  } else if (startsWith(message, "UPGRADE FAIL: ")) {
+    ConversionStep* open = report->path.empty() ? nullptr : &report->path.back();
+    if (open != nullptr && open->state == ConversionStep::State::kNotFinished && open->cause.empty()) {
+      open->cause = failureReason(message);
+    }
+  } else {
+    return false;
+  }
+  return true;
+}
+
+// Applies one schema thread message; false when the text is none of the
+// messages the report uses.
+bool applyMessage(const std::string& message, SchemaReport* report) {
+  std::string rest;
+  if (applyPathMessage(message, report) || applyStepMessage(message, report)) return true;
+  if (message == "UPGRADE STARTING" || message == "Starting upgrade.") return true;
+  if (message == "Non-upgrade restart, nothing to do.") {
+    report->result = SchemaReport::Result::kNonUpgradeRestart;
+  } else if (startsWith(message, "Upgrading from (ver_rel_corr): ", &rest)) {
+    return splitVersions(rest, &report->fromVersion, &report->toVersion);
+  } else if (startsWith(message, "Same from and to-version (")) {
+    report->kind = SchemaReport::Kind::kSameVersion;
+  } else if (startsWith(message, "New IMM schema ") && endsWith(message, " introduced through upgrade")) {
+    report->kind = SchemaReport::Kind::kNewSchema;
   } else if (startsWith(message, "Upgrade done in ")) {
     report->timing = message;
   } else if (message == "UPGRADE IS DONE") {
@@ -174,10 +276,16 @@ void UpgradeLogParser::add(const std::string& logText) {
   }
 }
 
-std::vector<SchemaReport> UpgradeLogParser::schemas() const {
+std::vector<SchemaReport> UpgradeLogParser::schemas(const std::vector<std::string>& rollbackReasons) const {
   SchemaTable table;
   for (const std::string& text : records_) table.addRecord(text);
-  return table.reports();
+  std::vector<SchemaReport> reports = table.reports();
+  for (SchemaReport& report : reports) {
+    for (ConversionStep& step : report.path) {
+      if (!step.cause.empty()) step.cause = wholeReason(step.cause, rollbackReasons);
+    }
+  }
+  return reports;
 }
 
 }  // namespace wrappersim

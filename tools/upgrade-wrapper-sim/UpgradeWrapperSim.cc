@@ -26,7 +26,7 @@ RunFindings findingsIn(const OutputFolder& folder) {
   findings.platformErrors = folder.platformErrors();
   UpgradeLogParser parser;
   parser.add(folder.readLog());
-  findings.schemas = parser.schemas();
+  findings.schemas = parser.schemas(findings.rollbackReasons);
   findings.logFiles = folder.logFiles();
   findings.modelFiles = folder.modelFiles();
   findings.discardedFiles = folder.discardedFiles();
