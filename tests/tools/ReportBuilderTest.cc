@@ -65,7 +65,8 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
          schema("S", Kind::kUnknown, Result::kNonUpgradeRestart),
          schema("Empty", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0), noFileFrom, cycle, unexplained,
          schema("Rotated", Kind::kUnknown, Result::kNotFinished, "", "", -1,
-                {{"f.xml", State::kFailure, ""}, {"g.xml", State::kNotFinished, "Cut short"}})},
+                {{"e.xml", State::kSuccess, ""}, {"f.xml", State::kFailure, ""},
+                 {"g.xml", State::kNotFinished, "Cut short"}})},
         {"/o/log/saLogUpgrade/upgrade.log.1", "/o/log/saLogUpgrade/upgrade.log"},
         {"/o/model/Equipment.xml", "/o/model/Equipment.xml.bak.xml", "/o/model/MyTransport.xml"},
         {"/o/discarded/RadioNode.xml"}},
@@ -104,8 +105,9 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "  Unexplained\n    versions: 1_0_0 -> 9_0_0 (conversion)\n    conversion path: none from 1_0_0\n"
        "    result: failed\n    new model: none written\n"
        "  Rotated\n    conversion path: size not logged\n"
-       "      1. f.xml: FAILURE\n         cause: none in the log\n"
-       "      2. g.xml: not finished\n         cause: Cut short\n"
+       "      1. e.xml: SUCCESS\n"
+       "      2. f.xml: FAILURE\n         cause: none in the log\n"
+       "      3. g.xml: not finished\n         cause: Cut short\n"
        "    result: not finished\n    new model: none written\n"
        "Persistent log:\n  /o/log/saLogUpgrade/upgrade.log.1\n  /o/log/saLogUpgrade/upgrade.log\n"
        "Model files:\n  /o/model/Equipment.xml\n  /o/model/Equipment.xml.bak.xml\n  /o/model/MyTransport.xml\n"
