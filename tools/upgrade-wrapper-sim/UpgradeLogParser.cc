@@ -125,18 +125,18 @@ std::string wholeReason(const std::string& cause, const std::vector<std::string>
 // The candidate files and why no conversion path exists; false when the text
 // is none of these messages.
 bool applyPathMessage(const std::string& message, SchemaReport* report) {
+  PathBreak& pathBreak = report->pathBreak;
+  if (between(message, "A modfile with from-version ", " could not be found", &pathBreak.missingVersion) ||
+      between(message, "A modfile, ", ", was found more than once in the upgrade path", &pathBreak.repeatedFile)) {
+    return true;
+  }
   std::string rest;
   if (startsWith(message, "Modification file ", &rest)) {
     CandidateFile candidate;
     if (!readCandidate(rest, &candidate)) return false;
     report->candidates.push_back(candidate);
-  } else if (between(message, "A modfile with from-version ", " could not be found",
-                     &report->pathBreak.missingVersion) ||
-             between(message, "A modfile, ", ", was found more than once in the upgrade path",
-                     &report->pathBreak.repeatedFile)) {
-    return true;
   } else if (startsWith(message, "Could not calculate Conversion Path between versions from: ", &rest)) {
-    report->pathBreak.from = rest.substr(0, rest.find(" and to: "));
+    pathBreak.from = rest.substr(0, rest.find(" and to: "));
   } else if (startsWith(message, "Conversion path size: ", &rest)) {
     report->kind = SchemaReport::Kind::kConversion;
     report->announcedPathSize = std::strtol(rest.c_str(), nullptr, 10);
