@@ -49,6 +49,8 @@ class ModelHandler : public IctiHandlerIf {
   void failUpgrade(const char*) override { failed = true; }
   bool isAlive() override { return true; }
   void setFailureContext(const std::string& /*context*/) override {}
+  int failureCount() const override { return 0; }
+  bool classDefined(const std::string& /*className*/) override { return true; }
 
   bool failed = false;
 

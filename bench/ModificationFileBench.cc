@@ -50,6 +50,8 @@ class EmptyModel : public IctiHandlerIf {
   void failUpgrade(const char* message) override { std::fprintf(stderr, "unexpected failure: %s\n", message); }
   bool isAlive() override { return true; }
   void setFailureContext(const std::string& /*context*/) override {}
+  int failureCount() const override { return 0; }
+  bool classDefined(const std::string& /*className*/) override { return true; }
 };
 
 // Reads its arguments and operations as an action would, without a model.

@@ -58,7 +58,7 @@ bool addArrayElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& fi
 
 }  // namespace
 
-AddArrayElementAction::AddArrayElementAction() : UpgradeAction(kName, addArrayElement) {}
+AddArrayElementAction::AddArrayElementAction() : UpgradeAction(kName, addArrayElement, withFilter({"name", "elementValue", "index", "type"})) {}
 
 bool AddArrayElementAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);

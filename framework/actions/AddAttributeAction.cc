@@ -48,7 +48,7 @@ bool checkTypeAndValues(IctiHandlerIf* ictiHandler, const std::string& type, con
 
 }  // namespace
 
-AddAttributeAction::AddAttributeAction() : UpgradeAction("AddAttributeAction", addAttribute) {}
+AddAttributeAction::AddAttributeAction() : UpgradeAction("AddAttributeAction", addAttribute, withFilter({"name", "type", "defaultValue"})) {}
 
 bool AddAttributeAction::addAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
   IctiHandlerIf* handler = HandlerSlot::get();

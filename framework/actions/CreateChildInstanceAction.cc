@@ -17,7 +17,8 @@ using ChildGroupSlot = ThreadSlot<CreateChildInstanceGroup, InstanceGroupIf*>;
 }  // namespace
 
 CreateChildInstanceAction::CreateChildInstanceAction()
-    : UpgradeAction("CreateChildInstanceAction", createUnderParent) {}
+    : UpgradeAction("CreateChildInstanceAction", createUnderParent,
+                    withFilter({"childType", "childRdnValue", "parentRdnValue"})) {}
 
 bool CreateChildInstanceAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                         ActionArgumentsIf& args) {
@@ -47,7 +48,7 @@ bool CreateChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, Instan
                                               ActionArgumentsIf& args) {
   const std::string childType = argumentValue(args, "childType");
   ChildGroupSlot::Scope childGroup(ictiHandler->getInstanceGroup(childType));
-  if (ChildGroupSlot::get() == nullptr) return true;
+  if (ChildGroupSlot::get() == nullptr) return requireDefinedClass(ictiHandler, getName(), "childType", childType);
 
   if (instanceGroup == nullptr || instanceGroup->getNumberOfInstances() == 0) {
     const std::string rdnValue = argumentValue(args, "childRdnValue");
@@ -60,7 +61,7 @@ bool CreateChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, Instan
   for (InstanceIf* parent : instanceGroup->getInstances()) {
     if (!createUnderParent(*parent, args, filter)) return false;
   }
-  return true;
+  return filterJudged(filter, ictiHandler);
 }
 
 bool CreateChildInstanceAction::createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {

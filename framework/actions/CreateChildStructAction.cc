@@ -46,7 +46,8 @@ bool linkStruct(InstanceIf& parent, const std::string& refName, const std::strin
 
 }  // namespace
 
-CreateChildStructAction::CreateChildStructAction() : UpgradeAction("CreateChildStructAction", createUnderParent) {}
+CreateChildStructAction::CreateChildStructAction() : UpgradeAction("CreateChildStructAction", createUnderParent,
+                    withFilter({"structType", "childRdnValue", "structRefName"})) {}
 
 bool CreateChildStructAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                       ActionArgumentsIf& args) {
@@ -75,7 +76,11 @@ void CreateChildStructAction::reportMissingInstanceGroup(ActionArgumentsIf& args
 
 bool CreateChildStructAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                             ActionArgumentsIf& args) {
-  StructGroupSlot::Scope structGroup(ictiHandler->getInstanceGroup(argumentValue(args, "structType")));
+  const std::string structType = argumentValue(args, "structType");
+  StructGroupSlot::Scope structGroup(ictiHandler->getInstanceGroup(structType));
+  if (StructGroupSlot::get() == nullptr && !requireDefinedClass(ictiHandler, getName(), "structType", structType)) {
+    return false;
+  }
   return UpgradeAction::executeAction(ictiHandler, instanceGroup, args);
 }
 

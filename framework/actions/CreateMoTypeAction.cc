@@ -4,7 +4,7 @@
 
 #include "common/Log.h"
 
-CreateMoTypeAction::CreateMoTypeAction() : UpgradeAction("CreateMoTypeAction", nullptr) {}
+CreateMoTypeAction::CreateMoTypeAction() : UpgradeAction("CreateMoTypeAction", nullptr, {"moTypeName"}) {}
 
 bool CreateMoTypeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
@@ -25,6 +25,7 @@ bool CreateMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroup
   std::string moTypeName;
   args.getArgument("moTypeName", moTypeName);
   TAV_LOG(INFO, "moTypeName is %s", moTypeName.c_str());
+  if (!requireDefinedClass(ictiHandler, getName(), "moTypeName", moTypeName)) return false;
   // A group that exists already is logged by the handler and kept: the
   // class is there, which is what the action asks for.
   ictiHandler->addInstanceGroup(moTypeName);

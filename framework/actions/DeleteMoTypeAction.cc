@@ -2,7 +2,7 @@
 
 #include "common/Log.h"
 
-DeleteMoTypeAction::DeleteMoTypeAction() : UpgradeAction("DeleteMoTypeAction", nullptr) {}
+DeleteMoTypeAction::DeleteMoTypeAction() : UpgradeAction("DeleteMoTypeAction", nullptr, {"name"}) {}
 
 bool DeleteMoTypeAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                  ActionArgumentsIf& /*args*/) {

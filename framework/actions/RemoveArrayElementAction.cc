@@ -44,7 +44,7 @@ bool parseIndex(const std::string& text, uint32_t* index) {
 
 }  // namespace
 
-RemoveArrayElementAction::RemoveArrayElementAction() : UpgradeAction("RemoveArrayElementAction", removeElement) {}
+RemoveArrayElementAction::RemoveArrayElementAction() : UpgradeAction("RemoveArrayElementAction", removeElement, withFilter({"name", "elementValue", "index"})) {}
 
 bool RemoveArrayElementAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);

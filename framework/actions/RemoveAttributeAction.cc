@@ -20,7 +20,7 @@ bool removeAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& fi
 
 }  // namespace
 
-RemoveAttributeAction::RemoveAttributeAction() : UpgradeAction("RemoveAttributeAction", removeAttribute) {}
+RemoveAttributeAction::RemoveAttributeAction() : UpgradeAction("RemoveAttributeAction", removeAttribute, withFilter({"name", "value"})) {}
 
 bool RemoveAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);

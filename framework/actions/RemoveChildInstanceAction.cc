@@ -19,7 +19,8 @@ using ChildGroupSlot = ThreadSlot<RemoveChildInstanceGroup, InstanceGroupIf*>;
 }  // namespace
 
 RemoveChildInstanceAction::RemoveChildInstanceAction()
-    : UpgradeAction("RemoveChildInstanceAction", removeUnderParent) {}
+    : UpgradeAction("RemoveChildInstanceAction", removeUnderParent,
+                    withFilter({"childType", "childRdnValue", "parentRdnValue"})) {}
 
 bool RemoveChildInstanceAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
@@ -40,9 +41,10 @@ bool RemoveChildInstanceAction::validateInstanceGroup(InstanceGroupIf* /*instanc
 bool RemoveChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                               ActionArgumentsIf& args) {
   HandlerSlot::Scope handler(ictiHandler);
-  ChildGroupSlot::Scope childGroup(ictiHandler->getInstanceGroup(argumentValue(args, "childType")));
+  const std::string childType = argumentValue(args, "childType");
+  ChildGroupSlot::Scope childGroup(ictiHandler->getInstanceGroup(childType));
   InstanceGroupIf* children = ChildGroupSlot::get();
-  if (children == nullptr) return true;
+  if (children == nullptr) return requireDefinedClass(ictiHandler, getName(), "childType", childType);
   if (instanceGroup == nullptr || instanceGroup->getNumberOfInstances() == 0) {
     InstanceIf* first = children->getFirstInstance();
     if (first != nullptr) children->eraseInstance(first->getLdn());

@@ -18,7 +18,7 @@ bool copyValue(AttributeInternalIf& from, AttributeInternalIf& to, uint32_t inde
 
 }  // namespace
 
-RenameAttributeAction::RenameAttributeAction() : UpgradeAction("RenameAttributeAction", renameAttribute) {}
+RenameAttributeAction::RenameAttributeAction() : UpgradeAction("RenameAttributeAction", renameAttribute, withFilter({"name", "newName"})) {}
 
 bool RenameAttributeAction::renameAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
   IctiHandlerIf* handler = HandlerSlot::get();

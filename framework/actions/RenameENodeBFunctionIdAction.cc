@@ -100,7 +100,7 @@ struct RenameENodeBFunctionIdAction::Rename {
 };
 
 RenameENodeBFunctionIdAction::RenameENodeBFunctionIdAction()
-    : UpgradeAction("RenameENodeBFunctionIdAction", renameFunction) {
+    : UpgradeAction("RenameENodeBFunctionIdAction", renameFunction, withFilter({"newENodeBFunctionIdName"})) {
   classNames_.reserve(kMoClassCount + kStructClassCount);
   classNames_.insert(classNames_.end(), std::begin(kMoClasses), std::end(kMoClasses));
   classNames_.insert(classNames_.end(), std::begin(kStructClasses), std::end(kStructClasses));

@@ -149,6 +149,22 @@ RenamePlan makePlan(IctiHandlerIf* handler, ActionArgumentsIf& args, const std::
 
 void report(IctiHandlerIf* handler, const std::string& reason) { handler->failUpgrade(reason.c_str()); }
 
+// Every class the rename depends on must exist in one of the models (the new
+// class need not: a later file may rename it again). Each one that does not
+// is reported.
+bool classesDefined(IctiHandlerIf* handler, ActionArgumentsIf& args) {
+  bool defined = true;
+  for (const char* key : {"structType", "descendant", "referringMoType"}) {
+    const std::vector<std::string> classes = numbered(args, key);
+    for (size_t n = 0; n < classes.size(); ++n) {
+      const std::string argument = key + std::to_string(n + 1);
+      defined = UpgradeAction::requireDefinedClass(handler, "RenameMoTypeAction", argument.c_str(), classes[n]) &&
+                defined;
+    }
+  }
+  return defined;
+}
+
 // The struct instances that the instance's struct attributes name, and the
 // names in the attributes.
 bool renameStructs(InstanceIf& instance, const RenamePlan& plan, IctiHandlerIf* handler) {
@@ -216,7 +232,8 @@ bool renameReferences(const std::string& oldLdn, const RenamePlan& plan, IctiHan
 
 }  // namespace
 
-RenameMoTypeAction::RenameMoTypeAction() : UpgradeAction("RenameMoTypeAction", renameInstance) {}
+RenameMoTypeAction::RenameMoTypeAction() : UpgradeAction("RenameMoTypeAction", renameInstance,
+                    {"newName", "name", "structAttr#", "structType#", "descendant#", "morefAttr#", "referringMoType#"}) {}
 
 std::string RenameMoTypeAction::renameRdns(const std::string& name, const std::string& oldRdnAttribute,
                                            const std::string& newRdnAttribute) {
@@ -283,6 +300,7 @@ bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroup
     return false;
   }
   const std::string newName = argumentValue(args, "newName");
+  if (!classesDefined(ictiHandler, args)) return false;
   InstanceGroupIf* newGroup = ictiHandler->addInstanceGroup(newName);
   NewGroupSlot::set(newGroup);
   if (newGroup == nullptr) {

@@ -25,7 +25,7 @@ bool setAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& 
 
 }  // namespace
 
-SetAttributeValueAction::SetAttributeValueAction() : UpgradeAction(kName, setAttributeValue) {}
+SetAttributeValueAction::SetAttributeValueAction() : UpgradeAction(kName, setAttributeValue, withFilter({"name", "type"})) {}
 
 bool SetAttributeValueAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                       ActionArgumentsIf& args) {

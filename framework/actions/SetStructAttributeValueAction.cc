@@ -1,5 +1,6 @@
 #include "actions/SetStructAttributeValueAction.h"
 
+#include "actions/ArgumentValue.h"
 #include "actions/ValueOperations.h"
 #include "common/Log.h"
 #include "xml/ThreadSlot.h"
@@ -54,7 +55,7 @@ bool setStructAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, Filt
 
 }  // namespace
 
-SetStructAttributeValueAction::SetStructAttributeValueAction() : UpgradeAction(kName, setStructAttributeValue) {}
+SetStructAttributeValueAction::SetStructAttributeValueAction() : UpgradeAction(kName, setStructAttributeValue, withFilter({"name", "structType", "structAttribute", "type"})) {}
 
 bool SetStructAttributeValueAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                             ActionArgumentsIf& args) {
@@ -75,6 +76,13 @@ bool SetStructAttributeValueAction::validateArgs(ActionArgumentsIf& args, IctiHa
     return false;
   }
   return ValueOperations::check(args, *ictiHandler, kName, false, true);
+}
+
+bool SetStructAttributeValueAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                                  ActionArgumentsIf& args) {
+  const std::string structType = argumentValue(args, "structType");
+  if (!requireDefinedClass(ictiHandler, getName(), "structType", structType)) return false;
+  return UpgradeAction::executeAction(ictiHandler, instanceGroup, args);
 }
 
 void SetStructAttributeValueAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {

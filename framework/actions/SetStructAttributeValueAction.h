@@ -18,6 +18,8 @@ class SetStructAttributeValueAction : public UpgradeAction {
   // Keeps the handler for the instance operation of this thread, then runs
   // the base sequence.
   bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
+  // Refuses a struct class that no model defines, then changes the instances.
+  bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
 };

@@ -81,10 +81,12 @@ bool IctiHandler::init(const ClassList& configClasses, const ClassList& rtpClass
   for (const auto& entry : configClasses) {
     TAV_LOG(INFO, "Inserting class %s, rdn attr %s", entry.first.c_str(), entry.second.c_str());
     configClasses_[entry.first] = entry.second;
+    listedClasses_.insert(entry.first);
   }
   for (const auto& entry : rtpClasses) {
     TAV_LOG(INFO, "Inserting runtime persistent class %s, rdn attr %s", entry.first.c_str(), entry.second.c_str());
     rtpClasses_[entry.first] = entry.second;
+    listedClasses_.insert(entry.first);
   }
   return true;
 }
@@ -268,6 +270,20 @@ void IctiHandler::failUpgrade(const char* message) {
 }
 
 bool IctiHandler::isAlive() { return true; }
+
+bool IctiHandler::classDefined(const std::string& className) {
+  const std::string immName = immClassName(className, "", false);
+  if (instanceGroupMap_.count(immName) != 0 || removedClasses_.count(immName) != 0 ||
+      listedClasses_.count(immName) != 0) {
+    return true;
+  }
+  if (undefinedClasses_.count(immName) != 0) return false;
+  SaAisErrorT rc = SA_AIS_OK;
+  readInstanceGroup(immName, &rc);
+  if (rc != SA_AIS_ERR_NOT_EXIST) return true;
+  undefinedClasses_.insert(immName);
+  return false;
+}
 
 void IctiHandler::splitRuntimePersistentGroups() {
   TAV_LOG(INFO, "Finalize RTP classes write, instanceGroupMap.size() %d: ,instanceGroupMapRTP.size() %d: ",

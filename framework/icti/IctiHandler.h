@@ -53,9 +53,11 @@ class IctiHandler : public IctiHandlerIf {
   void failUpgrade(const char* message) override;
   bool isAlive() override;
   void setFailureContext(const std::string& context) override { failureContext_ = context; }
-
-  // How many times the upgrade was asked to fail: any is a rollback.
-  int failureCount() const { return failureCount_; }
+  // Any failure request is a rollback.
+  int failureCount() const override { return failureCount_; }
+  // Listed in the schema's class lists, or answered by the old model
+  // (which the platform asks the new model for too).
+  bool classDefined(const std::string& className) override;
 
   // Opens the session (three attempts while the tool answers "try again
   // later", 5 seconds apart), reads the schema's versions and records the
@@ -113,6 +115,10 @@ class IctiHandler : public IctiHandlerIf {
   std::map<std::string, std::string> rtpClasses_;
   // IMM names of the classes whose groups were removed.
   std::set<std::string> removedClasses_;
+  // IMM names of the classes in the schema's class lists, and of those the
+  // platform said no model defines.
+  std::set<std::string> listedClasses_;
+  std::set<std::string> undefinedClasses_;
   std::string failureContext_;
   int failureCount_ = 0;
 

@@ -42,6 +42,11 @@ class IctiHandlerIf {
   // Where the work that may fail comes from (a modification file's place,
   // say); empty for none.
   virtual void setFailureContext(const std::string& context) = 0;
+  // How many times the upgrade was asked to fail so far.
+  virtual int failureCount() const = 0;
+  // False for a class that neither the old model nor the new one defines
+  // (an existing class without instances is defined).
+  virtual bool classDefined(const std::string& className) = 0;
 };
 
 #endif

@@ -97,33 +97,45 @@ const char* OperationArgument::toString() const {
 
 void OperationArgument::logOperation() const { TAV_LOG(INFO, "%s\n", toString()); }
 
+namespace {
+
+using Setter = void (OperationArgument::*)(const char*);
+struct AttributeSetter {
+  const char* name;
+  Setter setter;
+};
+const AttributeSetter kSetters[] = {
+    {"rangeStart", &OperationArgument::setRangeStart},
+    {"rangeEnd", &OperationArgument::setRangeEnd},
+    {"operator", &OperationArgument::setOperator},
+    {"value", &OperationArgument::setValue},
+    {"valueFromAttr", &OperationArgument::setValueFromAttr},
+    {"valueFromInstance", &OperationArgument::setValueFromInstance},
+    {"structType", &OperationArgument::setStructType},
+    {"valueFromMoTypeAnyInstance", &OperationArgument::setValueFromMoTypeAnyInstance},
+    {"valueFromTypeRefOnlyInstance", &OperationArgument::setValueFromTypeRefOnlyInstance},
+    {"valueFromParentInstance", &OperationArgument::setValueFromParentInstance},
+    {"valueFromBitmapStringAttr", &OperationArgument::setValueFromBitmapStringAttr},
+    {"valueFromInstanceReferencedBy", &OperationArgument::setValueFromInstanceReferencedBy},
+    {"valueFromImmNamespace", &OperationArgument::setValueFromImmNamespace},
+    {"valueFromSingleAttr", &OperationArgument::setValueFromSingleAttr},
+    {"valueFromMoTypeAnyChildInstance", &OperationArgument::setValueFromMoTypeAnyChildInstance},
+};
+
+}  // namespace
+
 bool OperationArgument::setByName(const char* name, const char* text) {
-  using Setter = void (OperationArgument::*)(const char*);
-  static const struct {
-    const char* name;
-    Setter setter;
-  } kSetters[] = {
-      {"rangeStart", &OperationArgument::setRangeStart},
-      {"rangeEnd", &OperationArgument::setRangeEnd},
-      {"operator", &OperationArgument::setOperator},
-      {"value", &OperationArgument::setValue},
-      {"valueFromAttr", &OperationArgument::setValueFromAttr},
-      {"valueFromInstance", &OperationArgument::setValueFromInstance},
-      {"structType", &OperationArgument::setStructType},
-      {"valueFromMoTypeAnyInstance", &OperationArgument::setValueFromMoTypeAnyInstance},
-      {"valueFromTypeRefOnlyInstance", &OperationArgument::setValueFromTypeRefOnlyInstance},
-      {"valueFromParentInstance", &OperationArgument::setValueFromParentInstance},
-      {"valueFromBitmapStringAttr", &OperationArgument::setValueFromBitmapStringAttr},
-      {"valueFromInstanceReferencedBy", &OperationArgument::setValueFromInstanceReferencedBy},
-      {"valueFromImmNamespace", &OperationArgument::setValueFromImmNamespace},
-      {"valueFromSingleAttr", &OperationArgument::setValueFromSingleAttr},
-      {"valueFromMoTypeAnyChildInstance", &OperationArgument::setValueFromMoTypeAnyChildInstance},
-  };
-  for (const auto& entry : kSetters) {
+  for (const AttributeSetter& entry : kSetters) {
     if (std::strcmp(name, entry.name) == 0) {
       (this->*entry.setter)(text);
       return true;
     }
   }
   return false;
+}
+
+std::vector<std::string> OperationArgument::attributeNames() {
+  std::vector<std::string> names;
+  for (const AttributeSetter& entry : kSetters) names.push_back(entry.name);
+  return names;
 }

@@ -7,6 +7,7 @@
 #define VOSK_XML_OPERATION_ARGUMENT_H
 
 #include <string>
+#include <vector>
 
 #include "xml/OperationArgumentIf.h"
 
@@ -73,6 +74,8 @@ class OperationArgument : public OperationArgumentIf {
   // stands for ("rangeStart", "valueFromAttr", ...), by the setter rules
   // above. False, and nothing set, for any other name.
   bool setByName(const char* name, const char* text);
+  // The attribute names setByName takes.
+  static std::vector<std::string> attributeNames();
 
   static constexpr size_t kTextSize = 512;
 

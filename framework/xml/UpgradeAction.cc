@@ -54,6 +54,19 @@ bool UpgradeAction::filterJudged(const Filter& filter, IctiHandlerIf* ictiHandle
   return false;
 }
 
+std::vector<std::string> UpgradeAction::withFilter(std::vector<std::string> names) {
+  names.insert(names.end(), {"ldnValue", "rdnValue", "parentName", "oldAttributeValue"});
+  return names;
+}
+
+bool UpgradeAction::requireDefinedClass(IctiHandlerIf* ictiHandler, const char* action, const char* argument,
+                                        const std::string& className) {
+  if (ictiHandler->classDefined(className)) return true;
+  fail(ictiHandler, "%s: %s %s is a class that neither the old nor the new model defines", action, argument,
+       className.c_str());
+  return false;
+}
+
 std::string UpgradeAction::rdnValue(const std::string& ldn) { return DistinguishedName::rdnValue(ldn); }
 
 bool UpgradeAction::isPlainName(const std::string& name) {

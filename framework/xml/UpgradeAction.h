@@ -19,6 +19,8 @@
 #define VOSK_XML_UPGRADE_ACTION_H
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "xml/Filter.h"
 #include "xml/FilterIf.h"
@@ -29,11 +31,14 @@ class UpgradeAction : public UpgradeActionIf {
   // `name` is not copied: it must live as long as the action (a literal).
   // `instanceOperation` may be null for an action that replaces
   // executeAction or execute and never works instance by instance.
-  UpgradeAction(const char* name, InstanceOperation instanceOperation)
-      : name_(name), instanceOperation_(instanceOperation) {}
+  // `argumentNames` are the `Arg` names the action reads (see
+  // UpgradeActionIf::argumentNames).
+  UpgradeAction(const char* name, InstanceOperation instanceOperation, std::vector<std::string> argumentNames = {})
+      : name_(name), instanceOperation_(instanceOperation), argumentNames_(std::move(argumentNames)) {}
 
   bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   const char* getName() const override { return name_; }
+  std::vector<std::string> argumentNames() const override { return argumentNames_; }
 
   // Builds the action's failure text for a missing instance group (with its
   // main arguments) and passes it to ictiHandler->failUpgrade.
@@ -54,6 +59,10 @@ class UpgradeAction : public UpgradeActionIf {
   // Formats the reason (without the thread's message prefix) and has the
   // handler fail the upgrade with it.
   static void fail(IctiHandlerIf* ictiHandler, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+  // False, after reporting it, when `className` (given as `argument` of
+  // `action`) is a class that neither the old nor the new model defines.
+  static bool requireDefinedClass(IctiHandlerIf* ictiHandler, const char* action, const char* argument,
+                                  const std::string& className);
 
  protected:
   InstanceOperation instanceOperation() const { return instanceOperation_; }
@@ -63,10 +72,13 @@ class UpgradeAction : public UpgradeActionIf {
   static void requireHandler(IctiHandlerIf* ictiHandler, const char* message = "ICTI handler pointer is NULL");
   // False, after reporting why, when `filter` could not judge an instance.
   static bool filterJudged(const Filter& filter, IctiHandlerIf* ictiHandler);
+  // `names` and the arguments of the instance filter.
+  static std::vector<std::string> withFilter(std::vector<std::string> names);
 
  private:
   const char* const name_;
   const InstanceOperation instanceOperation_;
+  const std::vector<std::string> argumentNames_;
 };
 
 #endif

@@ -5,6 +5,9 @@
 #ifndef VOSK_XML_UPGRADE_ACTION_IF_H
 #define VOSK_XML_UPGRADE_ACTION_IF_H
 
+#include <string>
+#include <vector>
+
 #include "icti/IctiHandlerIf.h"
 #include "icti/InstanceGroupIf.h"
 #include "xml/ActionArgumentsIf.h"
@@ -21,6 +24,11 @@ class UpgradeActionIf {
   virtual bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) = 0;
   // The name under which the parser finds the action.
   virtual const char* getName() const = 0;
+  // The `Arg` names the action reads; the parser refuses any other, since a
+  // misspelt name would silently change what the action does. A name ending
+  // in "#" stands for that name followed by a number ("structAttr#" for
+  // structAttr1, structAttr2, ...). Empty: every name is taken.
+  virtual std::vector<std::string> argumentNames() const { return {}; }
 };
 
 #endif

@@ -10,6 +10,7 @@
 
 #include "common/Log.h"
 #include "xml/OperationArgument.h"
+#include "xml/Spelling.h"
 
 namespace {
 
@@ -65,20 +66,28 @@ bool hasPersistentFlag(xmlDoc* doc, const xmlNode* element) {
   return false;
 }
 
-// Reads the attributes of a `Mo` or `MoAction` element: `name` is the only
-// one allowed. False when there was another one (each is logged).
-bool readNameAttribute(const xmlNode* element, std::string& name) {
-  bool result = true;
-  for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next) {
-    std::optional<std::string> value = valueOf(attribute);
-    if (value && hasName(attribute, "name")) {
-      name = *value;
-    } else {
-      TAV_LOG(INFO_ABN, "properties->name=%s. Should be \"name\".", nameOf(attribute));
-      result = false;
+// A numbered argument name ("structAttr#") takes the name followed by digits.
+bool takesArgument(const std::vector<std::string>& accepted, const std::string& name) {
+  for (const std::string& pattern : accepted) {
+    if (pattern.empty() || pattern.back() != '#') {
+      if (name == pattern) return true;
+      continue;
+    }
+    const size_t stem = pattern.size() - 1;
+    if (name.size() > stem && name.compare(0, stem, pattern, 0, stem) == 0 &&
+        name.find_first_not_of("0123456789", stem) == std::string::npos) {
+      return true;
     }
   }
-  return result;
+  return false;
+}
+
+// The accepted names as an author writes them: "structAttr#" as structAttr1.
+std::vector<std::string> writtenNames(std::vector<std::string> accepted) {
+  for (std::string& name : accepted) {
+    if (!name.empty() && name.back() == '#') name.back() = '1';
+  }
+  return accepted;
 }
 
 const char* orEmpty(const char* text) { return text == nullptr ? "" : text; }
@@ -86,6 +95,20 @@ const char* orEmpty(const char* text) { return text == nullptr ? "" : text; }
 }  // namespace
 
 XmlHandler::XmlHandler(IctiHandlerIf* ictiHandler) : ictiHandler_(ictiHandler) {}
+
+bool XmlHandler::readNameAttribute(const xmlNode* element, std::string& name) {
+  bool result = true;
+  for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next) {
+    std::optional<std::string> value = valueOf(attribute);
+    if (value && hasName(attribute, "name")) {
+      name = *value;
+    } else {
+      reportFailure("properties->name=%s. Should be \"name\".", nameOf(attribute));
+      result = false;
+    }
+  }
+  return result;
+}
 
 void XmlHandler::reportFailure(const char* fmt, ...) {
   va_list args;
@@ -143,6 +166,11 @@ std::string XmlHandler::location(const xmlNode* node, const std::string& classNa
   return action.empty() ? text : text + ", " + action;
 }
 
+bool XmlHandler::classUndefined(const std::string& className) {
+  if (validateOnly_ || className.empty() || ictiHandler_ == nullptr) return false;
+  return !ictiHandler_->classDefined(className);
+}
+
 InstanceGroupIf* XmlHandler::instanceGroupOf(const std::string& className) {
   if (validateOnly_ || className.empty() || ictiHandler_ == nullptr) return nullptr;
   return ictiHandler_->getInstanceGroup(className, "", false);
@@ -166,6 +194,13 @@ bool XmlHandler::processMo(xmlNode* mo) {
   setFailureContext(location(mo, className, ""));
   InstanceGroupIf* instanceGroup = instanceGroupOf(className);
   TAV_LOG(TRACE1, "MO: %s", className.c_str());
+  // A class no model defines is a misspelt name, not a class without
+  // instances: its actions are not run.
+  if (instanceGroup == nullptr && classUndefined(className)) {
+    reportFailure("Mo %s names a class that neither the old nor the new model defines", className.c_str());
+    setFailureContext("");
+    return false;
+  }
   result = processMoActions(mo, className, instanceGroup) && result;
   setFailureContext("");
   return result;
@@ -195,13 +230,15 @@ bool XmlHandler::runMoAction(xmlNode* moAction, const std::string& actionName, I
   if (found == actions_.end()) {
     // The client's own actions are not registered when only validating.
     if (validateOnly_ && actionName.rfind(kSpecialActionPrefix, 0) == 0) return true;
-    TAV_LOG(ERROR, "Unsupported action: %s", actionName.c_str());
+    std::vector<std::string> known;
+    for (const auto& entry : actions_) known.push_back(entry.first);
+    reportFailure("Unsupported action: %s%s", actionName.c_str(), Spelling::suggestion(actionName, known).c_str());
     return false;
   }
   UpgradeActionIf* action = found->second;
 
   ActionArguments args;
-  if (!fillArguments(moAction, args)) return false;
+  if (!fillArguments(moAction, *action, args)) return false;
 
   if (validateOnly_) {
     TAV_TRACE(TRACE1, "ACTION %s", action->getName());
@@ -213,25 +250,33 @@ bool XmlHandler::runMoAction(xmlNode* moAction, const std::string& actionName, I
     TAV_LOG(TRACE1, "Action %s validated.", action->getName());
     return true;
   }
+  const int failuresBefore = ictiHandler_->failureCount();
   if (!action->execute(ictiHandler_, instanceGroup, args)) {
-    TAV_LOG(INFO_ABN, "Action %s failed!", action->getName());
+    // An action that fails without saying why still gets a located reason.
+    if (ictiHandler_->failureCount() == failuresBefore) {
+      reportFailure("Action %s failed!", action->getName());
+    } else {
+      TAV_LOG(INFO_ABN, "Action %s failed!", action->getName());
+    }
     return false;
   }
   return true;
 }
 
-bool XmlHandler::fillArguments(xmlNode* moAction, ActionArguments& args) {
+bool XmlHandler::fillArguments(xmlNode* moAction, const UpgradeActionIf& action, ActionArguments& args) {
+  const std::vector<std::string> accepted = action.argumentNames();
   for (xmlNode* child = moAction->children; child != nullptr; child = child->next) {
     if (child->type != XML_ELEMENT_NODE) continue;
     bool filled;
     if (isElement(child, "Operation")) {
       filled = addOperation(child, args);
     } else if (isElement(child, "Arg")) {
-      filled = addArg(child, args);
+      filled = addArg(child, action, accepted, args);
     } else {
       // Standard output, not the log: authors see it when validating.
       std::printf("NODE_NAME: %s not handled\n", reinterpret_cast<const char*>(child->name));
       std::fflush(stdout);
+      reportFailure("NODE_NAME: %s not handled", reinterpret_cast<const char*>(child->name));
       filled = false;
     }
     if (!filled) return false;
@@ -244,7 +289,10 @@ bool XmlHandler::addOperation(xmlNode* operationNode, ActionArguments& args) {
   bool complete = true;
   for (const xmlAttr* attribute = operationNode->properties; attribute != nullptr; attribute = attribute->next) {
     std::optional<std::string> value = valueOf(attribute);
-    if (!value || !operation->setByName(reinterpret_cast<const char*>(attribute->name), value->c_str())) {
+    const std::string name = nameOf(attribute);
+    if (!value || !operation->setByName(name.c_str(), value->c_str())) {
+      reportFailure("Operation takes no attribute %s%s", name.c_str(),
+                    Spelling::suggestion(name, OperationArgument::attributeNames()).c_str());
       complete = false;
     }
   }
@@ -254,7 +302,8 @@ bool XmlHandler::addOperation(xmlNode* operationNode, ActionArguments& args) {
   return true;
 }
 
-bool XmlHandler::addArg(xmlNode* arg, ActionArguments& args) {
+bool XmlHandler::addArg(xmlNode* arg, const UpgradeActionIf& action, const std::vector<std::string>& accepted,
+                        ActionArguments& args) {
   std::optional<std::string> name;
   std::optional<std::string> value;
   bool recognized = true;
@@ -265,16 +314,25 @@ bool XmlHandler::addArg(xmlNode* arg, ActionArguments& args) {
     } else if (text && hasName(attribute, "value")) {
       value = text;
     } else {
-      TAV_LOG(INFO_ABN, "Unrecognized property: %s=%s", nameOf(attribute), text ? text->c_str() : "");
+      reportFailure("Unrecognized property: %s=%s", nameOf(attribute), text ? text->c_str() : "");
       recognized = false;
     }
   }
   if (!recognized) return false;
   if (!name || !value) {
-    TAV_LOG(INFO_ABN, "Arg without %s property", !name ? "name" : "value");
+    reportFailure("Arg without %s property", !name ? "name" : "value");
     return false;
   }
-  return args.addArgument(*name, *value);
+  if (!accepted.empty() && !takesArgument(accepted, *name)) {
+    reportFailure("%s takes no Arg %s; the closest it takes is %s", action.getName(), name->c_str(),
+                  Spelling::closest(*name, writtenNames(accepted)).c_str());
+    return false;
+  }
+  if (!args.addArgument(*name, *value)) {
+    reportFailure("Arg %s is given twice", name->c_str());
+    return false;
+  }
+  return true;
 }
 
 XmlHandler::ImmClasses XmlHandler::getImmClasses(const char* immFileName, const std::string& category) {

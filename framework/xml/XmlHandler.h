@@ -63,13 +63,20 @@ class XmlHandler {
   bool processMo(xmlNode* mo);
   bool processMoActions(xmlNode* mo, const std::string& className, InstanceGroupIf* instanceGroup);
   InstanceGroupIf* instanceGroupOf(const std::string& className);
+  // True for a class no model defines; never when only validating.
+  bool classUndefined(const std::string& className);
   // "at <file>:<line>, Mo <class>[, <action>]".
   std::string location(const xmlNode* node, const std::string& className, const std::string& action) const;
   void setFailureContext(const std::string& context);
   bool runMoAction(xmlNode* moAction, const std::string& actionName, InstanceGroupIf* instanceGroup);
-  bool fillArguments(xmlNode* moAction, ActionArguments& args);
+  // Reads the attributes of a `Mo` or `MoAction` element: `name` is the
+  // only one allowed. False when there was another one (each is reported).
+  bool readNameAttribute(const xmlNode* element, std::string& name);
+  bool fillArguments(xmlNode* moAction, const UpgradeActionIf& action, ActionArguments& args);
   bool addOperation(xmlNode* operation, ActionArguments& args);
-  bool addArg(xmlNode* arg, ActionArguments& args);
+  // `accepted`: the action's argument names, or empty for any.
+  bool addArg(xmlNode* arg, const UpgradeActionIf& action, const std::vector<std::string>& accepted,
+              ActionArguments& args);
   bool collectImmClass(xmlDoc* doc, xmlNode* classNode, const std::string& category, const char* immFileName,
                        ImmClasses& classes);
   void reportFailure(const char* fmt, ...) __attribute__((format(printf, 2, 3)));

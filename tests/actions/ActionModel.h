@@ -9,6 +9,7 @@
 
 #include <cctype>
 #include <map>
+#include <set>
 #include <memory>
 #include <regex>
 #include <sstream>
@@ -78,6 +79,9 @@ class ActionModel : public IctiHandlerIf {
   void failUpgrade(const char* message) override { failures.push_back(message); }
   bool isAlive() override { return true; }
   void setFailureContext(const std::string& /*context*/) override {}
+  int failureCount() const override { return static_cast<int>(failures.size()); }
+  // A class is defined when the model has its group or lists it in `defined`.
+  bool classDefined(const std::string& className) override { return has(className) || defined.count(className); }
 
   // The group of the class, created empty on first use.
   InstanceGroup& group(const std::string& className) {
@@ -145,6 +149,7 @@ class ActionModel : public IctiHandlerIf {
 
   Strings failures;
   std::string lastPrefix;
+  std::set<std::string> defined;
 
  private:
   static void setField(OperationArgument& op, const std::string& field, const char* text) {

@@ -84,6 +84,11 @@ TEST(MoTypeActionsTest, CreateKeepsAnExistingClassAndDeleteToleratesAnAbsentOne)
   ActionModel model;
   CreateMoTypeAction create;
   DeleteMoTypeAction remove;
+  EXPECT_FALSE(model.runOn(create, nullptr, {{"moTypeName", "Fresh"}}));
+  EXPECT_EQ(Strings{"CreateMoTypeAction: moTypeName Fresh is a class that neither the old nor the new model defines"},
+            model.failures);
+  model.failures.clear();
+  model.defined.insert("Fresh");
   EXPECT_TRUE(model.runOn(create, nullptr, {{"moTypeName", "Fresh"}}));
   ASSERT_TRUE(model.has("Fresh"));
   EXPECT_EQ(0u, model.group("Fresh").getNumberOfInstances());

@@ -51,9 +51,13 @@ TEST(CreateChildInstanceActionTest, ExistingChildFailsAndEndsTheWalkUnknownChild
             model.failures);
   EXPECT_EQ(Strings{"childId=9,cellId=1,topId=1"}, model.ldns("Child"));
 
+  // A class defined without instances yet gets nothing; one no model defines fails.
   LogRecorder::installed().clear();
-  EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Unknown"}, {"childRdnValue", "9"}}));
-  EXPECT_EQ(1u, model.failures.size());
+  model.defined.insert("Empty");
+  EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Empty"}, {"childRdnValue", "9"}}));
+  EXPECT_FALSE(model.run(action, "Cell", {{"childType", "Unknown"}, {"childRdnValue", "9"}}));
+  EXPECT_EQ("CreateChildInstanceAction: childType Unknown is a class that neither the old nor the new model defines",
+            model.failures.back());
   EXPECT_FALSE(LogRecorder::installed().containsPart("Create a new Instance"));
 }
 
@@ -81,7 +85,6 @@ TEST(RemoveChildInstanceActionTest, WithoutParentsOnlyTheFirstListedChildGoes) {
     EXPECT_EQ(
         (Strings{"relationId=2,cellId=1,topId=1", "relationId=1,cellId=2,topId=1", "relationId=2,cellId=2,topId=1"}),
         model.ldns("Relation"));
-    EXPECT_TRUE(model.runOn(action, parents, {{"childType", "Unknown"}}));
     EXPECT_EQ(Strings{}, model.failures);
   }
 }
@@ -94,7 +97,11 @@ TEST(CreateChildStructActionTest, NamesTheStructByIdLinksItFromEveryParentOnce) 
   InstanceIf& second = model.add("Cell", "topId=1", "2");
   const Args args = {{"structType", "Plmn"}, {"childRdnValue", "mapping"}, {"structRefName", "mappingRef"}};
   EXPECT_FALSE(model.run(action, "Cell", args));
-  EXPECT_EQ((Strings{"CreateChildStruct: Can not get struct instance id=mapping,cellId=1,topId=1",
+  model.defined.insert("Plmn");
+  EXPECT_FALSE(model.run(action, "Cell", args));
+  EXPECT_EQ((Strings{"CreateChildStructAction: structType Plmn is a class that neither the old nor the new model "
+                     "defines",
+                     "CreateChildStruct: Can not get struct instance id=mapping,cellId=1,topId=1",
                      "CreateChildStruct: Can not get struct instance id=mapping,cellId=2,topId=1"}),
             model.failures);
 

@@ -97,7 +97,13 @@ TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
     const char* extra;
     Strings failures;
     Strings moved;
+    bool oldKept = false;
   } cases[] = {
+      // A class no model defines stops the rename before it starts.
+      {"morefAttr1=fooRef referringMoType1=Undefined",
+       {"RenameMoTypeAction: referringMoType1 Undefined is a class that neither the old nor the new model defines"},
+       {},
+       true},
       {"structAttr1=unset structType1=Child descendant1=Nowhere",
        {"No instance group Nowhere", "No instance group Nowhere"},
        {}},
@@ -120,9 +126,10 @@ TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
     fresh.group("Child");
     fresh.add("Ref", "ME=1", "1", {{"fooRef", SA_IMM_ATTR_SANAMET, {}}});
     fresh.add("Ref", "ME=1", "2");
+    fresh.defined.insert("Nowhere");
     fresh.run(action, "Foo", argsOf(std::string("newName=Bar ") + c.extra));
     EXPECT_EQ(c.failures, fresh.failures);
-    EXPECT_FALSE(fresh.has("Foo"));
+    EXPECT_EQ(c.oldKept, fresh.has("Foo"));
     EXPECT_EQ(c.moved, fresh.ldns("Bar"));
   }
 }

@@ -19,6 +19,8 @@ class MockIctiHandler : public IctiHandlerIf {
   MOCK_METHOD(void, failUpgrade, (const char* message), (override));
   MOCK_METHOD(bool, isAlive, (), (override));
   MOCK_METHOD(void, setFailureContext, (const std::string& context), (override));
+  MOCK_METHOD(int, failureCount, (), (const, override));
+  MOCK_METHOD(bool, classDefined, (const std::string& className), (override));
 };
 
 #endif

@@ -15,6 +15,7 @@ class MockUpgradeAction : public UpgradeActionIf {
               (override));
   MOCK_METHOD(bool, validateArgs, (ActionArgumentsIf & args, IctiHandlerIf* ictiHandler), (override));
   const char* getName() const override { return name_; }
+  MOCK_METHOD(std::vector<std::string>, argumentNames, (), (const, override));
 
  private:
   const char* name_;
