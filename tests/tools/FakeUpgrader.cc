@@ -69,9 +69,14 @@ void writeFailedRun() {
   writeFile("discarded/Transport.xml", "<imm:IMM-contents/>\n");
 }
 
-// Does what one mode asks; returns the process's exit status when the mode
-// ends it, else -1.
-int act(const std::string& mode, int argc, char** argv) {
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string mode = environment("FAKE_MODE", "");
+  if (mode.compare(0, 11, "failed-run+") == 0) {
+    writeFailedRun();
+    mode = mode.substr(11);
+  }
   if (mode == "connect") {
     int fd = socket(AF_UNIX, SOCK_STREAM, 0);
     sockaddr_un address{};
@@ -101,17 +106,6 @@ int act(const std::string& mode, int argc, char** argv) {
   } else if (mode != "loop") {
     std::fprintf(stderr, "unknown FAKE_MODE '%s'\n", mode.c_str());
     return 99;
-  }
-  return -1;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  std::istringstream modes(environment("FAKE_MODE", ""));
-  for (std::string mode; std::getline(modes, mode, '+');) {
-    int status = act(mode, argc, argv);
-    if (status >= 0) return status;
   }
   std::fputs("Entering the never ending loop, if you want to terminate this program you are going to have to kill it.\n",
              stdout);

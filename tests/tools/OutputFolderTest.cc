@@ -13,7 +13,6 @@ namespace {
 TEST(OutputFolderTest, ReadsLogOldestRotationFirstRollbackReasonsAndModelFilesInNameOrder) {
   TempDir dir;
   OutputFolder folder(dir.path());
-  EXPECT_FALSE(folder.rollbackRequested());
   EXPECT_TRUE(folder.rollbackReasons().empty());
   const std::string log = dir.path() + "/log/saLogUpgrade/upgrade.log";
   dir.write("log/saLogUpgrade/upgrade.log", "newest\n");
@@ -27,7 +26,6 @@ TEST(OutputFolderTest, ReadsLogOldestRotationFirstRollbackReasonsAndModelFilesIn
 
   EXPECT_EQ((std::vector<std::string>{log + ".3", log + ".1", log}), folder.logFiles());
   EXPECT_EQ("oldest\nmiddle\nnewest\n", folder.readLog());
-  EXPECT_TRUE(folder.rollbackRequested());
   EXPECT_EQ((std::vector<std::string>{"UPGRADE FAIL: one", "UPGRADE FAIL: two"}), folder.rollbackReasons());
   EXPECT_EQ((std::vector<std::string>{dir.path() + "/model/Equipment.xml", dir.path() + "/model/Transport.xml"}),
             folder.modelFiles());

@@ -37,8 +37,6 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
   noFileFrom.pathBreak = {"1_0_0", "1_1_0", ""};
   SchemaReport cycle = schema("Cycle", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0);
   cycle.pathBreak = {"1_0_0", "", "/m/a.xml"};
-  SchemaReport unexplained = schema("Unexplained", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0);
-  unexplained.pathBreak = {"1_0_0", "", ""};
   const struct {
     const char* name;
     RunOutcome::Kind kind;
@@ -46,11 +44,11 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
     RunFindings findings;
     const char* report;
   } cases[] = {
-      {"front failure without log",
-       RunOutcome::Kind::kFrontFailed,
-       6,
+      {"an exit status past the AppResult table, no log",
+       RunOutcome::Kind::kUnexpectedExit,
+       7,
        {},
-       "Outcome: front failed with exit status 6 (APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME)\n"
+       "Outcome: crash, the upgrader exited with unexpected status 7 (NOT_DECODED (7))\n"
        "Schemas: none in the persistent log\n"
        "Persistent log: none\n"
        "Model files: none\n"
@@ -63,7 +61,7 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
         {failed, schema("Equipment", Kind::kNewSchema, Result::kDone, "0_0_0", "1_0_0"),
          schema("Transport", Kind::kSameVersion, Result::kDone, "3_1_0", "3_1_0"),
          schema("S", Kind::kUnknown, Result::kNonUpgradeRestart),
-         schema("Empty", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0), noFileFrom, cycle, unexplained,
+         schema("Empty", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0), noFileFrom, cycle,
          schema("Rotated", Kind::kUnknown, Result::kNotFinished, "", "", -1,
                 {{"e.xml", State::kSuccess, ""}, {"f.xml", State::kFailure, ""},
                  {"g.xml", State::kNotFinished, "Cut short"}})},
@@ -74,7 +72,7 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "Rollback reasons (2):\n"
        "  UPGRADE FAIL: a. Failed to process modification file x\n"
        "  UPGRADE FAIL: a. Final Fail\n"
-       "Schemas (9):\n"
+       "Schemas (8):\n"
        "  RadioNode\n"
        "    versions: 1_0_0 -> 2_0_0 (conversion)\n"
        "    modification files found (3):\n"
@@ -102,8 +100,6 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "  Cycle\n    versions: 1_0_0 -> 9_0_0 (conversion)\n"
        "    conversion path: none, the chain from 1_0_0 takes /m/a.xml twice\n"
        "    result: failed\n    new model: none written\n"
-       "  Unexplained\n    versions: 1_0_0 -> 9_0_0 (conversion)\n    conversion path: none from 1_0_0\n"
-       "    result: failed\n    new model: none written\n"
        "  Rotated\n    conversion path: size not logged\n"
        "      1. e.xml: SUCCESS\n"
        "      2. f.xml: FAILURE\n         cause: none in the log\n"
@@ -120,13 +116,6 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
     outcome.exitStatus = c.exitStatus;
     EXPECT_EQ(c.report, ReportBuilder::build(outcome, c.findings));
   }
-}
-
-TEST(ReportBuilderTest, CodesPastTheAppResultTableAreNotDecoded) {
-  EXPECT_EQ("APP_RESULT_OK", appResultName(0));
-  EXPECT_EQ("APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME", appResultName(6));
-  EXPECT_EQ("NOT_DECODED (7)", appResultName(7));
-  EXPECT_EQ("NOT_DECODED (-1)", appResultName(-1));
 }
 
 }  // namespace

@@ -57,15 +57,10 @@ std::string candidateText(const CandidateFile& candidate) {
   return candidate.file + ": " + versions;
 }
 
-// Where the chain broke; a log that lost the record of the break still tells
-// that there is no path.
 std::string pathBreakText(const PathBreak& pathBreak) {
   std::string chain = "none, the chain from " + pathBreak.from;
-  if (!pathBreak.missingVersion.empty()) {
-    return chain + " breaks at " + pathBreak.missingVersion + ": no file starts there";
-  }
   if (!pathBreak.repeatedFile.empty()) return chain + " takes " + pathBreak.repeatedFile + " twice";
-  return "none from " + pathBreak.from;
+  return chain + " breaks at " + pathBreak.missingVersion + ": no file starts there";
 }
 
 // Why a file of the path did not succeed; empty for a success. The upgrader
@@ -134,7 +129,7 @@ void ReportBuilder::addSchema(const SchemaReport& schema, const RunFindings& fin
 }
 
 void ReportBuilder::addPath(const SchemaReport& schema, std::string* out) {
-  if (!schema.pathBreak.from.empty()) {
+  if (!schema.pathBreak.missingVersion.empty() || !schema.pathBreak.repeatedFile.empty()) {
     *out += "    conversion path: " + pathBreakText(schema.pathBreak) + "\n";
   } else if (schema.announcedPathSize >= 0) {
     *out += "    conversion path: " + std::to_string(schema.announcedPathSize) + " modification files\n";

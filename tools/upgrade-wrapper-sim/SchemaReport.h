@@ -20,9 +20,10 @@ struct CandidateFile {
   std::string why;  // why an ignored or never used file cannot serve, as logged
 };
 
-// Where the chain of modification files broke when no conversion path exists.
+// Where the chain of modification files broke when no conversion path exists;
+// all empty when none broke.
 struct PathBreak {
-  std::string from;            // the version the chain started at; empty when no path was missing
+  std::string from;            // the version the chain started at
   std::string missingVersion;  // the version no file starts at, or
   std::string repeatedFile;    // the file the chain would have taken twice
 };
