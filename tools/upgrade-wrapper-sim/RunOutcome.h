@@ -28,6 +28,7 @@ struct RunOutcome {
   // upgrader signalled. The other outcomes stay as they are.
   void noteRollbackRequest();
 
+  // True when the node rolls back after the run.
   bool rollsBack() const { return kind == Kind::kRolledBack || kind == Kind::kConnectedRolledBack; }
   // The wrapper's exit status: 0 success, 1 rolled back, 2 front failed,
   // 3 time-out or crash.
