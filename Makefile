@@ -3,10 +3,14 @@
 
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
+TSAN_BUILD ?= build-tsan
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 60
+FUZZ_CHECK_SECONDS ?= 4
 JOBS       ?= $(shell nproc)
 CMAKE_ARGS ?=
 
-.PHONY: all deps build check test asan demo bench clean
+.PHONY: all deps build check test asan tsan fuzz fuzz-build fuzz-check demo bench clean
 
 all: build
 
@@ -26,7 +30,33 @@ asan: deps
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
 		ctest --output-on-failure -j $(JOBS)
 
-check: test asan
+# ThreadSanitizer over what runs threads: the whole runs and the unit tests
+# labelled threads. A report fails the run (halt_on_error), also from a child
+# process, whose report is then in $(TSAN_BUILD)/tsan-reports/.
+tsan: deps
+	cmake -S . -B $(TSAN_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVOSK_TSAN=ON -DVOSK_BENCH=OFF $(CMAKE_ARGS)
+	cmake --build $(TSAN_BUILD) -j $(JOBS)
+	rm -rf $(TSAN_BUILD)/tsan-reports && mkdir -p $(TSAN_BUILD)/tsan-reports
+	cd $(TSAN_BUILD) && TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 \
+		suppressions=$(CURDIR)/tests/tsan.supp log_path=$(CURDIR)/$(TSAN_BUILD)/tsan-reports/report" \
+		ctest --output-on-failure -j $(JOBS) -L 'e2e|threads'
+	@if [ -n "$$(ls $(TSAN_BUILD)/tsan-reports)" ]; then \
+		cat $(TSAN_BUILD)/tsan-reports/*; echo "tsan: data races reported" >&2; exit 1; fi
+
+# libFuzzer programs (clang): `make fuzz` runs each for FUZZ_SECONDS,
+# `make fuzz-check` for FUZZ_CHECK_SECONDS. See docs/reliability.md.
+fuzz-build: deps
+	cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang \
+		-DCMAKE_CXX_COMPILER=clang++ -DVOSK_FUZZ=ON -DVOSK_WERROR=OFF -DVOSK_TESTS=OFF -DVOSK_BENCH=OFF $(CMAKE_ARGS)
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target fuzzers
+
+fuzz: fuzz-build
+	./scripts/fuzz.sh $(FUZZ_BUILD) $(FUZZ_SECONDS)
+
+fuzz-check: fuzz-build
+	./scripts/fuzz.sh $(FUZZ_BUILD) $(FUZZ_CHECK_SECONDS)
+
+check: test asan tsan fuzz-check
 
 demo: build
 	./scripts/demo.sh $(BUILD)

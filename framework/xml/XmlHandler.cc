@@ -92,9 +92,40 @@ std::vector<std::string> writtenNames(std::vector<std::string> accepted) {
 
 const char* orEmpty(const char* text) { return text == nullptr ? "" : text; }
 
+// The handler of a parser that was given none: no model, every class
+// defined, and failure reports logged with their place.
+class LoggedFailures : public IctiHandlerIf {
+ public:
+  InstanceGroupIf* getInstanceGroup(const std::string&, const std::string&, bool) override { return nullptr; }
+  InstanceIf* getTheOnlyInstance(const std::string&, const std::string&) override { return nullptr; }
+  InstanceGroupIf* addInstanceGroup(const std::string&) override { return nullptr; }
+  bool removeInstanceGroup(const std::string&) override { return false; }
+  InstanceGroupIf* getInstanceGroupForLdn(const std::string&) override { return nullptr; }
+  void failUpgrade(const char* message) override {
+    ++failures_;
+    if (context_.empty()) {
+      TAV_LOG(ERROR, "%s", message);
+    } else {
+      TAV_LOG(ERROR, "%s (%s)", message, context_.c_str());
+    }
+  }
+  bool isAlive() override { return true; }
+  void setFailureContext(const std::string& context) override { context_ = context; }
+  int failureCount() const override { return failures_; }
+  bool classDefined(const std::string&) override { return true; }
+
+ private:
+  std::string context_;
+  int failures_ = 0;
+};
+
 }  // namespace
 
-XmlHandler::XmlHandler(IctiHandlerIf* ictiHandler) : ictiHandler_(ictiHandler) {}
+XmlHandler::XmlHandler(IctiHandlerIf* ictiHandler)
+    : loggedFailures_(ictiHandler == nullptr ? new LoggedFailures : nullptr),
+      ictiHandler_(ictiHandler != nullptr ? ictiHandler : loggedFailures_.get()) {}
+
+XmlHandler::~XmlHandler() = default;
 
 bool XmlHandler::readNameAttribute(const xmlNode* element, std::string& name) {
   bool result = true;
@@ -116,11 +147,7 @@ void XmlHandler::reportFailure(const char* fmt, ...) {
   std::string text = MessageFormatter::plainV(fmt, args);
   va_end(args);
 
-  if (ictiHandler_ != nullptr) {
-    ictiHandler_->failUpgrade(text.c_str());
-  } else {
-    TAV_LOG(ERROR, "%s", text.c_str());
-  }
+  ictiHandler_->failUpgrade(text.c_str());
 }
 
 bool XmlHandler::addAction(UpgradeActionIf* action) {
@@ -158,7 +185,7 @@ bool XmlHandler::parseModificationFile(const char* fileName, bool validateOnly) 
 }
 
 void XmlHandler::setFailureContext(const std::string& context) {
-  if (ictiHandler_ != nullptr) ictiHandler_->setFailureContext(context);
+  ictiHandler_->setFailureContext(context);
 }
 
 std::string XmlHandler::location(const xmlNode* node, const std::string& className, const std::string& action) const {
@@ -167,12 +194,12 @@ std::string XmlHandler::location(const xmlNode* node, const std::string& classNa
 }
 
 bool XmlHandler::classUndefined(const std::string& className) {
-  if (validateOnly_ || className.empty() || ictiHandler_ == nullptr) return false;
+  if (validateOnly_ || className.empty()) return false;
   return !ictiHandler_->classDefined(className);
 }
 
 InstanceGroupIf* XmlHandler::instanceGroupOf(const std::string& className) {
-  if (validateOnly_ || className.empty() || ictiHandler_ == nullptr) return nullptr;
+  if (validateOnly_ || className.empty()) return nullptr;
   return ictiHandler_->getInstanceGroup(className, "", false);
 }
 

@@ -22,6 +22,7 @@
 #include <libxml/tree.h>
 
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,10 +35,11 @@ class XmlHandler {
  public:
   using ImmClasses = std::vector<std::pair<std::string, std::string>>;
 
-  // `ictiHandler` is not owned. It may be null only for validate-only use:
-  // failure reports are then logged at error level instead.
+  // `ictiHandler` is not owned. It may be null for validate-only use: the
+  // parser and the actions then see no model, and failure reports (with
+  // their place) are logged at error level instead.
   explicit XmlHandler(IctiHandlerIf* ictiHandler);
-  virtual ~XmlHandler() = default;
+  virtual ~XmlHandler();
 
   XmlHandler(const XmlHandler&) = delete;
   XmlHandler& operator=(const XmlHandler&) = delete;
@@ -81,6 +83,8 @@ class XmlHandler {
                        ImmClasses& classes);
   void reportFailure(const char* fmt, ...) __attribute__((format(printf, 2, 3)));
 
+  // Stands in for a null handler; ictiHandler_ then points to it.
+  std::unique_ptr<IctiHandlerIf> loggedFailures_;
   IctiHandlerIf* ictiHandler_;
   std::map<std::string, UpgradeActionIf*> actions_;
   bool validateOnly_ = false;
