@@ -1,5 +1,6 @@
 #include "SimImmTool.h"
 
+#include <libxml/parser.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -48,6 +49,11 @@ SaAisErrorT moveInto(const std::string& from, const std::string& folder, const s
 }  // namespace
 
 SimImmTool& SimImmTool::instance() {
+  // libxml2 sets up its global state on first use, which is not safe on
+  // two threads at once: sessions read model files on any thread, so the
+  // library is set up here, once, before any session exists.
+  static const bool xmlReady = (xmlInitParser(), true);
+  (void)xmlReady;
   static SimImmTool tool;
   return tool;
 }
