@@ -3,8 +3,10 @@
 # and only those that are missing, so a prepared machine is left untouched.
 set -eu
 
+# clang and libclang-rt-14-dev build the fuzz programs (libFuzzer, the
+# sanitizers' runtimes); llvm brings llvm-symbolizer for their reports.
 packages="cmake g++ make pkg-config libxml2-dev libxml2-utils liblttng-ust-dev lttng-tools
-babeltrace2 libgtest-dev libgmock-dev googletest libbenchmark-dev"
+babeltrace2 libgtest-dev libgmock-dev googletest libbenchmark-dev clang libclang-rt-14-dev llvm"
 
 missing=""
 for p in $packages; do
