@@ -32,7 +32,7 @@ asan: deps
 check: test asan
 
 deps-arm64:
-	./scripts/install-deps-arm64.sh
+	./scripts/install-deps.sh --arm64
 
 # The emulator runs every test program (CTest) and, through launcher scripts,
 # the programs the tests start in turn: see cmake/ChildPrograms.cmake.
