@@ -16,6 +16,25 @@ struct RemoveChildInstanceGroup;
 using HandlerSlot = ThreadSlot<RemoveChildInstanceHandler, IctiHandlerIf*>;
 using ChildGroupSlot = ThreadSlot<RemoveChildInstanceGroup, InstanceGroupIf*>;
 
+// The children to remove below `parentLdn`: the one that childRdnValue
+// names, else every child of the class. A child whose RDN does not take the
+// name getTargetLdn gives it (a class whose naming attribute holds the whole
+// RDN) is found by its RDN value. A child that is not there is still listed,
+// for the report that it could not be erased.
+std::vector<std::string> targetsBelow(InstanceGroupIf& children, const std::string& parentLdn, bool isStruct,
+                                      ActionArgumentsIf& args) {
+  const std::string target =
+      RemoveChildInstanceAction::getTargetLdn(parentLdn, children.getClassName(), isStruct, args);
+  if (!target.empty() && children.getInstance(target) != nullptr) return {target};
+  const std::string rdnValue = argumentValue(args, "childRdnValue");
+  std::vector<std::string> targets;
+  for (InstanceIf* child : children.getChildInstances(parentLdn)) {
+    if (target.empty() || DistinguishedName::rdnValue(child->getRdn()) == rdnValue) targets.push_back(child->getLdn());
+  }
+  if (targets.empty() && !target.empty()) targets.push_back(target);
+  return targets;
+}
+
 }  // namespace
 
 RemoveChildInstanceAction::RemoveChildInstanceAction()
@@ -86,13 +105,7 @@ bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionArgu
       return true;
     }
   }
-  const std::string target = getTargetLdn(parentLdn, children->getClassName(), isStruct, args);
-  std::vector<std::string> targets;
-  if (!target.empty()) {
-    targets.push_back(target);
-  } else {
-    for (InstanceIf* child : children->getChildInstances(parentLdn)) targets.push_back(child->getLdn());
-  }
+  const std::vector<std::string> targets = targetsBelow(*children, parentLdn, isStruct, args);
   bool allErased = true;
   for (const std::string& ldn : targets) {
     if (children->eraseInstance(ldn)) continue;

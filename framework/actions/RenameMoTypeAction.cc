@@ -80,6 +80,15 @@ bool comeInPairs(ActionArgumentsIf& args, const std::string& key, const std::str
   return result;
 }
 
+// The RDN of a renamed instance: a name derived from the class ("fooId=1")
+// follows the class ("barId=1"); any other (a struct's "id=3", a whole RDN
+// that the naming attribute holds) is the instance's own and stays.
+std::string renamedRdn(const std::string& rdn, const std::string& newRdnAttribute) {
+  const size_t equals = rdn.find('=');
+  if (equals == std::string::npos || equals < 2 || rdn.compare(equals - 2, 2, "Id") != 0) return rdn;
+  return newRdnAttribute + rdn.substr(equals);
+}
+
 // The part of `name` from its first RDN "<rdnAttribute>=..." on: the name of
 // the renamed instance that `name` is or lies below. Empty when there is none.
 std::string renamedAncestor(const std::string& name, const std::string& rdnAttribute) {
@@ -324,9 +333,7 @@ bool RenameMoTypeAction::renameInstance(InstanceIf& instance, ActionArgumentsIf&
   const RenamePlan& plan = *PlanSlot::get();
   const std::string oldLdn = instance.getLdn();
 
-  const std::string rdn = instance.getRdn();
-  size_t id = rdn.find("Id=");
-  if (!instance.setRdn(plan.newRdnAttribute + "=" + (id == std::string::npos ? std::string() : rdn.substr(id + 3)))) {
+  if (!instance.setRdn(renamedRdn(instance.getRdn(), plan.newRdnAttribute))) {
     report(handler, MessageFormatter::plain("RenameMoTypeAction: %s cannot be named %s", oldLdn.c_str(),
                                             plan.newRdnAttribute.c_str()));
     return true;

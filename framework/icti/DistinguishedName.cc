@@ -63,3 +63,15 @@ std::string DistinguishedName::rdnValue(const std::string& name) {
   size_t equals = rdn.find('=');
   return equals == std::string::npos ? std::string() : unescapeValue(rdn.substr(equals + 1));
 }
+
+std::string DistinguishedName::rdnOf(const std::string& attribute, const std::string& namingValue) {
+  if (namingValue.find('=') != std::string::npos) return namingValue;
+  return attribute + "=" + escapeValue(namingValue);
+}
+
+std::string DistinguishedName::namingValueOf(const std::string& rdn, const std::string& attribute) {
+  const size_t equals = rdn.find('=');
+  if (equals != attribute.size() || rdn.compare(0, equals, attribute) != 0) return rdn;
+  std::string value = unescapeValue(rdn.substr(equals + 1));
+  return value.find('=') == std::string::npos ? value : rdn;
+}

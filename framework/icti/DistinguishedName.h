@@ -7,6 +7,14 @@
 // "\\" where it is followed by a comma or a backslash or ends the value, and
 // any other backslash stands for itself. A comma is a separator unless it is
 // written "\,".
+//
+// Two conventions tie an RDN to the naming attribute that carries it. In
+// one, the attribute holds the RDN's value alone ("fooId=1": fooId holds
+// "1"). In the other, it holds the whole RDN, whose name need not be the
+// attribute's ("svcStreamCfg=alarm" carried by svcStream). The value alone
+// is held when the RDN names the attribute and its value has no "=";
+// otherwise the whole RDN, as written. A naming value with "=" is therefore
+// always a whole RDN.
 
 #ifndef VOSK_ICTI_DISTINGUISHED_NAME_H
 #define VOSK_ICTI_DISTINGUISHED_NAME_H
@@ -34,6 +42,13 @@ class DistinguishedName {
   // The value of the first RDN (after its first "="), unescaped; empty when
   // the RDN has no "=".
   static std::string rdnValue(const std::string& name);
+
+  // The RDN that the naming attribute `attribute` holding `namingValue`
+  // stands for.
+  static std::string rdnOf(const std::string& attribute, const std::string& namingValue);
+  // What the naming attribute `attribute` holds for the RDN `rdn`: the
+  // inverse of rdnOf.
+  static std::string namingValueOf(const std::string& rdn, const std::string& attribute);
 
   DistinguishedName() = delete;
 };

@@ -41,13 +41,14 @@ Instance::Instance(const SafcImmCtInstanceT* record, const std::string& classNam
     if (!addAttribute(name, attributeRecord.attrValueType, &attribute) || attribute == nullptr) continue;
     attribute->init(&attributeRecord);
     if (!rdn_.empty()) continue;
-    bool isString = attributeRecord.attrValueType == kStringType;
-    rdnFoundInToState = !rdnAttribute.empty() && name == rdnAttribute && isString;
+    const bool isString = attributeRecord.attrValueType == kStringType;
+    const bool isText = isString || attributeRecord.attrValueType == SA_IMM_ATTR_SANAMET;
+    rdnFoundInToState = !rdnAttribute.empty() && name == rdnAttribute && isText;
     moClassRdnFound = !rdnFoundInToState && name == moClassRdn;
     structClassRdnFound = !rdnFoundInToState && !moClassRdnFound && name == "id" && isString;
     if (rdnFoundInToState || moClassRdnFound || structClassRdnFound) {
       const char* value = attribute->getNumberOfValues() > 0 ? attribute->readValueAtIndex(0) : "";
-      rdn_ = name + "=" + DistinguishedName::escapeValue(value);
+      rdn_ = DistinguishedName::rdnOf(name, value);
     }
   }
   TAV_LOG(TRACE1, "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
@@ -56,13 +57,13 @@ Instance::Instance(const SafcImmCtInstanceT* record, const std::string& classNam
 }
 
 Instance::Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
-                   const std::string& className)
+                   const std::string& className, uint32_t rdnType)
     : parentName_(parentName), rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)), className_(className) {
   TAV_LOG(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
           parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
   AttributeInternalIf* attribute = nullptr;
-  if (addAttribute(rdnAttribute, kStringType, &attribute) && attribute != nullptr) {
-    attribute->addCopy(rdnId.c_str());
+  if (addAttribute(rdnAttribute, rdnType, &attribute) && attribute != nullptr) {
+    attribute->addCopy(DistinguishedName::namingValueOf(rdn_, rdnAttribute).c_str());
   } else {
     TAV_LOG(ERROR, "Unable to create RDN attribute for new instance of %s", className.c_str());
   }
@@ -116,7 +117,7 @@ bool Instance::setRdn(const std::string& rdn) {
     return false;
   }
   const std::string newName = rdn.substr(0, equals);
-  const std::string newValue = DistinguishedName::unescapeValue(rdn.substr(equals + 1));
+  const std::string newValue = DistinguishedName::namingValueOf(rdn, newName);
   const std::string oldName = rdn_.substr(0, rdn_.find('='));
 
   auto it = position(oldName.c_str());

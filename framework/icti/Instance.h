@@ -34,14 +34,18 @@ class Instance : public InstanceIf {
 
   // From a platform instance record; the record is only read. `rdnAttribute`
   // is the class's RDN attribute in the target model, when known: a string
-  // attribute of that name carries the RDN. Otherwise the RDN is the
+  // or name attribute of that name carries the RDN. Otherwise the RDN is the
   // attribute named after the class ("Foo" gives "fooId"), or a string
-  // attribute "id" for a struct. The first match in record order wins.
+  // attribute "id" for a struct. The first match in record order wins. The
+  // RDN follows from the attribute's first value by the conventions of
+  // DistinguishedName::rdnOf.
   Instance(const SafcImmCtInstanceT* record, const std::string& className, const std::string& rdnAttribute = "");
   // A new instance "<rdnAttribute>=<rdnId>" below `parentName`, with its RDN
-  // attribute as a string attribute holding `rdnId`.
+  // attribute of type `rdnType` holding the naming value of that RDN
+  // (DistinguishedName::namingValueOf: `rdnId`, or the whole RDN when
+  // `rdnId` holds "=").
   Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
-           const std::string& className);
+           const std::string& className, uint32_t rdnType = SA_IMM_ATTR_SASTRINGT);
   ~Instance() override;
 
   Instance(const Instance&) = delete;
@@ -55,8 +59,10 @@ class Instance : public InstanceIf {
   // with *created null.
   bool addAttribute(const std::string& name, uint32_t type, AttributeInternalIf** created = nullptr) override;
   std::string getRdn() const override { return rdn_; }
-  // Renames the RDN attribute and stores the part after "=" (unescaped) as
-  // its first value. An attribute already holding the new name is replaced.
+  // Renames the RDN attribute and stores the naming value of the new RDN
+  // (DistinguishedName::namingValueOf: the part after "=", unescaped, or the
+  // whole RDN) as its first value. An attribute already holding the new
+  // name is replaced.
   bool setRdn(const std::string& rdn) override;
   std::string getLdn() const override;
   void setParentName(const std::string& parentName) override;

@@ -234,7 +234,11 @@ InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const st
     TAV_LOG(INFO_ABN, "The instance %s could not be created because it already exists", ldn.c_str());
     return nullptr;
   }
-  auto* instance = new Instance(parentLdn, rdnAttribute_, rdnId, className_);
+  // A new instance names itself as the read ones do: a class named by a
+  // name attribute gets one.
+  const AttributeInternalIf* model = first_ != nullptr ? first_->instance->getAttribute(rdnAttribute_) : nullptr;
+  auto* instance = new Instance(parentLdn, rdnAttribute_, rdnId, className_,
+                                model != nullptr ? model->getType() : uint32_t{SA_IMM_ATTR_SASTRINGT});
   append(instance);
   TAV_LOG(INFO, "The instance %s has been created", ldn.c_str());
   return instance;

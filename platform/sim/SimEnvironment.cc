@@ -37,7 +37,14 @@ bool SimEnvironment::makeDirectories(const std::string& path) {
 
 void SimEnvironment::reportReason(const char* call, const std::string& subject, int code,
                                   const std::string& reason) {
-  std::string line = std::string(call) + " [" + subject + "] error " + std::to_string(code) + ": " + reason + "\n";
+  record(std::string(call) + " [" + subject + "] error " + std::to_string(code) + ": " + reason + "\n");
+}
+
+void SimEnvironment::reportWarning(const char* source, const std::string& subject, const std::string& text) {
+  record(std::string(source) + " [" + subject + "] warning: " + text + "\n");
+}
+
+void SimEnvironment::record(const std::string& line) {
   static std::mutex mutex;
   std::lock_guard<std::mutex> lock(mutex);
   std::fprintf(stderr, "simulated node: %s", line.c_str());

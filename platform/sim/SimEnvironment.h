@@ -21,8 +21,14 @@ class SimEnvironment {
   // standard error and, when an output folder is known, appended to
   // <out>/platform-errors.log before this returns. Safe from several threads.
   static void reportReason(const char* call, const std::string& subject, int code, const std::string& reason);
+  // Records something the node takes but a user should know of, the same
+  // way: "<source> [<subject>] warning: <text>".
+  static void reportWarning(const char* source, const std::string& subject, const std::string& text);
 
   SimEnvironment() = delete;
+
+ private:
+  static void record(const std::string& line);
 };
 
 #endif

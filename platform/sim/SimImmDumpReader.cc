@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <memory>
 
 #include "SimImmValueCodec.h"
@@ -11,6 +12,7 @@
 namespace {
 
 const char kImmNamespace[] = "http://www.saforum.org/IMMSchema";
+const char kXsiNamespace[] = "http://www.w3.org/2001/XMLSchema-instance";
 
 // Keeps the first error, with the line the parser found it on.
 void recordParserError(void* arg, xmlErrorPtr error) {
@@ -72,7 +74,7 @@ bool SimImmDumpReader::readContents(const Handler& handler) {
     if (className.empty()) return fail("object without class attribute");
     if (handler.wantObject && !handler.wantObject(className)) return skipElement();
     SimImmObject object;
-    if (!readObject(className, &object)) return false;
+    if (!readObject(className, handler, &object)) return false;
     stopped_ = !handler.onObject(std::move(object));
     return true;
   });
@@ -117,18 +119,34 @@ bool SimImmDumpReader::readAttrDef(SimImmAttrDef* def) {
   return true;
 }
 
-bool SimImmDumpReader::readObject(const std::string& className, SimImmObject* object) {
+bool SimImmDumpReader::readObject(const std::string& className, const Handler& handler, SimImmObject* object) {
   object->className = className;
   object->line = currentLine();
+  std::vector<std::pair<int, std::string>> repeated;  // line, attribute
   bool ok = forEachChild([&](const std::string& name) {
     if (name == "dn") return readText(&object->dn);
     if (name != "attr") return skipElement();
+    const int line = currentLine();
     SimImmAttrValues attr;
     if (!readObjectAttr(&attr)) return false;
-    if (!attr.values.empty()) object->attrs.push_back(std::move(attr));
+    auto given = std::find_if(object->attrs.begin(), object->attrs.end(),
+                              [&](const SimImmAttrValues& other) { return other.name == attr.name; });
+    if (given != object->attrs.end()) {
+      // The node's loader takes an attribute given twice, and so does this
+      // reader: the values are taken together.
+      repeated.emplace_back(line, attr.name);
+      std::move(attr.values.begin(), attr.values.end(), std::back_inserter(given->values));
+    } else if (!attr.values.empty()) {
+      object->attrs.push_back(std::move(attr));
+    }
     return true;
   });
   if (ok && object->dn.empty()) return fail("object of class " + className + " without dn");
+  for (const auto& repeat : repeated) {
+    if (!handler.onWarning) break;
+    handler.onWarning(path_, "line " + std::to_string(repeat.first) + ": object " + object->dn + ": attribute " +
+                                 repeat.second + " is given more than once; its values are taken together");
+  }
   return ok;
 }
 
@@ -137,10 +155,20 @@ bool SimImmDumpReader::readObjectAttr(SimImmAttrValues* attr) {
     if (name == "name") return readText(&attr->name);
     if (name != "value") return skipElement();
     attr->values.emplace_back();
-    return readText(&attr->values.back());
+    attr->values.back().base64 = isBase64Value();
+    return readText(&attr->values.back().text);
   });
   if (ok && attr->name.empty()) return fail("object attribute without name");
   return ok;
+}
+
+bool SimImmDumpReader::isBase64Value() {
+  std::unique_ptr<xmlChar, void (*)(void*)> type(
+      xmlTextReaderGetAttributeNs(reader_, BAD_CAST "type", BAD_CAST kXsiNamespace), xmlFree);
+  if (!type) return false;
+  const std::string name = text(type.get());
+  const std::string local = name.substr(name.find(':') + 1);
+  return local == "base64Binary";
 }
 
 bool SimImmDumpReader::forEachChild(const std::function<bool(const std::string&)>& child) {

@@ -7,8 +7,11 @@
 // children `category`, `rdn`, `attr`, where `rdn` and `attr` have `name`,
 // `type`, `category`, `flag`* and `attr` an optional `default-value`), then
 // `object` elements (attribute `class`; children `dn` and `attr` with `name`
-// and `value`*). Other elements are skipped. A class after an object, a
-// missing name, dn or type, or an unknown type name make the file malformed.
+// and `value`*, a value in base64 when marked xsi:type="xs:base64Binary").
+// An attribute given twice in an object has the values of both, with a
+// warning. Other elements, comments and attributes are skipped. A class
+// after an object, a missing name, dn or type, or an unknown type name make
+// the file malformed.
 // A text may be of any size; nothing outside the file (DTD, external entity,
 // network) is loaded. Lines are the file's own, however many it has.
 
@@ -35,6 +38,9 @@ class SimImmDumpReader {
     // Each wanted object; returning false stops the reading. Unset: the
     // reading stops at the first object (a pass over the definitions only).
     std::function<bool(SimImmObject&&)> onObject;
+    // Each thing a node's loader takes but that is likely a mistake (an
+    // attribute given twice in an object), with the file; unset: none told.
+    std::function<void(const std::string& path, const std::string& warning)> onWarning;
   };
 
   // Reads `path` through `handler`. False when the file cannot be read or is
@@ -47,8 +53,11 @@ class SimImmDumpReader {
   bool readContents(const Handler& handler);
   bool readClass(SimImmClass* cls);
   bool readAttrDef(SimImmAttrDef* def);
-  bool readObject(const std::string& className, SimImmObject* object);
+  bool readObject(const std::string& className, const Handler& handler, SimImmObject* object);
   bool readObjectAttr(SimImmAttrValues* attr);
+  // Whether the value element the reader stands on is marked
+  // xsi:type="xs:base64Binary".
+  bool isBase64Value();
   // Calls `child` with the local name of each child element of the element
   // the reader stands on; `child` consumes the whole child element.
   bool forEachChild(const std::function<bool(const std::string&)>& child);

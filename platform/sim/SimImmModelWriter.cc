@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "SimBase64.h"
 #include "SimImmValueCodec.h"
 
 SimImmModelWriter::~SimImmModelWriter() {
@@ -19,7 +20,8 @@ bool SimImmModelWriter::open(std::string* why) {
   }
   std::setvbuf(file_, nullptr, _IOFBF, 1 << 20);
   put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-      "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\">\n");
+      "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\" "
+      "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xmlns:xs=\"http://www.w3.org/2001/XMLSchema\">\n");
   return true;
 }
 
@@ -55,10 +57,49 @@ void SimImmModelWriter::writeObject(const SimImmObject& object) {
   for (const SimImmAttrValues& attr : object.attrs) {
     put("    <attr>\n");
     element("      ", "name", attr.name);
-    for (const std::string& value : attr.values) element("      ", "value", value);
+    for (const SimImmValue& value : attr.values) writeValue(value);
     put("    </attr>\n");
   }
   put("  </object>\n");
+}
+
+void SimImmModelWriter::writeValue(const SimImmValue& value) {
+  if (!value.base64 && isXmlText(value.text)) {
+    element("      ", "value", value.text);
+    return;
+  }
+  put("      <value xsi:type=\"xs:base64Binary\">");
+  put(value.base64 ? value.text.c_str() : SimBase64::encode(value.text).c_str());
+  put("</value>\n");
+}
+
+// XML 1.0 text: UTF-8 of characters other than the control characters
+// (tab, line feed and carriage return excepted), surrogates, U+FFFE and
+// U+FFFF. Anything else cannot stand in a file as text.
+bool SimImmModelWriter::isXmlText(const std::string& text) {
+  for (size_t i = 0; i < text.size();) {
+    const unsigned char lead = static_cast<unsigned char>(text[i]);
+    if (lead < 0x80) {
+      if (lead < 0x20 && lead != '\t' && lead != '\n' && lead != '\r') return false;
+      ++i;
+      continue;
+    }
+    const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 0;
+    if (length == 0 || lead > 0xF4 || i + length > text.size()) return false;
+    unsigned long code = lead & (0x7F >> length);
+    for (size_t j = 1; j < length; ++j) {
+      const unsigned char next = static_cast<unsigned char>(text[i + j]);
+      if ((next & 0xC0) != 0x80) return false;
+      code = code << 6 | (next & 0x3F);
+    }
+    const unsigned long smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (code < smallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF) || code == 0xFFFE ||
+        code == 0xFFFF) {
+      return false;
+    }
+    i += length;
+  }
+  return true;
 }
 
 bool SimImmModelWriter::close(std::string* why) {

@@ -1,6 +1,9 @@
 // Writes a model as IMM XML into one file: the class definitions first, then
-// the objects, as the simulated node reads them back. Errors are collected
-// and reported once, by close().
+// the objects, as the simulated node reads them back. A value read in base64,
+// or a text that XML cannot carry as text (control characters, bytes that
+// are no UTF-8), is written in base64, marked xsi:type="xs:base64Binary", so
+// that every value reads back as it was. Errors are collected and reported
+// once, by close().
 
 #ifndef VOSK_SIM_SIM_IMM_MODEL_WRITER_H
 #define VOSK_SIM_SIM_IMM_MODEL_WRITER_H
@@ -28,6 +31,8 @@ class SimImmModelWriter {
 
  private:
   void writeAttrDef(const char* element, const SimImmAttrDef& def);
+  void writeValue(const SimImmValue& value);
+  static bool isXmlText(const std::string& text);
   void element(const char* indent, const char* name, const std::string& text);
   void put(const char* text);
   void putEscaped(const std::string& text);

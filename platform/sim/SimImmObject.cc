@@ -8,11 +8,17 @@ bool escapes(const std::string& text, size_t pos) {
   return text[pos] == '\\' && pos + 1 < text.size() && (text[pos + 1] == ',' || text[pos + 1] == '\\');
 }
 
+// The first comma of `dn` that separates two RDNs, or the end.
+size_t separator(const std::string& dn) {
+  size_t comma = 0;
+  while (comma < dn.size() && dn[comma] != ',') comma += escapes(dn, comma) ? 2 : 1;
+  return comma;
+}
+
 }  // namespace
 
 bool SimImmObject::splitDn(const std::string& dn, std::string* rdnAttr, std::string* rdnValue, std::string* parent) {
-  size_t comma = 0;
-  while (comma < dn.size() && dn[comma] != ',') comma += escapes(dn, comma) ? 2 : 1;
+  const size_t comma = separator(dn);
   std::string rdn = dn.substr(0, comma);
   *parent = comma < dn.size() ? dn.substr(comma + 1) : std::string();
   size_t equals = rdn.find('=');
@@ -38,4 +44,23 @@ std::string SimImmObject::makeDn(const std::string& rdnAttr, const std::string& 
   }
   if (!parent.empty()) dn += "," + parent;
   return dn;
+}
+
+bool SimImmObject::namingValueOf(const std::string& dn, const std::string& rdnAttr, std::string* namingValue,
+                                 std::string* parent) {
+  std::string dnAttr;
+  if (!splitDn(dn, &dnAttr, namingValue, parent)) return false;
+  if (dnAttr != rdnAttr || namingValue->find('=') != std::string::npos) *namingValue = dn.substr(0, separator(dn));
+  return true;
+}
+
+bool SimImmObject::dnOfNamingValue(const std::string& rdnAttr, const std::string& namingValue,
+                                   const std::string& parent, std::string* dn) {
+  if (namingValue.find('=') == std::string::npos) {
+    *dn = makeDn(rdnAttr, namingValue, parent);
+    return true;
+  }
+  if (namingValue[0] == '=' || separator(namingValue) != namingValue.size()) return false;
+  *dn = parent.empty() ? namingValue : namingValue + "," + parent;
+  return true;
 }

@@ -2,6 +2,14 @@
 // and the values of its attributes as text. The naming attribute is carried
 // by the name only: it is not among `attrs`.
 //
+// Two conventions of naming meet in IMM models. In one, the naming attribute
+// holds the value of the first RDN alone ("fooId=1": fooId is "1"); in the
+// other it holds the whole first RDN, and the name in the dn need not be the
+// attribute's ("safLgStrCfg=alarm" in a class named by safLgStr holds
+// "safLgStrCfg=alarm"). The value alone is used when the dn names the naming
+// attribute and the value holds no "="; otherwise the whole RDN, as written.
+// A naming value with "=" is thus always a whole RDN.
+//
 // Names: a name is its first RDN ("attr=value"), then "," and the parent's
 // name; RDNs are separated by commas that are not escaped. Inside a value,
 // "\," stands for a comma and "\\" for a backslash; a backslash before any
@@ -13,9 +21,19 @@
 #include <string>
 #include <vector>
 
+// One value as the file gives it: its text, or, marked
+// xsi:type="xs:base64Binary", its bytes in base64.
+struct SimImmValue {
+  std::string text;
+  bool base64 = false;
+
+  bool operator==(const SimImmValue& other) const { return text == other.text && base64 == other.base64; }
+  bool operator!=(const SimImmValue& other) const { return !(*this == other); }
+};
+
 struct SimImmAttrValues {
   std::string name;
-  std::vector<std::string> values;
+  std::vector<SimImmValue> values;
 };
 
 class SimImmObject {
@@ -37,6 +55,18 @@ class SimImmObject {
   // back the three parts for any value, and a name written this way joins
   // back to the same text.
   static std::string makeDn(const std::string& rdnAttr, const std::string& rdnValue, const std::string& parent);
+
+  // What the naming attribute `rdnAttr` of the object named `dn` holds, by
+  // the conventions above, and the parent's name. False when the dn is
+  // malformed (as for splitDn).
+  static bool namingValueOf(const std::string& dn, const std::string& rdnAttr, std::string* namingValue,
+                            std::string* parent);
+  // The name of an object whose naming attribute `rdnAttr` holds
+  // `namingValue`, below `parent`: the inverse of namingValueOf. False when
+  // a whole RDN is no single RDN (no name before its "=", or a separating
+  // comma).
+  static bool dnOfNamingValue(const std::string& rdnAttr, const std::string& namingValue, const std::string& parent,
+                              std::string* dn);
 };
 
 #endif

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "SimEnvironment.h"
 #include "SimImmDumpReader.h"
 
 namespace {
@@ -92,8 +93,14 @@ void SimImmOldModel::add(const SimImmObject& object) {
   }
 }
 
+void SimImmOldModel::warn(const std::string& path, const std::string& warning) const {
+  std::lock_guard<std::mutex> lock(warningsMutex_);
+  if (warned_.insert(path + ": " + warning).second) SimEnvironment::reportWarning("old model", path, warning);
+}
+
 bool SimImmOldModel::index(std::string* why) {
   SimImmDumpReader::Handler handler;
+  handler.onWarning = [this](const std::string& path, const std::string& warning) { warn(path, warning); };
   std::string undefined;
   handler.onObject = [&](SimImmObject&& object) {
     if (classes_.find(object.className) == nullptr) {
@@ -128,6 +135,7 @@ bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, cons
   if (classNames.empty()) return true;
   bool refused = false;
   SimImmDumpReader::Handler handler;
+  handler.onWarning = [this](const std::string& path, const std::string& warning) { warn(path, warning); };
   handler.wantObject = [&](const std::string& className) { return classNames.count(className) != 0; };
   handler.onObject = [&](SimImmObject&& object) {
     refused = !each(object, why);
@@ -154,7 +162,10 @@ void SimImmOldModel::encode(const SimImmObject& object, std::string* out) {
   for (const SimImmAttrValues& attr : object.attrs) {
     putText(attr.name, out);
     putNumber(static_cast<uint32_t>(attr.values.size()), out);
-    for (const std::string& value : attr.values) putText(value, out);
+    for (const SimImmValue& value : attr.values) {
+      putText(value.text, out);
+      out->push_back(value.base64 ? 1 : 0);
+    }
   }
 }
 
@@ -169,7 +180,10 @@ void SimImmOldModel::decode(const std::string& in, const std::string& className,
     for (SimImmAttrValues& attr : object.attrs) {
       attr.name = getText(in, &pos);
       attr.values.resize(getNumber(in, &pos));
-      for (std::string& value : attr.values) value = getText(in, &pos);
+      for (SimImmValue& value : attr.values) {
+        value.text = getText(in, &pos);
+        value.base64 = in[pos++] != 0;
+      }
     }
     objects->push_back(std::move(object));
   }

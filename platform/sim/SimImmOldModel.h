@@ -57,6 +57,8 @@ class SimImmOldModel {
   static constexpr size_t kRunSize = 1 << 20;
 
   bool index(std::string* why);
+  // Reports a warning of the reader once, however often the files are read.
+  void warn(const std::string& path, const std::string& warning) const;
   void add(const SimImmObject& object);
   bool load(const ClassObjects& objects, std::string* encoded, std::string* why) const;
   static void encode(const SimImmObject& object, std::string* out);
@@ -71,6 +73,8 @@ class SimImmOldModel {
   std::map<std::string, ClassObjects> objects_;
   std::FILE* spool_ = nullptr;  // null: everything stays in memory
   std::string indexError_;
+  mutable std::mutex warningsMutex_;
+  mutable std::set<std::string> warned_;
 };
 
 #endif

@@ -32,13 +32,15 @@ bool SimImmReadRecords::buildInstance(const SimImmClass& cls, const SimImmObject
 
 bool SimImmReadRecords::fillInstance(const SimImmClass& cls, const SimImmObject& object,
                                      SafcImmCtInstanceT* instance, std::string* why) {
-  std::string rdnAttr, rdnValue, parent;
-  if (!SimImmObject::splitDn(object.dn, &rdnAttr, &rdnValue, &parent)) {
+  std::string namingValue, parent;
+  if (!SimImmObject::namingValueOf(object.dn, cls.rdn.name, &namingValue, &parent)) {
     *why = "malformed dn";
     return false;
   }
-  if (rdnAttr != cls.rdn.name) {
-    *why = "dn names " + rdnAttr + ", but the naming attribute of class " + cls.name + " is " + cls.rdn.name;
+  if (namingValue.find('=') != std::string::npos && cls.rdn.type != SA_IMM_ATTR_SASTRINGT &&
+      cls.rdn.type != SA_IMM_ATTR_SANAMET) {
+    *why = "the naming attribute " + cls.rdn.name + " of class " + cls.name + " is a " +
+           SimImmValueCodec::nameOfType(cls.rdn.type) + ", which cannot hold the RDN " + namingValue;
     return false;
   }
   if (!parent.empty()) {
@@ -48,7 +50,7 @@ bool SimImmReadRecords::fillInstance(const SimImmClass& cls, const SimImmObject&
   const size_t count = object.attrs.size() + 1;
   instance->attrValues = arena_.allocateArray<SaImmAttrValuesT_2*>(count + 1);
   for (size_t i = 0; i < count; ++i) instance->attrValues[i] = arena_.allocateArray<SaImmAttrValuesT_2>(1);
-  if (!buildAttr(cls.rdn, {rdnValue}, instance->attrValues[0], why)) return false;
+  if (!buildAttr(cls.rdn, {SimImmValue{namingValue, false}}, instance->attrValues[0], why)) return false;
   for (size_t i = 0; i < object.attrs.size(); ++i) {
     const SimImmAttrValues& values = object.attrs[i];
     const SimImmAttrDef* def = cls.find(values.name);
@@ -57,18 +59,12 @@ bool SimImmReadRecords::fillInstance(const SimImmClass& cls, const SimImmObject&
                                                           : " is the naming attribute, carried by the dn only");
       return false;
     }
-    for (size_t j = 0; j < i; ++j) {
-      if (object.attrs[j].name == values.name) {
-        *why = "attribute " + values.name + " is given twice";
-        return false;
-      }
-    }
     if (!buildAttr(*def, values.values, instance->attrValues[i + 1], why)) return false;
   }
   return true;
 }
 
-bool SimImmReadRecords::buildAttr(const SimImmAttrDef& def, const std::vector<std::string>& values,
+bool SimImmReadRecords::buildAttr(const SimImmAttrDef& def, const std::vector<SimImmValue>& values,
                                   SaImmAttrValuesT_2* attr, std::string* why) {
   attr->attrName = arena_.copy(def.name);
   attr->attrValueType = static_cast<SaImmValueTypeT>(def.type);

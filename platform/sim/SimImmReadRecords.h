@@ -1,7 +1,8 @@
 // The records that one safcImmCtReadInstances_2 call hands out: a
 // null-terminated array with one instance group holding the objects of one
 // class, each object with its parent's name and its attributes, the naming
-// attribute first (its value taken from the object's dn). Values lie in the
+// attribute first (its value taken from the object's dn, by the naming
+// conventions of SimImmObject). Values lie in the
 // layout of their type. Everything lives in one arena and goes with it.
 
 #ifndef VOSK_SIM_SIM_IMM_READ_RECORDS_H
@@ -18,9 +19,10 @@
 class SimImmReadRecords {
  public:
   // Builds the records of `objects`, all of class `cls`. False, with `why`
-  // set, when an object does not fit its class: a dn not named by the class's
-  // naming attribute, an attribute the class does not define or gives twice,
-  // or a value that does not parse for its type.
+  // set, when an object does not fit its class: a malformed dn, a whole RDN
+  // that a naming attribute of another type than SA_STRING_T or SA_NAME_T
+  // cannot hold, an attribute the class does not define, or a value that
+  // does not parse for its type.
   bool build(const SimImmClass& cls, const std::vector<SimImmObject>& objects, std::string* why);
 
   SafcImmCtInstanceGroupT** groups() const { return groups_; }
@@ -36,7 +38,7 @@ class SimImmReadRecords {
                      std::string* why);
   bool fillInstance(const SimImmClass& cls, const SimImmObject& object, SafcImmCtInstanceT* instance,
                     std::string* why);
-  bool buildAttr(const SimImmAttrDef& def, const std::vector<std::string>& values, SaImmAttrValuesT_2* attr,
+  bool buildAttr(const SimImmAttrDef& def, const std::vector<SimImmValue>& values, SaImmAttrValuesT_2* attr,
                  std::string* why);
 
   SimImmArena arena_;

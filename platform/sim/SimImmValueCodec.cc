@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "SimBase64.h"
 #include "safcImmCt.h"
 
 namespace {
@@ -37,16 +38,18 @@ bool notA(int type, const std::string& text, std::string* why) {
   return false;
 }
 
-// Whole text as a number in base 10, without surrounding blanks.
+// The whole text is the value, without surrounding blanks or a plus sign.
 bool startsCleanly(const std::string& text) {
   return !text.empty() && !std::isspace(static_cast<unsigned char>(text[0])) && text[0] != '+';
 }
 
+// Integers are read as the node's loader reads them, as C does in base 0:
+// "0x" starts a hexadecimal number, another leading "0" an octal one.
 bool parseSigned(const std::string& text, long long min, long long max, long long* value) {
   if (!startsCleanly(text)) return false;
   char* end = nullptr;
   errno = 0;
-  *value = std::strtoll(text.c_str(), &end, 10);
+  *value = std::strtoll(text.c_str(), &end, 0);
   return *end == '\0' && errno == 0 && *value >= min && *value <= max;
 }
 
@@ -54,7 +57,7 @@ bool parseUnsigned(const std::string& text, unsigned long long max, unsigned lon
   if (text.empty() || !(text[0] >= '0' && text[0] <= '9')) return false;
   char* end = nullptr;
   errno = 0;
-  *value = std::strtoull(text.c_str(), &end, 10);
+  *value = std::strtoull(text.c_str(), &end, 0);
   return *end == '\0' && errno == 0 && *value <= max;
 }
 
@@ -170,6 +173,35 @@ bool SimImmValueCodec::parse(int type, const std::string& text, void* out, SimIm
       return true;
   }
   *why = "unknown value type " + std::to_string(type);
+  return false;
+}
+
+bool SimImmValueCodec::parse(int type, const SimImmValue& value, void* out, SimImmArena& arena, std::string* why) {
+  if (!value.base64) return parse(type, value.text, out, arena, why);
+  std::string bytes;
+  if (!SimBase64::decode(value.text, &bytes)) {
+    *why = "value \"" + value.text.substr(0, 40) + "\" is marked xs:base64Binary but is no base64";
+    return false;
+  }
+  switch (type) {
+    case SA_IMM_ATTR_SAANYT: {
+      SaAnyT* any = static_cast<SaAnyT*>(out);
+      any->bufferSize = bytes.size();
+      any->bufferAddr = arena.allocateArray<SaUint8T>(bytes.size());
+      std::memcpy(any->bufferAddr, bytes.data(), bytes.size());
+      return true;
+    }
+    case SA_IMM_ATTR_SASTRINGT:
+    case SA_IMM_ATTR_SANAMET:
+      if (bytes.find('\0') != std::string::npos) {
+        *why = "base64 value \"" + value.text.substr(0, 40) + "\" holds a zero byte, which a " + nameOfType(type) +
+               " cannot hold";
+        return false;
+      }
+      return parse(type, bytes, out, arena, why);
+  }
+  *why = std::string("a ") + (nameOfType(type) != nullptr ? nameOfType(type) : "value of this type") +
+         " cannot be given in base64";
   return false;
 }
 

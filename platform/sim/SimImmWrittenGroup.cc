@@ -51,7 +51,7 @@ bool SimImmWrittenGroup::toObject(const std::string& className, const SafcImmCtI
         return false;
       }
       rdnAttr = values.name;
-      rdnValue = values.values.front();
+      rdnValue = values.values.front().text;
     } else if (!values.values.empty()) {
       object->attrs.push_back(std::move(values));
     }
@@ -60,7 +60,10 @@ bool SimImmWrittenGroup::toObject(const std::string& className, const SafcImmCtI
     *why = "no naming attribute" + (definition_ != nullptr ? " " + definition_->rdn.name : std::string());
     return false;
   }
-  object->dn = SimImmObject::makeDn(rdnAttr, rdnValue, parent);
+  if (!SimImmObject::dnOfNamingValue(rdnAttr, rdnValue, parent, &object->dn)) {
+    *why = "naming attribute " + rdnAttr + " holds \"" + rdnValue + "\", which is no RDN";
+    return false;
+  }
   return true;
 }
 
@@ -102,7 +105,7 @@ bool SimImmWrittenGroup::toValues(const std::string& className, const SaImmAttrV
       *why = "attribute " + values->name + ": value " + std::to_string(i) + " is missing";
       return false;
     }
-    if (!SimImmValueCodec::format(type, attr.attrValues[i], &values->values[i], why)) {
+    if (!SimImmValueCodec::format(type, attr.attrValues[i], &values->values[i].text, why)) {
       *why = "attribute " + values->name + ": " + *why;
       return false;
     }

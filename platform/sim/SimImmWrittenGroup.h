@@ -1,6 +1,7 @@
 // Turns an instance-group record handed to a write call into objects in
 // their IMM XML form, checking the records on the way. The dn of each object
-// is rebuilt from its naming attribute's first value and its parent's name.
+// is rebuilt from its naming attribute's first value and its parent's name,
+// by the naming conventions of SimImmObject.
 //
 // The naming attribute is the one the class definition names; without a
 // definition, an attribute named after the class (first letter lower-cased,

@@ -148,6 +148,16 @@ TEST_F(RenameMoTypeActionTest, RefusedRenamesKeepTheOldClass) {
   EXPECT_EQ((Strings{"fooId=1,ME=1", "fooId=2,ME=1"}), model.ldns("Foo"));
 }
 
+// A name that does not derive from the class (its naming attribute is no
+// "<class>Id") belongs to the instance and stays.
+TEST(RenameMoTypeActionRdnsTest, NamesThatDoNotFollowTheClassStay) {
+  ActionModel model;
+  model.add("Svc", "ME=1", "a", {}, "svcName");
+  RenameMoTypeAction action;
+  EXPECT_TRUE(model.run(action, "Svc", {{"newName", "Box"}}));
+  EXPECT_EQ(Strings{"svcName=a,ME=1"}, model.ldns("Box"));
+}
+
 TEST(RenameMoTypeActionRdnsTest, OnlyWholeRdnsOfTheOldAttributeChange) {
   struct Case {
     const char* name;

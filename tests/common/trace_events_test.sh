@@ -2,17 +2,21 @@
 # Records both trace providers of the upgrader with LTTng and checks what a
 # trace reader and a log reader find after a run of trace_events_app.
 #
-# Usage: trace_events_test.sh <trace_events_app> [sim|node]
+# Usage: trace_events_test.sh <trace_events_app> [sim|node [process-name]]
 #
 # With the simulated node (the default) the persistent log is checked too.
+# Only events of processes named <process-name> are recorded; by default the
+# name of <trace_events_app>. Under an emulator the process bears the
+# emulator's name instead (qemu-aarch64), so a cross build names that.
 # The test starts a root session daemon of its own (user space only) and
 # always stops it again. It exits 77 (skipped) where that cannot be done:
 # without root, without lttng-tools or babeltrace2, or while another root
 # session daemon runs. Every wait is bounded.
 set -u
 
-app=${1:?usage: trace_events_test.sh <trace_events_app> [sim|node]}
+app=${1:?usage: trace_events_test.sh <trace_events_app> [sim|node [process-name]]}
 platform=${2:-sim}
+procname=${3:-$(basename "$app")}
 session="vosk-trace-test-$$"
 rundir=/var/run/lttng
 daemon=""
@@ -78,11 +82,16 @@ alive "$daemon" || fail "the session daemon did not come up"
 say "session daemon $daemon started"
 
 ctl create "$session" --output="$work/trace"
+# Buffers of its own for each process: with per-user buffers, the first
+# process that registers sets the layout of the events of all of them, and an
+# emulated aarch64 program lays its events out differently from the host's
+# x86-64 programs that may register beside it.
+ctl enable-channel --userspace --buffers-pid --session="$session" events
 # Only the test program's events: test programs running beside it (ctest -j)
 # use the same providers. A process name is cut to 15 characters.
-only_app="\$ctx.procname == \"$(basename "$app" | cut -c1-15)\""
-ctl enable-event --userspace --session="$session" --filter="$only_app" 'com_talvora_upgrade:*'
-ctl enable-event --userspace --session="$session" --filter="$only_app" 'com_talvora_yd_vosk_oam_upgrader:*'
+only_app="\$ctx.procname == \"$(printf %s "$procname" | cut -c1-15)\""
+ctl enable-event --userspace --session="$session" --channel=events --filter="$only_app" 'com_talvora_upgrade:*'
+ctl enable-event --userspace --session="$session" --channel=events --filter="$only_app" 'com_talvora_yd_vosk_oam_upgrader:*'
 ctl start "$session"
 
 # The application waits for the daemon to hand it the enabled events.

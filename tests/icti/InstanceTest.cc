@@ -96,6 +96,10 @@ TEST(InstanceTest, FromARecordFindsTheRdn) {
       {"key", {barId, key}, "barId=7", nullptr},
       {"key", {{"key", SA_IMM_ATTR_SAINT32T, {"1"}}, {"id", SA_IMM_ATTR_SASTRINGT, {"4"}}}, "id=4", nullptr},
       {"", {{"x", SA_IMM_ATTR_SAINT32T, {"1"}}}, "", "0, structClassRdn: 0, rdnFoundInToState: 0"},
+      // A name attribute may carry the RDN too, and a value with "=" is the whole RDN as written.
+      {"key", {{"key", SA_IMM_ATTR_SANAMET, {"k1"}}}, "key=k1", "0, structClassRdn: 0, rdnFoundInToState: 1"},
+      {"key", {{"key", SA_IMM_ATTR_SASTRINGT, {"keyCfg=a\\,b"}}}, "keyCfg=a\\,b", nullptr},
+      {"", {{"barId", SA_IMM_ATTR_SASTRINGT, {"a,b"}}}, "barId=a\\,b", nullptr},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.targetRdnAttribute + " -> " + c.rdn);
@@ -152,11 +156,17 @@ TEST(InstanceTest, SetRdnRenamesTheAttributeAndTellsTheOwner) {
   // The name holds the value escaped, the attribute the value itself.
   EXPECT_TRUE(instance.setRdn("barId=a\\,b"));
   EXPECT_STREQ("a,b", rdn->readValueAtIndex(0));
+  // A value with "=" could not be told from a whole RDN: the attribute holds the whole RDN.
+  EXPECT_TRUE(instance.setRdn("barId=k=v"));
+  EXPECT_STREQ("barId=k=v", rdn->readValueAtIndex(0));
+  EXPECT_TRUE(instance.setRdn("barId=a\\,b"));
 
   instance.setParentName("Top=2");
   instance.setOwner(nullptr, nullptr);
   instance.setParentName("Top=3");
-  EXPECT_EQ((std::vector<std::string>{"barId=2,Top=1", "barId=a\\,b,Top=1", "barId=a\\,b,Top=2"}), owner.names);
+  EXPECT_EQ((std::vector<std::string>{"barId=2,Top=1", "barId=a\\,b,Top=1", "barId=k=v,Top=1", "barId=a\\,b,Top=1",
+                                      "barId=a\\,b,Top=2"}),
+            owner.names);
 }
 
 // Values and how names write them; the separator after a written value is

@@ -57,7 +57,7 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        RunOutcome::Kind::kRolledBack,
        0,
        {{"UPGRADE FAIL: a. Failed to process modification file x", "UPGRADE FAIL: a. Final Fail"},
-        {},
+        {"old model [/n/a.xml] warning: line 3: given twice", "Call [S] error 12: no such class"},
         {failed, schema("Equipment", Kind::kNewSchema, Result::kDone, "0_0_0", "1_0_0"),
          schema("Transport", Kind::kSameVersion, Result::kDone, "3_1_0", "3_1_0"),
          schema("S", Kind::kUnknown, Result::kNonUpgradeRestart),
@@ -72,6 +72,10 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "Rollback reasons (2):\n"
        "  UPGRADE FAIL: a. Failed to process modification file x\n"
        "  UPGRADE FAIL: a. Final Fail\n"
+       "Refused by the simulated node (1):\n"
+       "  Call [S] error 12: no such class\n"
+       "Warnings of the simulated node (1):\n"
+       "  old model [/n/a.xml] warning: line 3: given twice\n"
        "Schemas (8):\n"
        "  RadioNode\n"
        "    versions: 1_0_0 -> 2_0_0 (conversion)\n"

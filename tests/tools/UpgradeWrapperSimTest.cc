@@ -94,6 +94,8 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
        {"not written by an earlier run"}, {"node/out/precious.txt"}},
       {"an output folder that contains the node", {"--out", "@dir"}, 4, {"contains the node"}},
       {"an upgrader that cannot start", {"--program", "/no/such/upgrader"}, 4, {"cannot start /no/such/upgrader"}},
+      {"an upgrader that is no program", {"--program", "@dir/plain"}, 4, {"cannot start @dir/plain: Permission denied"},
+       {"plain"}},
       {"a socket path too long", {"--socket", longSocket.c_str()}, 4, {"choose a shorter one with --socket"}},
       {"a socket path that is no socket", {"--socket", "@dir/plain"}, 4, {"@dir/plain exists and is no socket"},
        {"plain"}},

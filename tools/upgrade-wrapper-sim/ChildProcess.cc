@@ -32,6 +32,13 @@ ChildProcess::~ChildProcess() {
 
 bool ChildProcess::start(const std::string& program, const std::vector<std::string>& arguments,
                          const std::vector<std::string>& environment, std::string* error) {
+  // posix_spawn may start a child that cannot execute the program and only
+  // exits with status 127 (POSIX allows it; glibc does so under qemu-user),
+  // so a program that cannot be executed is refused here, with the reason.
+  if (::access(program.c_str(), X_OK) != 0) {
+    *error = "cannot start " + program + ": " + std::strerror(errno);
+    return false;
+  }
   int pipeFds[2];
   if (::pipe2(pipeFds, O_CLOEXEC) != 0) {
     *error = std::string("pipe: ") + std::strerror(errno);

@@ -94,7 +94,14 @@ std::string ReportBuilder::build(const RunOutcome& outcome, const RunFindings& f
   } else if (outcome.rollsBack()) {
     out += "Rollback reasons: none recorded\n";
   }
-  if (!findings.platformErrors.empty()) addCountedList("Refused by the simulated node", findings.platformErrors, &out);
+  // The node records what it refused and, as warnings, what it took though
+  // it is likely a mistake.
+  std::vector<std::string> refused, warnings;
+  for (const std::string& line : findings.platformErrors) {
+    (line.find("] warning: ") != std::string::npos ? warnings : refused).push_back(line);
+  }
+  if (!refused.empty()) addCountedList("Refused by the simulated node", refused, &out);
+  if (!warnings.empty()) addCountedList("Warnings of the simulated node", warnings, &out);
 
   if (findings.schemas.empty()) {
     out += "Schemas: none in the persistent log\n";

@@ -15,7 +15,7 @@ namespace wrappersim {
 
 struct RunFindings {
   std::vector<std::string> rollbackReasons;
-  std::vector<std::string> platformErrors;
+  std::vector<std::string> platformErrors;  // refusals and warnings of the node
   std::vector<SchemaReport> schemas;
   std::vector<std::string> logFiles;
   std::vector<std::string> modelFiles;
