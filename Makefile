@@ -13,7 +13,7 @@ FUZZ_CHECK_SECONDS ?= 4
 JOBS       ?= $(shell nproc)
 CMAKE_ARGS ?=
 
-.PHONY: all deps deps-arm64 build check test asan tsan fuzz fuzz-build fuzz-check check-arm64 demo bench clean
+.PHONY: all deps deps-arm64 build check test asan tsan fuzz fuzz-build fuzz-check check-arm64 demo bench bench-scale clean
 
 all: build
 
@@ -82,6 +82,11 @@ demo: build
 
 bench: build
 	./scripts/bench.sh $(BUILD)
+
+# Whole runs of generated nodes of 100k and 1M objects and of four schemas;
+# see docs/performance.md. SCALE_SIZES overrides the sizes.
+bench-scale: build
+	./bench/scale/bench-scale.sh $(BUILD) $(SCALE_SIZES)
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD) $(TSAN_BUILD) $(FUZZ_BUILD) $(ARM64_BUILD)

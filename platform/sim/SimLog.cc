@@ -18,6 +18,10 @@ struct LogService {
   std::mutex mutex;
   std::map<SaLogHandleT, std::string> clients;  // handle -> output folder
   std::map<SaLogStreamHandleT, std::pair<SaLogHandleT, std::shared_ptr<SimLogStream>>> streams;
+  // One stream object per file, shared by every handle that opens it, as a
+  // node's log service keeps one stream per name: its record ids, its open
+  // file and its size (which decides rotation) stay one.
+  std::map<std::string, std::weak_ptr<SimLogStream>> files;
   SaUint64T nextHandle = 1;
 };
 
@@ -73,8 +77,14 @@ extern "C" SaAisErrorT saLogStreamOpen_2(SaLogHandleT logHandle, const SaNameT* 
                                  "cannot create " + directory);
     return SA_AIS_ERR_NO_RESOURCES;
   }
+  std::weak_ptr<SimLogStream>& file = s.files[directory + "/" + attributes->logFileName];
+  std::shared_ptr<SimLogStream> stream = file.lock();
+  if (!stream) {
+    stream = std::make_shared<SimLogStream>(directory, *attributes);
+    file = stream;
+  }
   *logStreamHandle = s.nextHandle++;
-  s.streams[*logStreamHandle] = {logHandle, std::make_shared<SimLogStream>(directory, *attributes)};
+  s.streams[*logStreamHandle] = {logHandle, stream};
   return SA_AIS_OK;
 }
 

@@ -30,6 +30,10 @@ SimLogStream::SimLogStream(const std::string& directory, const SaLogFileCreateAt
       maxRecordSize_(attributes.maxLogRecordSize),
       maxFilesRotated_(attributes.maxFilesRotated) {}
 
+SimLogStream::~SimLogStream() {
+  if (fd_ >= 0) ::close(fd_);
+}
+
 std::string SimLogStream::formatRecord(unsigned long recordId, std::time_t now, SaLogSeverityT severity,
                                        const std::string& text) const {
   struct tm t;
@@ -83,21 +87,30 @@ SaAisErrorT SimLogStream::write(const SaLogRecordT& record) {
 
   std::lock_guard<std::mutex> lock(mutex_);
   std::string line = formatRecord(nextRecordId_++, std::time(nullptr), severity, text) + "\n";
-  struct stat st;
-  if (maxFileSize_ > 0 && ::stat(path_.c_str(), &st) == 0 &&
-      static_cast<SaUint64T>(st.st_size) + line.size() > maxFileSize_) {
+  if (!openFile()) return SA_AIS_ERR_NO_RESOURCES;
+  if (maxFileSize_ > 0 && size_ + line.size() > maxFileSize_) {
     rotate();
+    if (!openFile()) return SA_AIS_ERR_NO_RESOURCES;
   }
-  int fd = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
-  if (fd < 0) return SA_AIS_ERR_NO_RESOURCES;
-  ssize_t written = ::write(fd, line.data(), line.size());
-  ::close(fd);
+  ssize_t written = ::write(fd_, line.data(), line.size());
+  if (written > 0) size_ += static_cast<SaUint64T>(written);
   return written == static_cast<ssize_t>(line.size()) ? SA_AIS_OK : SA_AIS_ERR_NO_RESOURCES;
+}
+
+bool SimLogStream::openFile() {
+  if (fd_ >= 0) return true;
+  fd_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+  if (fd_ < 0) return false;
+  struct stat st;
+  size_ = ::fstat(fd_, &st) == 0 ? static_cast<SaUint64T>(st.st_size) : 0;
+  return true;
 }
 
 // upgrade.log becomes upgrade.log.1, .1 becomes .2, and so on; the file past
 // the last kept one is removed.
 void SimLogStream::rotate() {
+  ::close(fd_);
+  fd_ = -1;
   if (maxFilesRotated_ == 0) {
     ::unlink(path_.c_str());
     return;

@@ -1,6 +1,9 @@
 // One open stream of the simulated log service: a log file under
 // <out>/log/<path name>/<file name>.log, written in the stream's record
-// format and rotated when it would grow past its maximum size.
+// format and rotated when it would grow past its maximum size. The file is
+// kept open between records, and each record is one write to it: a record
+// is in the file when write returns, so a process that dies loses nothing
+// it logged.
 
 #ifndef VOSK_SIM_SIM_LOG_STREAM_H
 #define VOSK_SIM_SIM_LOG_STREAM_H
@@ -14,6 +17,10 @@
 class SimLogStream {
  public:
   SimLogStream(const std::string& directory, const SaLogFileCreateAttributesT_2& attributes);
+  ~SimLogStream();
+
+  SimLogStream(const SimLogStream&) = delete;
+  SimLogStream& operator=(const SimLogStream&) = delete;
 
   // Appends one record; the file is written before this returns.
   SaAisErrorT write(const SaLogRecordT& record);
@@ -26,6 +33,8 @@ class SimLogStream {
   const std::string& path() const { return path_; }
 
  private:
+  // Opens the file for appending when it is not open; false when it cannot.
+  bool openFile();
   void rotate();
 
   const std::string path_;
@@ -35,6 +44,8 @@ class SimLogStream {
   const SaUint16T maxFilesRotated_;
   std::mutex mutex_;
   unsigned long nextRecordId_ = 1;
+  int fd_ = -1;
+  SaUint64T size_ = 0;  // of the open file
 };
 
 #endif

@@ -96,19 +96,27 @@ TEST_F(SimLogTest, FilesRotateAtTheMaximumSizeKeepingThreeOldOnes) {
   EXPECT_NE(std::string::npos, TempDir::read(log + ".3").find("record 12"));
 }
 
-TEST_F(SimLogTest, TheServiceWritesUnderTheOutputFolder) {
-  SaLogHandleT log;
-  SaLogStreamHandleT stream;
+// Two clients that open the same stream, as two schema threads do, write
+// one file with one run of record ids.
+TEST_F(SimLogTest, TheServiceWritesUnderTheOutputFolderOneStreamForAllItsClients) {
+  SaLogHandleT log, otherLog;
+  SaLogStreamHandleT stream, otherStream;
   ASSERT_EQ(SA_AIS_OK, open(&log, &stream));
+  ASSERT_EQ(SA_AIS_OK, open(&otherLog, &otherStream));
   SaLogBufferT buffer;
   SaLogRecordT r = record("hello", SA_LOG_SEV_INFO, &buffer);
+  SaLogBufferT otherBuffer;
+  SaLogRecordT other = record("world", SA_LOG_SEV_INFO, &otherBuffer);
   ASSERT_EQ(SA_AIS_OK, saLogWriteLogAsync(stream, 0, 0, &r));
+  ASSERT_EQ(SA_AIS_OK, saLogWriteLogAsync(otherStream, 0, 0, &other));
   EXPECT_EQ(SA_AIS_OK, saLogFinalize(log));
   EXPECT_EQ(SA_AIS_ERR_BAD_HANDLE, saLogWriteLogAsync(stream, 0, 0, &r));
   EXPECT_EQ(SA_AIS_ERR_BAD_HANDLE, saLogFinalize(log));
+  EXPECT_EQ(SA_AIS_OK, saLogFinalize(otherLog));
   auto lines = TempDir::lines(dir.path() + "/log/saLogUpgrade/upgrade.log");
-  ASSERT_EQ(1u, lines.size());
-  EXPECT_EQ(" IN hello", lines[0].substr(32));
+  ASSERT_EQ(2u, lines.size());
+  EXPECT_EQ(" 0000000001 IN hello", lines[0].substr(21));
+  EXPECT_EQ(" 0000000002 IN world", lines[1].substr(21));
 }
 
 TEST_F(SimLogTest, WithoutANodeInitialisingFails) {
