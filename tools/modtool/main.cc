@@ -1,0 +1,37 @@
+// vosk-modtool: tools for the authors of modification files, in the style of
+// git: `vosk-modtool <subcommand> ...`. See usage().
+
+#include <cstring>
+#include <iostream>
+
+#include "CheckCommand.h"
+#include "CommandLine.h"
+#include "PlanCommand.h"
+#include "QuietLog.h"
+
+namespace {
+
+const char kUsage[] =
+    "usage: vosk-modtool <subcommand> [options]\n"
+    "\n"
+    "  check     validate modification files (parser, models, types)\n"
+    "  plan      the conversion path the upgrader will take for a schema of a node\n"
+    "\n"
+    "`vosk-modtool <subcommand> --help` describes each one. Exit status: 0 clean, 1 errors or\n"
+    "differences found, 2 could not run.\n";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  modtool::QuietLog::install();
+  const char* subcommand = argc > 1 ? argv[1] : "";
+  if (std::strcmp(subcommand, "check") == 0) return modtool::CheckCommand::run(argc, argv, std::cout, std::cerr);
+  if (std::strcmp(subcommand, "plan") == 0) return modtool::PlanCommand::run(argc, argv, std::cout, std::cerr);
+  if (std::strcmp(subcommand, "--help") == 0 || std::strcmp(subcommand, "-h") == 0 ||
+      std::strcmp(subcommand, "help") == 0) {
+    std::cout << kUsage;
+    return modtool::kExitClean;
+  }
+  std::cerr << (argc > 1 ? "vosk-modtool: unknown subcommand " + std::string(subcommand) + "\n\n" : "") << kUsage;
+  return modtool::kExitCouldNotRun;
+}
