@@ -6,6 +6,7 @@
 
 #include "CheckCommand.h"
 #include "CommandLine.h"
+#include "DiffCommand.h"
 #include "PlanCommand.h"
 #include "QuietLog.h"
 
@@ -16,6 +17,7 @@ const char kUsage[] =
     "\n"
     "  check     validate modification files (parser, models, types)\n"
     "  plan      the conversion path the upgrader will take for a schema of a node\n"
+    "  diff      two IMM XML models compared object by object\n"
     "\n"
     "`vosk-modtool <subcommand> --help` describes each one. Exit status: 0 clean, 1 errors or\n"
     "differences found, 2 could not run.\n";
@@ -27,6 +29,7 @@ int main(int argc, char** argv) {
   const char* subcommand = argc > 1 ? argv[1] : "";
   if (std::strcmp(subcommand, "check") == 0) return modtool::CheckCommand::run(argc, argv, std::cout, std::cerr);
   if (std::strcmp(subcommand, "plan") == 0) return modtool::PlanCommand::run(argc, argv, std::cout, std::cerr);
+  if (std::strcmp(subcommand, "diff") == 0) return modtool::DiffCommand::run(argc, argv, std::cout, std::cerr);
   if (std::strcmp(subcommand, "--help") == 0 || std::strcmp(subcommand, "-h") == 0 ||
       std::strcmp(subcommand, "help") == 0) {
     std::cout << kUsage;
