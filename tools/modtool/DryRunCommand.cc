@@ -1,6 +1,5 @@
 #include "DryRunCommand.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -8,6 +7,7 @@
 #include "DiffCommand.h"
 #include "HtmlPage.h"
 #include "ModelFiles.h"
+#include "ScratchFolder.h"
 #include "OutputFolder.h"
 #include "UpgradeLogParser.h"
 #include "UpgradeWrapperSim.h"
@@ -43,13 +43,6 @@ const char* resultText(wrappersim::SchemaReport::Result result) {
 }
 
 std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
-
-// A new scratch folder below the system's temporary folder.
-std::string temporaryFolder() {
-  const char* base = std::getenv("TMPDIR");
-  std::string pattern = std::string(base != nullptr && *base != '\0' ? base : "/tmp") + "/vosk-modtool-XXXXXX";
-  return ::mkdtemp(&pattern[0]) != nullptr ? pattern : std::string();
-}
 
 }  // namespace
 
@@ -167,7 +160,8 @@ int DryRunCommand::run(int argc, const char* const* argv, const std::string& sel
     return kExitClean;
   }
   const std::string node = wrappersim::WrapperOptions::absolutePath(line.value("--node"));
-  const std::string scratch = line.has("--out") ? line.value("--out") : temporaryFolder();
+  ScratchFolder temporary;
+  const std::string scratch = line.has("--out") ? line.value("--out") : temporary.path();
   std::error_code error;
   if (!fs::is_directory(node, error)) why = node + " is no folder";
   if (!why.empty() || scratch.empty() || !prepareScratch(scratch, node, &why)) {
@@ -204,7 +198,6 @@ int DryRunCommand::run(int argc, const char* const* argv, const std::string& sel
     }
     if (result == kExitClean && line.has("--expect")) result = compareWithExpected(line, options.out, out, err);
   }
-  if (!line.has("--out")) fs::remove_all(scratch, error);
   return result;
 }
 

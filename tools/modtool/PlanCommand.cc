@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "JsonText.h"
+#include "ScratchFolder.h"
 #include "SimImmVersions.h"
 #include "client/LmhiWrapper.h"
 #include "client/ModificationFileLookup.h"
@@ -59,8 +60,11 @@ std::vector<std::string> PlanCommand::modificationFiles(const std::string& node,
   // A schema without load modules has no files; the handler would say so on
   // standard error.
   if (!fs::is_directory(fs::path(node) / "lmhi" / schema)) return files;
-  // The simulated load-module handler serves the node named by VOSK_SIM_ROOT.
+  // The simulated load-module handler serves the node named by
+  // VOSK_SIM_ROOT, and notes refusals below VOSK_SIM_OUT: not in the node.
+  ScratchFolder scratch;
   ::setenv("VOSK_SIM_ROOT", node.c_str(), 1);
+  ::setenv("VOSK_SIM_OUT", scratch.path().c_str(), 1);
   LmhiWrapper lmhi;
   getModificationFiles(lmhi, schema, &files);
   return files;
