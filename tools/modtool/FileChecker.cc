@@ -93,7 +93,7 @@ Diagnostics FileChecker::check(const std::string& file) {
     found.push_back(fromFailure(file, failure, locator));
   }
   for (ActionSite& site : sites) site.moLine = locator.moLineOf(site.line);
-  Diagnostics judged = ModelRules(file, catalog_, locator).judge(sites);
+  Diagnostics judged = ModelRules(file, catalog_, locator).judge(locator.mos(), sites);
   found.insert(found.end(), judged.begin(), judged.end());
   std::stable_sort(found.begin(), found.end(),
                    [](const Diagnostic& a, const Diagnostic& b) { return a.line < b.line; });

@@ -62,13 +62,13 @@ bool fits(int type, const std::string& text) {
 
 }  // namespace
 
-Diagnostics ModelRules::judge(const std::vector<ActionSite>& sites) {
+Diagnostics ModelRules::judge(const std::vector<std::pair<long, std::string>>& mos,
+                              const std::vector<ActionSite>& sites) {
   found_.clear();
-  std::set<long> judgedMos;
+  for (const auto& mo : mos) judgeMoClass(mo.first, mo.second);
   for (size_t i = 0; i < sites.size(); ++i) {
     const ActionSite& site = sites[i];
     judgeSequence(site, i == 0 ? nullptr : &sites[i - 1]);
-    if (judgedMos.insert(site.moLine).second) judgeMoClass(site);
     judgeClassArguments(site);
     judgeAttributes(site);
     judgeRenameTargets(site);
@@ -101,11 +101,11 @@ void ModelRules::judgeSequence(const ActionSite& site, const ActionSite* previou
                std::to_string(previous->line));
 }
 
-void ModelRules::judgeMoClass(const ActionSite& site) {
-  if (!catalog_.unknownClass(site.className)) return;
-  const std::string text = "Mo " + site.className + " names a class that " + catalog_.definesNot() +
-                           Spelling::suggestion(site.className, catalog_.classNames());
-  found_.push_back({file_, site.moLine, locator_.column(site.moLine, "Mo"), unknownSeverity(), text});
+void ModelRules::judgeMoClass(long line, const std::string& className) {
+  if (className.empty() || !catalog_.unknownClass(className)) return;
+  const std::string text = "Mo " + className + " names a class that " + catalog_.definesNot() +
+                           Spelling::suggestion(className, catalog_.classNames());
+  found_.push_back({file_, line, locator_.column(line, "Mo"), unknownSeverity(), text});
 }
 
 void ModelRules::judgeClassArguments(const ActionSite& site) {

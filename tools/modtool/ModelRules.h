@@ -27,12 +27,13 @@ class ModelRules {
   ModelRules(const std::string& file, const ClassCatalog& catalog, const SourceLocator& locator)
       : file_(file), catalog_(catalog), locator_(locator) {}
 
-  // The findings for the sites of one file, in document order.
-  Diagnostics judge(const std::vector<ActionSite>& sites);
+  // The findings for the `Mo` elements (SourceLocator::mos) and the sites of
+  // one file, in document order.
+  Diagnostics judge(const std::vector<std::pair<long, std::string>>& mos, const std::vector<ActionSite>& sites);
 
  private:
   void judgeSequence(const ActionSite& site, const ActionSite* previous);
-  void judgeMoClass(const ActionSite& site);
+  void judgeMoClass(long line, const std::string& className);
   void judgeClassArguments(const ActionSite& site);
   void judgeAttributes(const ActionSite& site);
   void judgeRenameTargets(const ActionSite& site);

@@ -74,6 +74,18 @@ long SourceLocator::operationLine(long actionLine, size_t index) const {
   return 0;
 }
 
+std::vector<std::pair<long, std::string>> SourceLocator::mos() const {
+  std::vector<std::pair<long, std::string>> found;
+  for (const Element& element : elements_) {
+    if (element.name != "Mo") continue;
+    bool nested = false;
+    for (int up = element.parent; up >= 0 && !nested; up = elements_[up].parent) nested = elements_[up].name == "Mo";
+    auto name = element.attributes.find("name");
+    if (!nested) found.emplace_back(element.line, name == element.attributes.end() ? "" : name->second);
+  }
+  return found;
+}
+
 long SourceLocator::elementWithAttribute(long fromLine, const std::string& attribute) const {
   for (const Element& element : elements_) {
     if (element.line >= fromLine && element.attributes.count(attribute) != 0) return element.line;

@@ -8,6 +8,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace modtool {
@@ -25,6 +26,9 @@ class SourceLocator {
   // The line of the `index`th (from 0) `Operation` of that `MoAction`; 0
   // when there is none.
   long operationLine(long actionLine, size_t index) const;
+  // The `Mo` elements the parser walks (those not inside another `Mo`):
+  // line and class name, in document order.
+  std::vector<std::pair<long, std::string>> mos() const;
   // The line of the first element at or after `fromLine` that carries the
   // XML attribute `attribute`; 0 when none does.
   long elementWithAttribute(long fromLine, const std::string& attribute) const;
