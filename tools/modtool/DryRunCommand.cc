@@ -44,6 +44,15 @@ const char* resultText(wrappersim::SchemaReport::Result result) {
 
 std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
+// `text` with every path into the scratch copy of the node turned into the
+// same path in the node: the copy is gone when the author reads them.
+std::string relocated(std::string text, const std::string& copy, const std::string& node) {
+  for (size_t at = text.find(copy); at != std::string::npos; at = text.find(copy, at + node.size())) {
+    text.replace(at, copy.size(), node);
+  }
+  return text;
+}
+
 }  // namespace
 
 const char* DryRunCommand::usage() {
@@ -190,8 +199,11 @@ int DryRunCommand::run(int argc, const char* const* argv, const std::string& sel
   } else {
     report.outcome = firstLine(wrapperReport.str());
     report.succeeded = status == 0;
+    for (std::string& reason : report.rollbackReasons) reason = relocated(reason, options.node, node);
     out << (line.has("--json") ? report.toJson() + "\n" : report.toText());
-    if (status != 0 && !line.has("--json")) out << "Upgrade report:\n" << wrapperReport.str();
+    if (status != 0 && !line.has("--json")) {
+      out << "Upgrade report:\n" << relocated(wrapperReport.str(), options.node, node);
+    }
     if (line.has("--html") && !HtmlPage::write(report, line.value("--html"), &why)) {
       err << "vosk-modtool dry-run: " << why << "\n";
       result = kExitCouldNotRun;

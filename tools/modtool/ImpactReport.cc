@@ -166,7 +166,6 @@ void ImpactReport::noteLosses(ClassImpact* impact) {
 
 std::string ImpactReport::toText() const {
   std::string text = outcome + "\n";
-  for (const std::string& reason : rollbackReasons) text += "  rollback: " + reason + "\n";
   for (const SchemaImpact& schema : schemas) {
     text += "Schema " + schema.name + ": " + schema.fromVersion + " -> " + schema.toVersion + " (" + schema.kind +
             "), " + schema.result + "\n";

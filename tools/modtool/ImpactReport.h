@@ -64,6 +64,8 @@ class ImpactReport {
   std::vector<std::string> rollbackReasons;
   std::vector<SchemaImpact> schemas;
 
+  // Without the rollback reasons: the wrapper's report tells them, with
+  // their context, after a failed run.
   std::string toText() const;
   std::string toJson() const;
 
