@@ -111,10 +111,9 @@ Diagnostic FileChecker::fromFailure(const std::string& file, const CollectedFail
                                     const SourceLocator& locator) const {
   const long contextLine = FailureCollector::lineOf(failure.context, file);
   long line = contextLine;
-  std::string tag = failure.context.find(", Mo ") != std::string::npos &&
-                            failure.context.find(", ", failure.context.find(", Mo ") + 5) != std::string::npos
-                        ? "MoAction"
-                        : "Mo";
+  // The context names an action after the class when a `MoAction` runs.
+  const size_t mo = failure.context.find(", Mo ");
+  std::string tag = mo != std::string::npos && failure.context.find(", ", mo + 5) != std::string::npos ? "MoAction" : "Mo";
   // Rejections of one `Arg` point at it rather than at its `MoAction`.
   std::string arg = nameAfter(failure.text, " takes no Arg ", ";");
   bool last = false;
@@ -122,12 +121,14 @@ Diagnostic FileChecker::fromFailure(const std::string& file, const CollectedFail
     arg = nameAfter(failure.text, "Arg ", " is given twice");
     last = true;
   }
-  const std::string attribute = nameAfter(failure.text, "properties->name=", ".");
+  // Rejected XML attributes: the element that carries one is found.
+  std::string attribute = nameAfter(failure.text, "properties->name=", ".");
+  if (attribute.empty()) attribute = nameAfter(failure.text + " ", "Operation takes no attribute ", " ");
+  if (attribute.empty()) attribute = nameAfter(failure.text, "Unrecognized property: ", "=");
   if (!arg.empty() && locator.argLine(contextLine, arg, last) != 0) {
     line = locator.argLine(contextLine, arg, last);
     tag = "Arg";
   } else if (!attribute.empty() && locator.elementWithAttribute(contextLine, attribute) != 0) {
-    // The parser reads these attributes before it moves its place on.
     line = locator.elementWithAttribute(contextLine, attribute);
     tag = "";
   }

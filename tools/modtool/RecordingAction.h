@@ -22,6 +22,7 @@ class RecordingAction : public UpgradeActionIf {
                   std::vector<ActionSite>* sites)
       : action_(action), collector_(collector), file_(std::move(file)), sites_(sites) {}
 
+  // Never called: the parser only validates when it is given these.
   bool execute(IctiHandlerIf*, InstanceGroupIf*, ActionArgumentsIf&) override { return false; }
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   const char* getName() const override { return action_->getName(); }
