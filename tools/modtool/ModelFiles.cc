@@ -1,7 +1,8 @@
 #include "ModelFiles.h"
 
-#include <algorithm>
 #include <filesystem>
+
+#include "OutputFolder.h"
 
 namespace fs = std::filesystem;
 
@@ -16,19 +17,9 @@ bool ModelFiles::oldModel(const std::string& folder, std::vector<std::string>* f
     *why = folder + " is no folder";
     return false;
   }
-  *files = xmlFilesIn(dumps);
+  *files = wrappersim::OutputFolder::xmlFilesIn(dumps);
   if (files->empty()) *why = "no *.xml file in " + dumps;
   return !files->empty();
-}
-
-std::vector<std::string> ModelFiles::xmlFilesIn(const std::string& folder) {
-  std::vector<std::string> files;
-  std::error_code error;
-  for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-    if (it->is_regular_file(error) && it->path().extension() == ".xml") files.push_back(it->path().string());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
 }
 
 }  // namespace modtool

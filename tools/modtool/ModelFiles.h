@@ -15,8 +15,6 @@ class ModelFiles {
   // The *.xml files of `folder`, or of `folder`/imm/old when it is a node.
   // False, with `why` set, when there is no such folder or it has none.
   static bool oldModel(const std::string& folder, std::vector<std::string>* files, std::string* why);
-  // The *.xml files directly in `folder`, sorted by name; none when absent.
-  static std::vector<std::string> xmlFilesIn(const std::string& folder);
 
   ModelFiles() = delete;
 };
