@@ -1,5 +1,5 @@
 // vosk-modtool: tools for the authors of modification files, in the style of
-// git: `vosk-modtool <subcommand> ...`. See usage().
+// git: `vosk-modtool <subcommand> ...`. See kUsage.
 
 #include <unistd.h>
 
@@ -9,8 +9,8 @@
 
 #include "CheckCommand.h"
 #include "CommandLine.h"
-#include "DryRunCommand.h"
 #include "DiffCommand.h"
+#include "DryRunCommand.h"
 #include "PlanCommand.h"
 #include "QuietLog.h"
 
