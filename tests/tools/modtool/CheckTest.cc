@@ -23,16 +23,16 @@ struct BrokenFile {
 };
 
 const BrokenFile kBrokenFiles[] = {
-    {"malformed XML", R"(  <Mo name="SectorCarrier">
+    {"MalformedXml", R"(  <Mo name="SectorCarrier">
   </Mx>)",
      3, Severity::kError, "malformed XML: Opening and ending tag mismatch"},
-    {"misspelt action", R"(  <Mo name="SectorCarrier">
+    {"MisspeltAction", R"(  <Mo name="SectorCarrier">
     <MoAction name="RenameAtributeAction">
       <Arg name="name" value="configuredMaxTxPower"/>
     </MoAction>
   </Mo>)",
      3, Severity::kError, "Unsupported action: RenameAtributeAction (did you mean RenameAttributeAction?)"},
-    {"Arg the action does not read", R"(  <Mo name="EUtranCellFDD">
+    {"ArgTheActionDoesNotRead", R"(  <Mo name="EUtranCellFDD">
     <MoAction name="AddAttributeAction">
       <Arg name="name" value="primaryPlmnReserved"/>
       <Arg name="typ" value="SA_INT32_T"/>
@@ -40,32 +40,32 @@ const BrokenFile kBrokenFiles[] = {
     </MoAction>
   </Mo>)",
      5, Severity::kError, "takes no Arg typ; the closest it takes is type"},
-    {"Arg given twice", R"(  <Mo name="SectorCarrier">
+    {"ArgGivenTwice", R"(  <Mo name="SectorCarrier">
     <MoAction name="RemoveAttributeAction">
       <Arg name="name" value="noOfTxAntennas"/>
       <Arg name="name" value="noOfRxAntennas"/>
     </MoAction>
   </Mo>)",
      5, Severity::kError, "Arg name is given twice"},
-    {"class no model defines", R"(  <Mo name="EUtranCelFDD">
+    {"ClassNoModelDefines", R"(  <Mo name="EUtranCelFDD">
     <MoAction name="RemoveAttributeAction">
       <Arg name="name" value="tac"/>
     </MoAction>
   </Mo>)",
      2, Severity::kError, "Mo EUtranCelFDD names a class that neither the old nor the new model defines (did you mean EUtranCellFDD?)"},
-    {"class argument no model defines", R"(  <Mo name="ENodeBFunction">
+    {"ClassArgumentNoModelDefines", R"(  <Mo name="ENodeBFunction">
     <MoAction name="CreateMoTypeAction">
       <Arg name="moTypeName" value="EnergySavingFunctoin"/>
     </MoAction>
   </Mo>)",
      4, Severity::kError, "moTypeName EnergySavingFunctoin is a class that neither the old nor the new model defines"},
-    {"attribute no model defines", R"(  <Mo name="SectorCarrier">
+    {"AttributeNoModelDefines", R"(  <Mo name="SectorCarrier">
     <MoAction name="RemoveAttributeAction">
       <Arg name="name" value="noOfTxAntenas"/>
     </MoAction>
   </Mo>)",
      4, Severity::kError, "neither the old nor the new model defines attribute noOfTxAntenas of SectorCarrier (did you mean noOfTxAntennas?)"},
-    {"type that does not fit", R"(  <Mo name="EUtranCellFDD">
+    {"TypeThatDoesNotFit", R"(  <Mo name="EUtranCellFDD">
     <MoAction name="AddAttributeAction">
       <Arg name="name" value="primaryPlmnReserved"/>
       <Arg name="type" value="SA_STRING_T"/>
@@ -73,7 +73,7 @@ const BrokenFile kBrokenFiles[] = {
     </MoAction>
   </Mo>)",
      5, Severity::kError, "type SA_STRING_T does not fit attribute primaryPlmnReserved, which the model defines as SA_INT32_T"},
-    {"number that does not parse", R"(  <Mo name="SectorCarrier">
+    {"NumberThatDoesNotParse", R"(  <Mo name="SectorCarrier">
     <MoAction name="SetAttributeValueAction">
       <Arg name="name" value="noOfTxAntennas"/>
 
@@ -81,18 +81,18 @@ const BrokenFile kBrokenFiles[] = {
     </MoAction>
   </Mo>)",
      6, Severity::kError, "Operation value 4x is no SA_INT32_T value of attribute noOfTxAntennas"},
-    {"delete of a class the new model keeps", R"(  <Mo name="SectorCarrier">
+    {"DeleteOfAClassTheNewModelKeeps", R"(  <Mo name="SectorCarrier">
     <MoAction name="DeleteMoTypeAction"/>
   </Mo>)",
      3, Severity::kWarning, "the new model still defines class SectorCarrier"},
-    {"rename to a class the new model lacks", R"(  <Mo name="CellSleepProfile">
+    {"RenameToAClassTheNewModelLacks", R"(  <Mo name="CellSleepProfile">
     <MoAction name="RenameMoTypeAction">
       <Arg name="name" value="CellSleepProfile"/>
       <Arg name="newName" value="SleepProfile"/>
     </MoAction>
   </Mo>)",
      5, Severity::kError, "the new model does not define class SleepProfile, the target of the rename"},
-    {"action after a delete in the same Mo", R"(  <Mo name="CellSleepProfile">
+    {"ActionAfterADeleteInTheSameMo", R"(  <Mo name="CellSleepProfile">
     <MoAction name="DeleteMoTypeAction"/>
     <MoAction name="RemoveAttributeAction">
       <Arg name="name" value="sleepMode"/>
@@ -129,7 +129,8 @@ TEST_P(CheckTest, FindsTheFaultOnItsLine) {
   EXPECT_NE(found[0].text.find(broken.text), std::string::npos) << broken.fault << ": " << found[0].text;
 }
 
-INSTANTIATE_TEST_SUITE_P(BrokenFiles, CheckTest, ::testing::ValuesIn(kBrokenFiles));
+INSTANTIATE_TEST_SUITE_P(BrokenFiles, CheckTest, ::testing::ValuesIn(kBrokenFiles),
+                         [](const ::testing::TestParamInfo<BrokenFile>& info) { return std::string(info.param.fault); });
 
 TEST(CheckFileNameTest, NameWithoutVersionsIsNeverUsed) {
   TempDir dir;

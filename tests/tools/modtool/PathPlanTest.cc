@@ -24,18 +24,18 @@ struct PlanCase {
 };
 
 const PlanCase kCases[] = {
-    {"two steps", {"a/modification_1_1_0_to_2_0_0.xml", "b/modification_1_0_0_to_1_1_0.xml"}, "1_0_0", "2_0_0",
+    {"TwoSteps", {"a/modification_1_1_0_to_2_0_0.xml", "b/modification_1_0_0_to_1_1_0.xml"}, "1_0_0", "2_0_0",
      PathPlan::Kind::kPath, 2, "", "", {}},
-    {"shadowed alternative breaks the chain",
+    {"ShadowedAlternativeBreaksTheChain",
      {"modification_1_0_0_to_1_1_0.xml", "modification_1_0_0_to_2_0_0.xml"}, "1_0_0", "2_0_0",
      PathPlan::Kind::kNoPath, 1, "1_1_0", "", {"modification_1_0_0_to_2_0_0.xml"}},
-    {"cycle", {"modification_1_0_0_to_1_1_0.xml", "modification_1_1_0_to_1_0_0.xml"}, "1_0_0", "2_0_0",
+    {"Cycle", {"modification_1_0_0_to_1_1_0.xml", "modification_1_1_0_to_1_0_0.xml"}, "1_0_0", "2_0_0",
      PathPlan::Kind::kNoPath, 2, "", "modification_1_0_0_to_1_1_0.xml", {}},
-    {"name without versions", {"mod_1_0_0_to_2_0_0.xml", "modification_1_0_0_to_2_0_0.xml"}, "1_0_0", "2_0_0",
+    {"NameWithoutVersions", {"mod_1_0_0_to_2_0_0.xml", "modification_1_0_0_to_2_0_0.xml"}, "1_0_0", "2_0_0",
      PathPlan::Kind::kPath, 1, "", "", {"mod_1_0_0_to_2_0_0.xml"}},
-    {"same version", {"modification_1_0_0_to_2_0_0.xml"}, "2_0_0", "2_0_0", PathPlan::Kind::kSameVersion, 0, "", "",
+    {"SameVersion", {"modification_1_0_0_to_2_0_0.xml"}, "2_0_0", "2_0_0", PathPlan::Kind::kSameVersion, 0, "", "",
      {}},
-    {"new schema", {}, "0_0_0", "1_0_0", PathPlan::Kind::kNewSchema, 0, "", "", {}},
+    {"NewSchema", {}, "0_0_0", "1_0_0", PathPlan::Kind::kNewSchema, 0, "", "", {}},
 };
 
 class PathPlanTest : public ::testing::TestWithParam<PlanCase> {};
@@ -52,7 +52,8 @@ TEST_P(PathPlanTest, TellsThePathOrWhereItBreaks) {
   EXPECT_EQ(unusable, c.unusable) << c.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Plans, PathPlanTest, ::testing::ValuesIn(kCases));
+INSTANTIATE_TEST_SUITE_P(Plans, PathPlanTest, ::testing::ValuesIn(kCases),
+                         [](const ::testing::TestParamInfo<PlanCase>& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace modtool
