@@ -68,7 +68,7 @@ int CheckCommand::run(int argc, const char* const* argv, std::ostream& out, std:
       err << "vosk-modtool check: cannot read " << file << "\n";
       return kExitCouldNotRun;
     }
-    Diagnostics found = FileChecker(catalog).check(file);
+    Diagnostics found = FileChecker(&catalog).check(file);
     all.insert(all.end(), found.begin(), found.end());
   }
   progress.done();

@@ -1,7 +1,5 @@
 #include "ClassCatalog.h"
 
-#include <set>
-
 #include "SimImmDumpReader.h"
 
 namespace modtool {
@@ -29,13 +27,22 @@ const SimImmClass* ClassCatalog::find(Model model, const std::string& className)
   return found == classes.end() ? nullptr : &found->second;
 }
 
+void ClassCatalog::introduce(const std::string& className, const std::string& attribute) {
+  introduced_.emplace(className, attribute);
+}
+
+bool ClassCatalog::introduced(const std::string& className, const std::string& attribute) const {
+  return introduced_.count({className, attribute}) != 0;
+}
+
 bool ClassCatalog::unknownClass(const std::string& className) const {
-  if (!has(Model::kOld) && !has(Model::kNew)) return false;
+  if ((!has(Model::kOld) && !has(Model::kNew)) || introduced(className, "")) return false;
   return find(Model::kOld, className) == nullptr && find(Model::kNew, className) == nullptr;
 }
 
 bool ClassCatalog::unknownAttribute(const std::string& className, const std::string& name) const {
-  return !unknownClass(className) && (has(Model::kOld) || has(Model::kNew)) && attribute(className, name) == nullptr;
+  return !unknownClass(className) && (has(Model::kOld) || has(Model::kNew)) && attribute(className, name) == nullptr &&
+         !introduced(className, name);
 }
 
 const SimImmAttrDef* ClassCatalog::attribute(const std::string& className, const std::string& name) const {

@@ -6,7 +6,9 @@
 #define VOSK_TOOLS_MODTOOL_CLASS_CATALOG_H
 
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "SimImmClass.h"
@@ -23,6 +25,12 @@ class ClassCatalog {
 
   // Whether definitions of that side were given at all.
   bool has(Model model) const { return given_[index(model)]; }
+  // A class or attribute that an earlier file of the same check introduces
+  // (created, added, renamed to): later files of a chain may name it
+  // although neither model has it. An empty `attribute` introduces the class.
+  void introduce(const std::string& className, const std::string& attribute);
+  bool introduced(const std::string& className, const std::string& attribute) const;
+
   // A class of one side, or null.
   const SimImmClass* find(Model model, const std::string& className) const;
   // True when no side that was given defines the class.
@@ -48,6 +56,7 @@ class ClassCatalog {
   static int index(Model model) { return model == Model::kOld ? 0 : 1; }
 
   std::map<std::string, SimImmClass> classes_[2];
+  std::set<std::pair<std::string, std::string>> introduced_;
   bool given_[2] = {false, false};
 };
 

@@ -94,10 +94,23 @@ Diagnostics FileChecker::check(const std::string& file) {
   }
   for (ActionSite& site : sites) site.moLine = locator.moLineOf(site.line);
   Diagnostics judged = ModelRules(file, catalog_, locator).judge(locator.mos(), sites);
+  learn(sites);
   found.insert(found.end(), judged.begin(), judged.end());
   std::stable_sort(found.begin(), found.end(),
                    [](const Diagnostic& a, const Diagnostic& b) { return a.line < b.line; });
   return found;
+}
+
+void FileChecker::learn(const std::vector<ActionSite>& sites) {
+  for (const ActionSite& site : sites) {
+    const std::string* name = site.arg("name");
+    const std::string* newName = site.arg("newName");
+    const std::string* moTypeName = site.arg("moTypeName");
+    if (site.action == "CreateMoTypeAction" && moTypeName != nullptr) catalog_.introduce(*moTypeName, "");
+    if (site.action == "RenameMoTypeAction" && newName != nullptr) catalog_.introduce(*newName, "");
+    if (site.action == "AddAttributeAction" && name != nullptr) catalog_.introduce(site.className, *name);
+    if (site.action == "RenameAttributeAction" && newName != nullptr) catalog_.introduce(site.className, *newName);
+  }
 }
 
 void FileChecker::checkName(const std::string& file, Diagnostics* found) const {

@@ -7,9 +7,11 @@
 #define VOSK_TOOLS_MODTOOL_FILE_CHECKER_H
 
 #include <string>
+#include <vector>
 
 #include "ClassCatalog.h"
 #include "Diagnostic.h"
+#include "ActionSite.h"
 #include "FailureCollector.h"
 #include "SourceLocator.h"
 
@@ -17,7 +19,9 @@ namespace modtool {
 
 class FileChecker {
  public:
-  explicit FileChecker(const ClassCatalog& catalog) : catalog_(catalog) {}
+  // `catalog` learns what each checked file introduces, for the files after
+  // it: check the files of a chain in path order.
+  explicit FileChecker(ClassCatalog* catalog) : catalog_(*catalog) {}
 
   // The findings for `file`, ordered by line.
   Diagnostics check(const std::string& file);
@@ -27,7 +31,10 @@ class FileChecker {
   Diagnostic fromFailure(const std::string& file, const CollectedFailure& failure,
                          const SourceLocator& locator) const;
 
-  const ClassCatalog& catalog_;
+  // Classes created or renamed to, attributes added or renamed to.
+  void learn(const std::vector<ActionSite>& sites);
+
+  ClassCatalog& catalog_;
 };
 
 }  // namespace modtool

@@ -116,9 +116,15 @@ long ModelDiff::count(ObjectChange::Kind kind) const {
 }
 
 std::string ModelDiff::valuesText(const std::vector<SimImmValue>& values) {
-  if (values.size() == 1) return values[0].text;
+  // One line per change: line ends inside a value are shown escaped.
+  auto shown = [](const SimImmValue& value) {
+    std::string text;
+    for (char c : value.text) text += c == '\n' ? std::string("\\n") : std::string(1, c);
+    return text;
+  };
+  if (values.size() == 1) return shown(values[0]);
   std::string text = "[";
-  for (size_t i = 0; i < values.size(); ++i) text += (i == 0 ? "" : ", ") + values[i].text;
+  for (size_t i = 0; i < values.size(); ++i) text += (i == 0 ? "" : ", ") + shown(values[i]);
   return text + "]";
 }
 

@@ -120,7 +120,14 @@ void ModelRules::judgeClassArguments(const ActionSite& site) {
 void ModelRules::judgeAttributes(const ActionSite& site) {
   if (kAttributeActions.count(site.action) == 0) return;
   const std::string* name = site.arg("name");
-  if (name != nullptr && catalog_.unknownAttribute(site.className, *name)) {
+  // An attribute that is added must be one of the new model. One that is
+  // removed or renamed away is judged only with the old model: the new one
+  // rightly lacks it. The others may be in either.
+  const bool goesAway = site.action == "RemoveAttributeAction" || site.action == "RenameAttributeAction";
+  if (name != nullptr && site.action == "AddAttributeAction") {
+    judgeAdded(site, *name);
+  } else if (name != nullptr && (!goesAway || catalog_.has(Model::kOld)) &&
+             catalog_.unknownAttribute(site.className, *name)) {
     atArg(site, "name", unknownSeverity(),
           site.action + ": " + catalog_.definesNot() + " attribute " + *name + " of " + site.className +
               Spelling::suggestion(*name, catalog_.attributeNames(site.className)));
@@ -132,6 +139,15 @@ void ModelRules::judgeAttributes(const ActionSite& site) {
           site.action + ": " + catalog_.definesNot() + " attribute " + *structAttribute + " of struct " +
               *structType + Spelling::suggestion(*structAttribute, catalog_.attributeNames(*structType)));
   }
+}
+
+void ModelRules::judgeAdded(const ActionSite& site, const std::string& name) {
+  const SimImmClass* cls = catalog_.find(Model::kNew, site.className);
+  if (cls == nullptr || cls->find(name) != nullptr || catalog_.introduced(site.className, name)) return;
+  atArg(site, "name", Severity::kError,
+        "AddAttributeAction: the new model does not define attribute " + name + " of " + site.className +
+            ": the values it adds do not fit the new schema" +
+            Spelling::suggestion(name, catalog_.attributeNames(site.className)));
 }
 
 void ModelRules::judgeRenameTargets(const ActionSite& site) {
@@ -152,6 +168,13 @@ void ModelRules::judgeRenameTargets(const ActionSite& site) {
 }
 
 void ModelRules::judgeDelete(const ActionSite& site) {
+  const std::string* name = site.arg("name");
+  const SimImmClass* cls = catalog_.find(Model::kNew, site.className);
+  if (site.action == "RemoveAttributeAction" && name != nullptr && cls != nullptr && cls->find(*name) != nullptr) {
+    atArg(site, "name", Severity::kWarning,
+          "RemoveAttributeAction: the new model still defines attribute " + *name + " of " + site.className +
+              ": its values are lost; remove the action, or the attribute from the new model");
+  }
   if (site.action != "DeleteMoTypeAction" || catalog_.find(Model::kNew, site.className) == nullptr) return;
   atAction(site, Severity::kWarning,
            "DeleteMoTypeAction: the new model still defines class " + site.className +

@@ -1,7 +1,7 @@
 // The rules of `check` that need more than one `MoAction` or the models:
 // an action after a delete or rename of its class in the same `Mo`, class
 // and attribute names that no model defines, rename targets the new model
-// lacks, deletes of classes the new model keeps, and types and literal
+// lacks, removals of classes and attributes the new model keeps, and types and literal
 // values that do not fit the attribute they go into.
 //
 // Severity follows what the upgrade would do: a name that neither given
@@ -36,6 +36,8 @@ class ModelRules {
   void judgeMoClass(long line, const std::string& className);
   void judgeClassArguments(const ActionSite& site);
   void judgeAttributes(const ActionSite& site);
+  // `name`, added to the site's class, against the new model.
+  void judgeAdded(const ActionSite& site, const std::string& name);
   void judgeRenameTargets(const ActionSite& site);
   void judgeDelete(const ActionSite& site);
   void judgeValues(const ActionSite& site);
