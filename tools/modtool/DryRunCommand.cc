@@ -81,6 +81,11 @@ const char* DryRunCommand::usage() {
 
 bool DryRunCommand::prepareScratch(const std::string& scratch, const std::string& node, std::string* why) {
   std::error_code error;
+  const std::string inside = wrappersim::WrapperOptions::absolutePath(scratch) + "/";
+  if (inside.compare(0, node.size() + 1, node + "/") == 0) {
+    *why = "the scratch folder " + scratch + " lies in the node, which is never written";
+    return false;
+  }
   if (fs::exists(scratch, error) && !fs::is_empty(scratch, error)) {
     if (!fs::exists(fs::path(scratch) / kScratchMark, error)) {
       *why = scratch + " is not empty and no scratch folder of an earlier dry run";

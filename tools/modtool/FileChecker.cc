@@ -88,8 +88,16 @@ Diagnostics FileChecker::check(const std::string& file) {
   }
   found.insert(found.end(), xmlErrors.begin(), xmlErrors.end());
   for (const CollectedFailure& failure : collector.failures()) {
-    // The parser's "Could not parse" only repeats what libxml2 said.
-    if (!xmlErrors.empty() && failure.text.rfind("Could not parse file", 0) == 0) continue;
+    const bool unparsed = failure.text.rfind("Could not parse file", 0) == 0;
+    // The parser's "Could not parse" only repeats what libxml2 said; read
+    // without complaint, the file was refused for its document type.
+    if (unparsed && !xmlErrors.empty()) continue;
+    if (unparsed) {
+      const long line = locator.lineWith("<!DOCTYPE");
+      found.push_back({file, line, line == 0 ? 0 : locator.column(line, "!DOCTYPE"), Diagnostic::Severity::kError,
+                       "the file declares a document type: modification files take no DTD; remove the <!DOCTYPE>"});
+      continue;
+    }
     found.push_back(fromFailure(file, failure, locator));
   }
   for (ActionSite& site : sites) site.moLine = locator.moLineOf(site.line);

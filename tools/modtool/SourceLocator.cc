@@ -93,6 +93,13 @@ long SourceLocator::elementWithAttribute(long fromLine, const std::string& attri
   return 0;
 }
 
+long SourceLocator::lineWith(const std::string& text) const {
+  for (size_t i = 0; i < lines_.size(); ++i) {
+    if (lines_[i].find(text) != std::string::npos) return static_cast<long>(i) + 1;
+  }
+  return 0;
+}
+
 long SourceLocator::column(long line, const std::string& tag) const {
   if (line < 1 || line > static_cast<long>(lines_.size())) return 0;
   const std::string& text = lines_[line - 1];

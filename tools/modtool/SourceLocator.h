@@ -32,6 +32,8 @@ class SourceLocator {
   // The line of the first element at or after `fromLine` that carries the
   // XML attribute `attribute`; 0 when none does.
   long elementWithAttribute(long fromLine, const std::string& attribute) const;
+  // The first line that holds `text`; 0 when none does.
+  long lineWith(const std::string& text) const;
   // The 1-based column of "<`tag`" on `line`, else of the line's first
   // non-blank character; 0 for a line the file does not have.
   long column(long line, const std::string& tag) const;
