@@ -21,21 +21,22 @@ struct PlanCase {
   const char* missing;
   const char* repeated;
   std::vector<std::string> unusable;
+  std::vector<std::string> offPath;
 };
 
 const PlanCase kCases[] = {
     {"TwoSteps", {"a/modification_1_1_0_to_2_0_0.xml", "b/modification_1_0_0_to_1_1_0.xml"}, "1_0_0", "2_0_0",
-     PathPlan::Kind::kPath, 2, "", "", {}},
+     PathPlan::Kind::kPath, 2, "", "", {}, {}},
     {"ShadowedAlternativeBreaksTheChain",
      {"modification_1_0_0_to_1_1_0.xml", "modification_1_0_0_to_2_0_0.xml"}, "1_0_0", "2_0_0",
-     PathPlan::Kind::kNoPath, 1, "1_1_0", "", {"modification_1_0_0_to_2_0_0.xml"}},
+     PathPlan::Kind::kNoPath, 1, "1_1_0", "", {"modification_1_0_0_to_2_0_0.xml"}, {}},
     {"Cycle", {"modification_1_0_0_to_1_1_0.xml", "modification_1_1_0_to_1_0_0.xml"}, "1_0_0", "2_0_0",
-     PathPlan::Kind::kNoPath, 2, "", "modification_1_0_0_to_1_1_0.xml", {}},
+     PathPlan::Kind::kNoPath, 2, "", "modification_1_0_0_to_1_1_0.xml", {}, {}},
     {"NameWithoutVersions", {"mod_1_0_0_to_2_0_0.xml", "modification_1_0_0_to_2_0_0.xml"}, "1_0_0", "2_0_0",
-     PathPlan::Kind::kPath, 1, "", "", {"mod_1_0_0_to_2_0_0.xml"}},
+     PathPlan::Kind::kPath, 1, "", "", {"mod_1_0_0_to_2_0_0.xml"}, {}},
     {"SameVersion", {"modification_1_0_0_to_2_0_0.xml"}, "2_0_0", "2_0_0", PathPlan::Kind::kSameVersion, 0, "", "",
-     {}},
-    {"NewSchema", {}, "0_0_0", "1_0_0", PathPlan::Kind::kNewSchema, 0, "", "", {}},
+     {}, {"modification_1_0_0_to_2_0_0.xml"}},
+    {"NewSchema", {}, "0_0_0", "1_0_0", PathPlan::Kind::kNewSchema, 0, "", "", {}, {}},
 };
 
 class PathPlanTest : public ::testing::TestWithParam<PlanCase> {};
@@ -50,6 +51,7 @@ TEST_P(PathPlanTest, TellsThePathOrWhereItBreaks) {
   std::vector<std::string> unusable;
   for (const UnusableFile& file : plan.unusable) unusable.push_back(file.file);
   EXPECT_EQ(unusable, c.unusable) << c.name;
+  EXPECT_EQ(plan.offPath, c.offPath) << c.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Plans, PathPlanTest, ::testing::ValuesIn(kCases),
