@@ -83,8 +83,7 @@ int CheckCommand::run(int argc, const char* const* argv, std::ostream& out, std:
         << "\n";
   } else {
     for (const Diagnostic& diagnostic : all) out << diagnostic.toText() << "\n";
-    out << line.operands().size() << " file(s) checked: " << errors << " error(s), " << warnings
-        << " warning(s)\n";
+    out << line.operands().size() << " file(s) checked: " << errors << " error(s), " << warnings << " warning(s)\n";
   }
   return errors > 0 ? kExitFound : kExitClean;
 }

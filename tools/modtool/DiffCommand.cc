@@ -10,19 +10,26 @@ namespace {
 
 const char* kindName(ObjectChange::Kind kind) {
   switch (kind) {
-    case ObjectChange::Kind::kAdded: return "added";
-    case ObjectChange::Kind::kRemoved: return "removed";
-    case ObjectChange::Kind::kChanged: return "changed";
-    case ObjectChange::Kind::kRenamed: return "renamed";
+    case ObjectChange::Kind::kAdded:
+      return "added";
+    case ObjectChange::Kind::kRemoved:
+      return "removed";
+    case ObjectChange::Kind::kChanged:
+      return "changed";
+    case ObjectChange::Kind::kRenamed:
+      return "renamed";
   }
   return "";
 }
 
 const char* kindName(AttributeChange::Kind kind) {
   switch (kind) {
-    case AttributeChange::Kind::kAdded: return "added";
-    case AttributeChange::Kind::kRemoved: return "removed";
-    case AttributeChange::Kind::kChanged: return "changed";
+    case AttributeChange::Kind::kAdded:
+      return "added";
+    case AttributeChange::Kind::kRemoved:
+      return "removed";
+    case AttributeChange::Kind::kChanged:
+      return "changed";
   }
   return "";
 }
@@ -86,8 +93,12 @@ std::string DiffCommand::changeText(const ObjectChange& change) {
   const SimImmObject& object = change.either();
   std::string text;
   switch (change.kind) {
-    case ObjectChange::Kind::kAdded: text = "+ " + object.dn + " (" + object.className + ")\n"; break;
-    case ObjectChange::Kind::kRemoved: text = "- " + object.dn + " (" + object.className + ")\n"; break;
+    case ObjectChange::Kind::kAdded:
+      text = "+ " + object.dn + " (" + object.className + ")\n";
+      break;
+    case ObjectChange::Kind::kRemoved:
+      text = "- " + object.dn + " (" + object.className + ")\n";
+      break;
     case ObjectChange::Kind::kChanged:
       text = "~ " + object.dn + " (" + object.className + ")\n";
       if (change.before->className != change.after->className) {
@@ -124,13 +135,12 @@ std::string DiffCommand::changeJson(const ObjectChange& change) {
                                            {"before", valuesJson(attribute.before)},
                                            {"after", valuesJson(attribute.after)}}));
   }
-  return JsonText::object(
-      {{"kind", JsonText::quote(kindName(change.kind))},
-       {"dn", JsonText::quote(change.either().dn)},
-       {"class", JsonText::quote(change.either().className)},
-       {"newDn", JsonText::quote(change.after != nullptr ? change.after->dn : "")},
-       {"newClass", JsonText::quote(change.after != nullptr ? change.after->className : "")},
-       {"attributes", JsonText::array(attributes)}});
+  return JsonText::object({{"kind", JsonText::quote(kindName(change.kind))},
+                           {"dn", JsonText::quote(change.either().dn)},
+                           {"class", JsonText::quote(change.either().className)},
+                           {"newDn", JsonText::quote(change.after != nullptr ? change.after->dn : "")},
+                           {"newClass", JsonText::quote(change.after != nullptr ? change.after->className : "")},
+                           {"attributes", JsonText::array(attributes)}});
 }
 
 std::string DiffCommand::toText(const ModelDiff& diff) {

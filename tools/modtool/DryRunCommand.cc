@@ -7,8 +7,8 @@
 #include "DiffCommand.h"
 #include "HtmlPage.h"
 #include "ModelFiles.h"
-#include "ScratchFolder.h"
 #include "OutputFolder.h"
+#include "ScratchFolder.h"
 #include "UpgradeLogParser.h"
 #include "UpgradeWrapperSim.h"
 #include "WrapperOptions.h"
@@ -24,20 +24,28 @@ const char kScratchMark[] = ".vosk-modtool-dry-run";
 
 const char* kindText(wrappersim::SchemaReport::Kind kind) {
   switch (kind) {
-    case wrappersim::SchemaReport::Kind::kSameVersion: return "same version";
-    case wrappersim::SchemaReport::Kind::kNewSchema: return "new schema";
-    case wrappersim::SchemaReport::Kind::kConversion: return "conversion";
-    case wrappersim::SchemaReport::Kind::kUnknown: break;
+    case wrappersim::SchemaReport::Kind::kSameVersion:
+      return "same version";
+    case wrappersim::SchemaReport::Kind::kNewSchema:
+      return "new schema";
+    case wrappersim::SchemaReport::Kind::kConversion:
+      return "conversion";
+    case wrappersim::SchemaReport::Kind::kUnknown:
+      break;
   }
   return "versions not read";
 }
 
 const char* resultText(wrappersim::SchemaReport::Result result) {
   switch (result) {
-    case wrappersim::SchemaReport::Result::kDone: return "done";
-    case wrappersim::SchemaReport::Result::kFailed: return "failed";
-    case wrappersim::SchemaReport::Result::kNonUpgradeRestart: return "not an upgrade";
-    case wrappersim::SchemaReport::Result::kNotFinished: break;
+    case wrappersim::SchemaReport::Result::kDone:
+      return "done";
+    case wrappersim::SchemaReport::Result::kFailed:
+      return "failed";
+    case wrappersim::SchemaReport::Result::kNonUpgradeRestart:
+      return "not an upgrade";
+    case wrappersim::SchemaReport::Result::kNotFinished:
+      break;
   }
   return "not finished";
 }
@@ -120,8 +128,14 @@ ImpactReport DryRunCommand::impactOf(const std::string& runFolder, const std::st
   if (!ModelFiles::oldModel(nodeCopy, &oldFiles, why) || !old.read(oldFiles, progress, why)) return report;
   for (const wrappersim::SchemaReport& schemaReport : parser.schemas(report.rollbackReasons)) {
     if (!schema.empty() && schemaReport.name != schema) continue;
-    SchemaImpact impact{schemaReport.name, schemaReport.fromVersion, schemaReport.toVersion,
-                        kindText(schemaReport.kind), resultText(schemaReport.result), false, "", {}};
+    SchemaImpact impact{schemaReport.name,
+                        schemaReport.fromVersion,
+                        schemaReport.toVersion,
+                        kindText(schemaReport.kind),
+                        resultText(schemaReport.result),
+                        false,
+                        "",
+                        {}};
     if (schemaReport.kind == wrappersim::SchemaReport::Kind::kSameVersion) {
       impact.note = "carried over by the platform unchanged: no modification file is read";
     } else if (schemaReport.result != wrappersim::SchemaReport::Result::kDone) {

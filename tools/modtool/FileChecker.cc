@@ -1,11 +1,11 @@
 #include "FileChecker.h"
 
+#include <fcntl.h>
 #include <libxml/xmlerror.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <fcntl.h>
 #include <memory>
 
 #include "ModelRules.h"
@@ -134,7 +134,8 @@ Diagnostic FileChecker::fromFailure(const std::string& file, const CollectedFail
   long line = contextLine;
   // The context names an action after the class when a `MoAction` runs.
   const size_t mo = failure.context.find(", Mo ");
-  std::string tag = mo != std::string::npos && failure.context.find(", ", mo + 5) != std::string::npos ? "MoAction" : "Mo";
+  std::string tag =
+      mo != std::string::npos && failure.context.find(", ", mo + 5) != std::string::npos ? "MoAction" : "Mo";
   // Rejections of one `Arg` point at it rather than at its `MoAction`.
   std::string arg = nameAfter(failure.text, " takes no Arg ", ";");
   bool last = false;

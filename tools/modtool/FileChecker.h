@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "ActionSite.h"
 #include "ClassCatalog.h"
 #include "Diagnostic.h"
-#include "ActionSite.h"
 #include "FailureCollector.h"
 #include "SourceLocator.h"
 
@@ -28,8 +28,7 @@ class FileChecker {
 
  private:
   void checkName(const std::string& file, Diagnostics* found) const;
-  Diagnostic fromFailure(const std::string& file, const CollectedFailure& failure,
-                         const SourceLocator& locator) const;
+  Diagnostic fromFailure(const std::string& file, const CollectedFailure& failure, const SourceLocator& locator) const;
 
   // Classes created or renamed to, attributes added or renamed to.
   void learn(const std::vector<ActionSite>& sites);

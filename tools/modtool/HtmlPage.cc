@@ -14,9 +14,15 @@ struct Column {
 };
 
 const Column kColumns[] = {
-    {"old", &ClassImpact::before},       {"new", &ClassImpact::after},       {"read", &ClassImpact::read},
-    {"written", &ClassImpact::written},  {"copied", &ClassImpact::copied},   {"created", &ClassImpact::created},
-    {"removed", &ClassImpact::removed},  {"renamed", &ClassImpact::renamed}, {"values changed", &ClassImpact::valuesChanged},
+    {"old", &ClassImpact::before},
+    {"new", &ClassImpact::after},
+    {"read", &ClassImpact::read},
+    {"written", &ClassImpact::written},
+    {"copied", &ClassImpact::copied},
+    {"created", &ClassImpact::created},
+    {"removed", &ClassImpact::removed},
+    {"renamed", &ClassImpact::renamed},
+    {"values changed", &ClassImpact::valuesChanged},
 };
 
 const char kStyle[] =
@@ -53,8 +59,10 @@ std::string list(const std::vector<std::string>& items, const char* cssClass) {
 
 std::vector<std::string> attributeChanges(const ClassImpact& impact) {
   std::vector<std::string> changes;
-  for (const auto& entry : impact.attributesAdded) changes.push_back("+" + entry.first + " (" + std::to_string(entry.second) + ")");
-  for (const auto& entry : impact.attributesRemoved) changes.push_back("-" + entry.first + " (" + std::to_string(entry.second) + ")");
+  for (const auto& entry : impact.attributesAdded)
+    changes.push_back("+" + entry.first + " (" + std::to_string(entry.second) + ")");
+  for (const auto& entry : impact.attributesRemoved)
+    changes.push_back("-" + entry.first + " (" + std::to_string(entry.second) + ")");
   for (const auto& entry : impact.attributesRenamed) changes.push_back(entry.first + " -> " + entry.second);
   for (const std::string& to : impact.renamedTo) changes.push_back("class -> " + to);
   return changes;
@@ -66,11 +74,20 @@ std::string HtmlPage::escape(const std::string& text) {
   std::string out;
   for (char c : text) {
     switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      default: out += c;
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      default:
+        out += c;
     }
   }
   return out;

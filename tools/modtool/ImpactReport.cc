@@ -44,7 +44,8 @@ std::string details(const ClassImpact& c) {
   for (const auto& entry : c.attributesRenamed) {
     attributes += (attributes.empty() ? "" : ", ") + entry.first + " -> " + entry.second;
   }
-  for (const std::string& to : c.renamedTo) attributes += (attributes.empty() ? "" : ", ") + std::string("class -> ") + to;
+  for (const std::string& to : c.renamedTo)
+    attributes += (attributes.empty() ? "" : ", ") + std::string("class -> ") + to;
   if (attributes.empty() && c.examples.empty() && c.losses.empty()) return std::string();
   std::string text = "  " + c.name + ":" + (attributes.empty() ? "" : " " + attributes) + "\n";
   for (const std::string& example : c.examples) text += "      e.g. " + example + "\n";
@@ -61,8 +62,8 @@ std::string jsonCounts(const std::map<std::string, long>& names) {
 }  // namespace
 
 bool ClassImpact::changed() const {
-  return before != after || created + removed + renamed + valuesChanged != 0 || !attributesAdded.empty() || !attributesRemoved.empty() ||
-         !attributesRenamed.empty();
+  return before != after || created + removed + renamed + valuesChanged != 0 || !attributesAdded.empty() ||
+         !attributesRemoved.empty() || !attributesRenamed.empty();
 }
 
 long SchemaImpact::total(long ClassImpact::*count) const {
@@ -106,18 +107,27 @@ std::vector<ClassImpact> ImpactReport::compare(const ImmModel& old, const ImmMod
 void ImpactReport::addChange(const ObjectChange& change, std::map<std::string, ClassImpact>* classes) {
   ClassImpact& impact = impactOf(change.either().className, classes);
   switch (change.kind) {
-    case Kind::kAdded: ++impact.created; return;
-    case Kind::kRemoved: ++impact.removed; return;
+    case Kind::kAdded:
+      ++impact.created;
+      return;
+    case Kind::kRemoved:
+      ++impact.removed;
+      return;
     case Kind::kRenamed:
       ++impact.renamed;
       if (change.after->className != impact.name) impact.renamedTo.insert(change.after->className);
       break;
-    case Kind::kChanged: break;
+    case Kind::kChanged:
+      break;
   }
   for (const AttributeChange& attribute : change.attributes) {
     switch (attribute.kind) {
-      case AttributeChange::Kind::kAdded: ++impact.attributesAdded[attribute.name]; break;
-      case AttributeChange::Kind::kRemoved: ++impact.attributesRemoved[attribute.name]; break;
+      case AttributeChange::Kind::kAdded:
+        ++impact.attributesAdded[attribute.name];
+        break;
+      case AttributeChange::Kind::kRemoved:
+        ++impact.attributesRemoved[attribute.name];
+        break;
       case AttributeChange::Kind::kChanged:
         ++impact.valuesChanged;
         if (impact.examples.size() < ClassImpact::kExamples) {
@@ -159,8 +169,8 @@ void ImpactReport::findAttributeRenames(const std::vector<ObjectChange>& changes
 void ImpactReport::noteLosses(ClassImpact* impact) {
   if (impact->removed > 0) impact->losses.push_back(std::to_string(impact->removed) + " object(s) removed");
   for (const auto& entry : impact->attributesRemoved) {
-    impact->losses.push_back("attribute " + entry.first + " dropped with its values (" +
-                             std::to_string(entry.second) + " objects)");
+    impact->losses.push_back("attribute " + entry.first + " dropped with its values (" + std::to_string(entry.second) +
+                             " objects)");
   }
 }
 
@@ -197,22 +207,23 @@ std::string ImpactReport::toJson() const {
     for (const ClassImpact& c : schema.classes) {
       std::vector<std::pair<std::string, std::string>> renamed;
       for (const auto& entry : c.attributesRenamed) renamed.emplace_back(entry.first, JsonText::quote(entry.second));
-      classItems.push_back(JsonText::object({{"class", JsonText::quote(c.name)},
-                                             {"old", std::to_string(c.before)},
-                                             {"new", std::to_string(c.after)},
-                                             {"read", std::to_string(c.read)},
-                                             {"written", std::to_string(c.written)},
-                                             {"copied", std::to_string(c.copied)},
-                                             {"created", std::to_string(c.created)},
-                                             {"removed", std::to_string(c.removed)},
-                                             {"renamed", std::to_string(c.renamed)},
-                                             {"renamedTo", JsonText::quotedArray({c.renamedTo.begin(), c.renamedTo.end()})},
-                                             {"attributesAdded", jsonCounts(c.attributesAdded)},
-                                             {"attributesRemoved", jsonCounts(c.attributesRemoved)},
-                                             {"attributesRenamed", JsonText::object(renamed)},
-                                             {"valuesChanged", std::to_string(c.valuesChanged)},
-                                             {"examples", JsonText::quotedArray(c.examples)},
-                                             {"losses", JsonText::quotedArray(c.losses)}}));
+      classItems.push_back(
+          JsonText::object({{"class", JsonText::quote(c.name)},
+                            {"old", std::to_string(c.before)},
+                            {"new", std::to_string(c.after)},
+                            {"read", std::to_string(c.read)},
+                            {"written", std::to_string(c.written)},
+                            {"copied", std::to_string(c.copied)},
+                            {"created", std::to_string(c.created)},
+                            {"removed", std::to_string(c.removed)},
+                            {"renamed", std::to_string(c.renamed)},
+                            {"renamedTo", JsonText::quotedArray({c.renamedTo.begin(), c.renamedTo.end()})},
+                            {"attributesAdded", jsonCounts(c.attributesAdded)},
+                            {"attributesRemoved", jsonCounts(c.attributesRemoved)},
+                            {"attributesRenamed", JsonText::object(renamed)},
+                            {"valuesChanged", std::to_string(c.valuesChanged)},
+                            {"examples", JsonText::quotedArray(c.examples)},
+                            {"losses", JsonText::quotedArray(c.losses)}}));
     }
     schemaItems.push_back(JsonText::object({{"schema", JsonText::quote(schema.name)},
                                             {"from", JsonText::quote(schema.fromVersion)},

@@ -29,9 +29,9 @@ struct ClassImpact {
   long copied = 0;
   long created = 0;
   long removed = 0;
-  long renamed = 0;  // objects that moved to another name or class
-  std::set<std::string> renamedTo;               // classes, when not this one
-  std::map<std::string, long> attributesAdded;   // name -> objects
+  long renamed = 0;                             // objects that moved to another name or class
+  std::set<std::string> renamedTo;              // classes, when not this one
+  std::map<std::string, long> attributesAdded;  // name -> objects
   std::map<std::string, long> attributesRemoved;
   std::map<std::string, std::string> attributesRenamed;  // old name -> new name
   long valuesChanged = 0;
@@ -45,8 +45,8 @@ struct SchemaImpact {
   std::string name;
   std::string fromVersion;
   std::string toVersion;
-  std::string kind;    // "conversion", "same version", "new schema"
-  std::string result;  // "done", "failed", ...
+  std::string kind;       // "conversion", "same version", "new schema"
+  std::string result;     // "done", "failed", ...
   bool compared = false;  // false: no classes were compared (see note)
   std::string note;
   std::vector<ClassImpact> classes;  // by name
@@ -71,7 +71,8 @@ class ImpactReport {
 
  private:
   static void addChange(const ObjectChange& change, std::map<std::string, ClassImpact>* classes);
-  static void findAttributeRenames(const std::vector<ObjectChange>& changes, std::map<std::string, ClassImpact>* classes);
+  static void findAttributeRenames(const std::vector<ObjectChange>& changes,
+                                   std::map<std::string, ClassImpact>* classes);
   static void noteLosses(ClassImpact* impact);
 };
 

@@ -34,7 +34,9 @@ std::string rdnValues(const std::string& dn, bool keepFirst) {
 
 ModelDiff ModelDiff::compare(const ImmModel& before, const ImmModel& after, const Options& options) {
   ModelDiff diff;
-  auto inScope = [&options](const SimImmObject& object) { return !options.inScope || options.inScope(object.className); };
+  auto inScope = [&options](const SimImmObject& object) {
+    return !options.inScope || options.inScope(object.className);
+  };
   std::vector<ObjectChange> added;
   for (const auto& entry : before.objects()) {
     if (!inScope(entry.second)) continue;
@@ -89,7 +91,8 @@ void ModelDiff::pairRenames(bool keepFirst) {
   std::map<std::string, std::vector<size_t>> removed;
   std::map<std::string, std::vector<size_t>> added;
   for (size_t i = 0; i < changes.size(); ++i) {
-    if (changes[i].kind == ObjectChange::Kind::kRemoved) removed[rdnValues(changes[i].before->dn, keepFirst)].push_back(i);
+    if (changes[i].kind == ObjectChange::Kind::kRemoved)
+      removed[rdnValues(changes[i].before->dn, keepFirst)].push_back(i);
     if (changes[i].kind == ObjectChange::Kind::kAdded) added[rdnValues(changes[i].after->dn, keepFirst)].push_back(i);
   }
   std::vector<bool> merged(changes.size(), false);

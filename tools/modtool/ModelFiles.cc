@@ -10,9 +10,8 @@ namespace modtool {
 
 bool ModelFiles::oldModel(const std::string& folder, std::vector<std::string>* files, std::string* why) {
   std::error_code error;
-  const std::string dumps = fs::is_directory(fs::path(folder) / "imm" / "old", error)
-                                ? (fs::path(folder) / "imm" / "old").string()
-                                : folder;
+  const std::string dumps =
+      fs::is_directory(fs::path(folder) / "imm" / "old", error) ? (fs::path(folder) / "imm" / "old").string() : folder;
   if (!fs::is_directory(dumps, error)) {
     *why = folder + " is no folder";
     return false;

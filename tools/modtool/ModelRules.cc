@@ -14,12 +14,12 @@ using Severity = Diagnostic::Severity;
 
 // The `name` argument of these actions is an attribute of the `Mo` class.
 const std::set<std::string> kAttributeActions = {
-    "AddAttributeAction",    "RemoveAttributeAction", "RenameAttributeAction",    "SetAttributeValueAction",
+    "AddAttributeAction",    "RemoveAttributeAction",    "RenameAttributeAction",        "SetAttributeValueAction",
     "AddArrayElementAction", "RemoveArrayElementAction", "SetStructAttributeValueAction"};
 
 // Arguments that name classes; a trailing '#' stands for a number.
-const std::vector<std::string> kClassArguments = {"moTypeName", "childType", "structType", "structType#",
-                                                  "descendant#", "referringMoType#"};
+const std::vector<std::string> kClassArguments = {"moTypeName",  "childType",   "structType",
+                                                  "structType#", "descendant#", "referringMoType#"};
 
 bool isClassArgument(const std::string& name) {
   for (const std::string& pattern : kClassArguments) {
@@ -84,8 +84,7 @@ void ModelRules::atAction(const ActionSite& site, Severity severity, const std::
   found_.push_back({file_, site.line, locator_.column(site.line, "MoAction"), severity, text});
 }
 
-void ModelRules::atArg(const ActionSite& site, const std::string& argName, Severity severity,
-                       const std::string& text) {
+void ModelRules::atArg(const ActionSite& site, const std::string& argName, Severity severity, const std::string& text) {
   const long line = locator_.argLine(site.line, argName, false);
   if (line == 0) return atAction(site, severity, text);
   found_.push_back({file_, line, locator_.column(line, "Arg"), severity, text});
@@ -136,8 +135,8 @@ void ModelRules::judgeAttributes(const ActionSite& site) {
   const std::string* structAttribute = site.arg("structAttribute");
   if (structType != nullptr && structAttribute != nullptr && catalog_.unknownAttribute(*structType, *structAttribute)) {
     atArg(site, "structAttribute", unknownSeverity(),
-          site.action + ": " + catalog_.definesNot() + " attribute " + *structAttribute + " of struct " +
-              *structType + Spelling::suggestion(*structAttribute, catalog_.attributeNames(*structType)));
+          site.action + ": " + catalog_.definesNot() + " attribute " + *structAttribute + " of struct " + *structType +
+              Spelling::suggestion(*structAttribute, catalog_.attributeNames(*structType)));
   }
 }
 
@@ -188,8 +187,8 @@ void ModelRules::judgeValues(const ActionSite& site) {
   const std::string* structType = site.arg("structType");
   const std::string* structAttribute = site.arg("structAttribute");
   const bool onStruct = site.action == "SetStructAttributeValueAction" && structType && structAttribute;
-  const SimImmAttrDef* target = onStruct ? catalog_.attribute(*structType, *structAttribute)
-                                         : catalog_.attribute(site.className, *name);
+  const SimImmAttrDef* target =
+      onStruct ? catalog_.attribute(*structType, *structAttribute) : catalog_.attribute(site.className, *name);
   const SimImmAttrDef* filtered = catalog_.attribute(site.className, *name);
   if (filtered != nullptr && site.arg("oldAttributeValue") != nullptr) {
     judgeValue(site, "oldAttributeValue", locator_.argLine(site.line, "oldAttributeValue", false),
@@ -200,8 +199,8 @@ void ModelRules::judgeValues(const ActionSite& site) {
   const std::string modelType = ValueText::typeName(static_cast<uint32_t>(target->type));
   if (type != nullptr && *type != modelType) {
     atArg(site, "type", Severity::kError,
-          site.action + ": type " + *type + " does not fit attribute " + target->name + ", which the model defines as " +
-              modelType + "; write " + modelType);
+          site.action + ": type " + *type + " does not fit attribute " + target->name +
+              ", which the model defines as " + modelType + "; write " + modelType);
     return;
   }
   if (site.arg("elementValue") != nullptr) {
@@ -221,8 +220,7 @@ void ModelRules::judgeValue(const ActionSite& site, const std::string& what, lon
                             const SimImmAttrDef& def) {
   if (fits(def.type, text)) return;
   const std::string message = site.action + ": " + what + " " + text + " is no " +
-                              ValueText::typeName(static_cast<uint32_t>(def.type)) + " value of attribute " +
-                              def.name;
+                              ValueText::typeName(static_cast<uint32_t>(def.type)) + " value of attribute " + def.name;
   if (line == 0) return atAction(site, Severity::kError, message);
   found_.push_back({file_, line, locator_.column(line, ""), Severity::kError, message});
 }

@@ -70,8 +70,8 @@ PathPlan PathPlan::make(const std::vector<std::string>& files, const std::string
     if (path.empty()) followChain(calculator, files, &plan);
   }
   for (const std::string& file : files) {
-    const bool onPath = std::any_of(plan.steps.begin(), plan.steps.end(),
-                                                                [&file](const PlanStep& s) { return s.file == file; });
+    const bool onPath =
+        std::any_of(plan.steps.begin(), plan.steps.end(), [&file](const PlanStep& s) { return s.file == file; });
     const bool never = std::any_of(plan.unusable.begin(), plan.unusable.end(),
                                    [&file](const UnusableFile& u) { return u.file == file; });
     if (!onPath && !never) plan.offPath.push_back(file);

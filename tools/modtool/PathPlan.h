@@ -29,9 +29,9 @@ struct PathPlan {
   Kind kind = Kind::kNoPath;
   std::string from;
   std::string to;
-  std::vector<PlanStep> steps;        // the path; without one, the chain as far as it goes
-  std::string missingVersion;         // no file starts at it (kNoPath)
-  std::string repeatedFile;           // the chain came back to it (kNoPath)
+  std::vector<PlanStep> steps;         // the path; without one, the chain as far as it goes
+  std::string missingVersion;          // no file starts at it (kNoPath)
+  std::string repeatedFile;            // the chain came back to it (kNoPath)
   std::vector<UnusableFile> unusable;  // never used by any upgrade
   std::vector<std::string> offPath;    // usable, but not by this upgrade
 

@@ -29,10 +29,14 @@ std::string shown(const std::string& file, const std::string& node) {
 
 const char* kindName(PathPlan::Kind kind) {
   switch (kind) {
-    case PathPlan::Kind::kSameVersion: return "same-version";
-    case PathPlan::Kind::kNewSchema: return "new-schema";
-    case PathPlan::Kind::kPath: return "path";
-    case PathPlan::Kind::kNoPath: return "no-path";
+    case PathPlan::Kind::kSameVersion:
+      return "same-version";
+    case PathPlan::Kind::kNewSchema:
+      return "new-schema";
+    case PathPlan::Kind::kPath:
+      return "path";
+    case PathPlan::Kind::kNoPath:
+      return "no-path";
   }
   return "";
 }
@@ -76,11 +80,13 @@ bool PlanCommand::versions(const CommandLine& line, std::string* from, std::stri
   if (!line.has("--from") || !line.has("--to")) {
     const std::string path = (fs::path(line.value("--node")) / "versions").string();
     switch (SimImmVersions::find(path, line.value("--schema"), &fromVersion, &toVersion, why)) {
-      case SimImmVersions::Result::kFound: break;
+      case SimImmVersions::Result::kFound:
+        break;
       case SimImmVersions::Result::kNotListed:
         *why = path + " does not list schema " + line.value("--schema") + ": give --from and --to";
         return false;
-      case SimImmVersions::Result::kUnreadable: return false;
+      case SimImmVersions::Result::kUnreadable:
+        return false;
     }
   }
   *from = line.value("--from", versionText(fromVersion));
@@ -122,8 +128,9 @@ std::string PlanCommand::toText(const std::string& schema, const PathPlan& plan,
       text += "Same version: no modification file is read; the platform carries the schema over.\n";
       break;
     case PathPlan::Kind::kNewSchema:
-      text += "New schema (no version in force): no file starts at 0_0_0, so no file is read and the\n"
-              "schema's new model is empty.\n";
+      text +=
+          "New schema (no version in force): no file starts at 0_0_0, so no file is read and the\n"
+          "schema's new model is empty.\n";
       break;
     case PathPlan::Kind::kPath:
       text += "Conversion path (" + std::to_string(plan.steps.size()) + " file(s)):\n";
@@ -153,8 +160,9 @@ std::string PlanCommand::toText(const std::string& schema, const PathPlan& plan,
 std::string PlanCommand::toJson(const std::string& schema, const PathPlan& plan) {
   std::vector<std::string> steps;
   for (const PlanStep& step : plan.steps) {
-    steps.push_back(JsonText::object(
-        {{"file", JsonText::quote(step.file)}, {"from", JsonText::quote(step.from)}, {"to", JsonText::quote(step.to)}}));
+    steps.push_back(JsonText::object({{"file", JsonText::quote(step.file)},
+                                      {"from", JsonText::quote(step.from)},
+                                      {"to", JsonText::quote(step.to)}}));
   }
   std::vector<std::string> unusable;
   for (const UnusableFile& file : plan.unusable) {

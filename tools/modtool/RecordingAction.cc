@@ -14,7 +14,8 @@ void copyArguments(ActionArgumentsIf& args, const std::vector<std::string>& name
       continue;
     }
     const std::string stem = name.substr(0, name.size() - 1);
-    for (int n = 1; args.getArgument(stem + std::to_string(n), value); ++n) site->args[stem + std::to_string(n)] = value;
+    for (int n = 1; args.getArgument(stem + std::to_string(n), value); ++n)
+      site->args[stem + std::to_string(n)] = value;
   }
 }
 

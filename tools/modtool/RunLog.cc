@@ -11,9 +11,7 @@ std::string between(const std::string& text, const std::string& prefix, const st
   return stop == std::string::npos ? std::string() : text.substr(prefix.size(), stop - prefix.size());
 }
 
-bool plainName(const std::string& name) {
-  return !name.empty() && name.find_first_of(" :,") == std::string::npos;
-}
+bool plainName(const std::string& name) { return !name.empty() && name.find_first_of(" :,") == std::string::npos; }
 
 }  // namespace
 

@@ -13,8 +13,8 @@ bool SourceLocator::load(const std::string& file) {
   lines_.clear();
   std::ifstream in(file);
   for (std::string line; std::getline(in, line);) lines_.push_back(line);
-  xmlDoc* doc = xmlReadFile(file.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOERROR |
-                                                       XML_PARSE_NOWARNING);
+  xmlDoc* doc = xmlReadFile(file.c_str(), nullptr,
+                            XML_PARSE_NONET | XML_PARSE_BIG_LINES | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
   if (doc == nullptr) return false;
   std::function<void(xmlNode*, int)> visit = [&](xmlNode* node, int parent) {
     for (; node != nullptr; node = node->next) {

@@ -52,7 +52,8 @@ const BrokenFile kBrokenFiles[] = {
       <Arg name="name" value="tac"/>
     </MoAction>
   </Mo>)",
-     2, Severity::kError, "Mo EUtranCelFDD names a class that neither the old nor the new model defines (did you mean EUtranCellFDD?)"},
+     2, Severity::kError,
+     "Mo EUtranCelFDD names a class that neither the old nor the new model defines (did you mean EUtranCellFDD?)"},
     {"ClassArgumentNoModelDefines", R"(  <Mo name="ENodeBFunction">
     <MoAction name="CreateMoTypeAction">
       <Arg name="moTypeName" value="EnergySavingFunctoin"/>
@@ -65,7 +66,9 @@ const BrokenFile kBrokenFiles[] = {
       <Operation operator="=" value="2"/>
     </MoAction>
   </Mo>)",
-     4, Severity::kError, "neither the old nor the new model defines attribute noOfTxAntenas of SectorCarrier (did you mean noOfTxAntennas?)"},
+     4, Severity::kError,
+     "neither the old nor the new model defines attribute noOfTxAntenas of SectorCarrier (did you mean "
+     "noOfTxAntennas?)"},
     {"AddedAttributeTheNewModelLacks", R"(  <Mo name="EUtranCellFDD">
     <MoAction name="AddAttributeAction">
       <Arg name="name" value="primaryPlmnReservd"/>
@@ -81,7 +84,8 @@ const BrokenFile kBrokenFiles[] = {
       <Arg name="defaultValue" value="0"/>
     </MoAction>
   </Mo>)",
-     5, Severity::kError, "type SA_STRING_T does not fit attribute primaryPlmnReserved, which the model defines as SA_INT32_T"},
+     5, Severity::kError,
+     "type SA_STRING_T does not fit attribute primaryPlmnReserved, which the model defines as SA_INT32_T"},
     {"NumberThatDoesNotParse", R"(  <Mo name="SectorCarrier">
     <MoAction name="SetAttributeValueAction">
       <Arg name="name" value="noOfTxAntennas"/>
@@ -140,7 +144,9 @@ TEST_P(CheckTest, FindsTheFaultOnItsLine) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BrokenFiles, CheckTest, ::testing::ValuesIn(kBrokenFiles),
-                         [](const ::testing::TestParamInfo<BrokenFile>& info) { return std::string(info.param.fault); });
+                         [](const ::testing::TestParamInfo<BrokenFile>& info) {
+                           return std::string(info.param.fault);
+                         });
 
 TEST(CheckFileNameTest, NameWithoutVersionsIsNeverUsed) {
   TempDir dir;

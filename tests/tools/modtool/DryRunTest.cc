@@ -64,9 +64,9 @@ class DryRunTest : public ::testing::Test {
     const std::string out = dir_->path() + "/scratch";
     const std::string package = examples + "/package";
     const std::string node = examples + "/node";
-    const char* argv[] = {"vosk-modtool", "dry-run", "--package", package.c_str(), "--node", node.c_str(),
-                          "--schema", "RadioNode", "--out", out.c_str(), "--html", html_.c_str(), "--json",
-                          "--program", UPGRADER_BINARY};
+    const char* argv[] = {"vosk-modtool", "dry-run",     "--package", package.c_str(), "--node",
+                          node.c_str(),   "--schema",    "RadioNode", "--out",         out.c_str(),
+                          "--html",       html_.c_str(), "--json",    "--program",     UPGRADER_BINARY};
     std::ostringstream report;
     std::ostringstream errors;
     const std::string nodeBefore = snapshot(node);
@@ -122,8 +122,9 @@ TEST_F(DryRunTest, CountsMatchTheModelFilesOfTheRun) {
 TEST_F(DryRunTest, PageShowsTheCountsInChromium) {
   ASSERT_EQ(status_, 0) << json_;
   if (std::system("command -v chromium >/dev/null 2>&1") != 0) GTEST_SKIP() << "chromium is not installed";
-  const std::string command = "timeout 120 chromium --headless --no-sandbox --disable-gpu --user-data-dir=" +
-                              dir_->path() + "/profile --dump-dom file://" + html_ + " 2>/dev/null";
+  const std::string command =
+      "timeout 120 chromium --headless --no-sandbox --disable-gpu --user-data-dir=" + dir_->path() +
+      "/profile --dump-dom file://" + html_ + " 2>/dev/null";
   std::FILE* pipe = ::popen(command.c_str(), "r");
   ASSERT_NE(pipe, nullptr);
   std::string dom;
@@ -133,7 +134,8 @@ TEST_F(DryRunTest, PageShowsTheCountsInChromium) {
   const std::map<std::string, ClassCounts> reported = reportedCounts(json_);
   ASSERT_FALSE(reported.empty());
   for (const auto& entry : reported) {
-    const std::string row = "<td class=\"class\">" + entry.first + "</td><td class=\"count\" data-column=\"old\" data-value=\"" +
+    const std::string row = "<td class=\"class\">" + entry.first +
+                            "</td><td class=\"count\" data-column=\"old\" data-value=\"" +
                             std::to_string(entry.second.old) + "\">";
     EXPECT_NE(dom.find(row), std::string::npos) << entry.first;
     EXPECT_NE(dom.find("data-column=\"removed\" data-value=\"" + std::to_string(entry.second.removed) + "\""),
