@@ -9,8 +9,9 @@ set -eu
 
 # clang and libclang-rt-14-dev build the fuzz programs (libFuzzer, the
 # sanitizers' runtimes); llvm brings llvm-symbolizer for their reports.
+# chromium renders vosk-modtool's HTML report in its test (headless).
 packages="cmake g++ make pkg-config libxml2-dev libxml2-utils liblttng-ust-dev lttng-tools
-babeltrace2 libgtest-dev libgmock-dev googletest libbenchmark-dev clang libclang-rt-14-dev llvm"
+babeltrace2 libgtest-dev libgmock-dev googletest libbenchmark-dev clang libclang-rt-14-dev llvm chromium"
 if [ "${1:-}" = "--arm64" ]; then
     packages="$packages crossbuild-essential-arm64 qemu-user file libxml2-dev:arm64 liblttng-ust-dev:arm64
 libgtest-dev:arm64 libgmock-dev:arm64"

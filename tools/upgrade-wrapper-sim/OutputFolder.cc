@@ -104,7 +104,7 @@ std::vector<std::string> OutputFolder::modelFiles() const { return xmlFilesIn(pa
 
 std::vector<std::string> OutputFolder::discardedFiles() const { return xmlFilesIn(path_ + "/discarded"); }
 
-std::vector<std::string> OutputFolder::xmlFilesIn(const std::string& folder) const {
+std::vector<std::string> OutputFolder::xmlFilesIn(const std::string& folder) {
   std::vector<std::string> files;
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {

@@ -42,9 +42,11 @@ class OutputFolder {
   std::vector<std::string> modelFiles() const;
   std::vector<std::string> discardedFiles() const;
 
+  // The *.xml files directly in `folder`, in name order; none when absent.
+  static std::vector<std::string> xmlFilesIn(const std::string& folder);
+
  private:
   std::vector<std::string> linesOf(const std::string& file) const;
-  std::vector<std::string> xmlFilesIn(const std::string& folder) const;
 
   const std::string path_;
 };
