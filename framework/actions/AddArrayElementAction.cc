@@ -51,7 +51,7 @@ bool addArrayElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& fi
   if (args.getArgument("index", indexText)) parsePosition(indexText, position);
   for (const AttributeValue& value : converted) {
     attribute->insertValue(position++, value);
-    TAV_LOG(INFO, "%s: added a value to %s of %s at index %u", kName, name.c_str(), ldn.c_str(), position - 1);
+    TAV_TRACE(INFO, "%s: added a value to %s of %s at index %u", kName, name.c_str(), ldn.c_str(), position - 1);
   }
   return true;
 }

@@ -75,14 +75,14 @@ bool AddAttributeAction::addAttribute(InstanceIf& instance, ActionArgumentsIf& a
   for (;;) {
     size_t end = defaultValue.find('|', start);
     std::string piece = defaultValue.substr(start, end == std::string::npos ? std::string::npos : end - start);
-    TAV_LOG(INFO,
+    TAV_TRACE(INFO,
             "Adding attribute %s to ldn %s with values, string to parse: %s, substring start: %d, substring end: %d, "
             "substring: %s",
             name.c_str(), ldn.c_str(), defaultValue.c_str(), static_cast<int>(start), static_cast<int>(end),
             piece.c_str());
     added = attribute->addCopy(piece.c_str());
     if (!added) {
-      TAV_LOG(INFO, "Could not add attribute %s to %s with default value %s", name.c_str(), ldn.c_str(), piece.c_str());
+      TAV_TRACE(INFO, "Could not add attribute %s to %s with default value %s", name.c_str(), ldn.c_str(), piece.c_str());
     }
     if (end == std::string::npos) return added;
     start = end + 1;

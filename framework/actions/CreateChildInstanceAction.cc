@@ -52,7 +52,7 @@ bool CreateChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, Instan
 
   if (instanceGroup == nullptr || instanceGroup->getNumberOfInstances() == 0) {
     const std::string rdnValue = argumentValue(args, "childRdnValue");
-    TAV_LOG(INFO, "Create a new Instance of root MO class %s rdn=%s", childType.c_str(), rdnValue.c_str());
+    TAV_TRACE(INFO, "Create a new Instance of root MO class %s rdn=%s", childType.c_str(), rdnValue.c_str());
     return createChild("", rdnValue);
   }
   // The parents as they are now: children of the parent's own class created
@@ -78,7 +78,7 @@ bool CreateChildInstanceAction::createUnderParent(InstanceIf& parent, ActionArgu
 bool CreateChildInstanceAction::createChild(const std::string& parentLdn, const std::string& rdnValue) {
   InstanceGroupIf* childGroup = ChildGroupSlot::get();
   const std::string childType = childGroup->getClassName();
-  TAV_LOG(INFO, "Create a new Instance of class %s rdn=%s with parent %s", childType.c_str(), rdnValue.c_str(),
+  TAV_TRACE(INFO, "Create a new Instance of class %s rdn=%s with parent %s", childType.c_str(), rdnValue.c_str(),
           parentLdn.c_str());
   if (childGroup->createInstance(parentLdn, rdnValue, false, "") != nullptr) return true;
   fail(HandlerSlot::get(), "CreateChildInstance: Failed to create instance for parent %s, RDN %s of class %s",

@@ -89,7 +89,7 @@ bool CreateChildStructAction::createUnderParent(InstanceIf& parent, ActionArgume
   const std::string structType = argumentValue(args, "structType");
   const std::string rdnValue = argumentValue(args, "childRdnValue");
   const std::string parentLdn = parent.getLdn();
-  TAV_LOG(INFO, "Create a new struct Instance of class %s rdn=%s with parent %s", structType.c_str(), rdnValue.c_str(),
+  TAV_TRACE(INFO, "Create a new struct Instance of class %s rdn=%s with parent %s", structType.c_str(), rdnValue.c_str(),
           parentLdn.c_str());
   const std::string structLdn = "id=" + DistinguishedName::escapeValue(rdnValue) + "," + parentLdn;
   InstanceGroupIf* group = StructGroupSlot::get();

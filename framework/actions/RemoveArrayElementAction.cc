@@ -24,7 +24,7 @@ void removeMatching(AttributeInternalIf& attribute, const std::string& name, con
     if (text != nullptr && elementValue == text) matches.push_back(i);
   }
   for (auto it = matches.rbegin(); it != matches.rend(); ++it) {
-    TAV_LOG(INFO, "RemoveArrayElement attribute: %s, length: %u, index: %u, remove elementValue with value: %s",
+    TAV_TRACE(INFO, "RemoveArrayElement attribute: %s, length: %u, index: %u, remove elementValue with value: %s",
             name.c_str(), attribute.getNumberOfValues(), *it, elementValue.c_str());
     attribute.eraseValueAtIndex(*it);
   }

@@ -76,7 +76,7 @@ std::string RemoveChildInstanceAction::getTargetLdn(const std::string& parentLdn
                                                     bool isStruct, ActionArgumentsIf& args) {
   std::string rdnValue;
   if (!args.getArgument("childRdnValue", rdnValue)) {
-    TAV_LOG(INFO, "RemoveChildInstance getTargetLdn:childRdnValue does not exist. return empty string");
+    TAV_TRACE(INFO, "RemoveChildInstance getTargetLdn:childRdnValue does not exist. return empty string");
     return std::string();
   }
   const std::string rdnAttribute = isStruct ? "id" : Instance::moClassRdnAttribute(childType);
@@ -85,21 +85,21 @@ std::string RemoveChildInstanceAction::getTargetLdn(const std::string& parentLdn
 
 bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {
   const std::string parentLdn = parent.getLdn();
-  TAV_LOG(INFO, "RemoveChildInstance::removeChildInstance: instance.getLdn %s", parentLdn.c_str());
+  TAV_TRACE(INFO, "RemoveChildInstance::removeChildInstance: instance.getLdn %s", parentLdn.c_str());
   if (!filter.applies(parent, 0)) return true;
   InstanceGroupIf* children = ChildGroupSlot::get();
   const bool isStruct = children->isStructGroup();
   std::string parentRdnValue;
   if (args.getArgument("parentRdnValue", parentRdnValue)) {
     if (isStruct) {
-      TAV_LOG(INFO,
+      TAV_TRACE(INFO,
               "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: %s.",
               parentRdnValue.c_str());
       return true;
     }
     const std::string ownRdnValue = UpgradeAction::rdnValue(parentLdn);
     if (ownRdnValue != parentRdnValue) {
-      TAV_LOG(INFO,
+      TAV_TRACE(INFO,
               "RemoveChildInstance rdn(%s) for current MO instance does NOT equal to parentRdnValue(%s), do nothing.",
               ownRdnValue.c_str(), parentRdnValue.c_str());
       return true;
@@ -112,6 +112,6 @@ bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionArgu
     TAV_LOG(INFO_ABN, "RemoveChildInstance failed to erase instance for ldn : %s", ldn.c_str());
     allErased = false;
   }
-  if (allErased) TAV_LOG(INFO, "RemoveChildInstance Removed all child instances for parent Ldn: %s", parentLdn.c_str());
+  if (allErased) TAV_TRACE(INFO, "RemoveChildInstance Removed all child instances for parent Ldn: %s", parentLdn.c_str());
   return true;
 }

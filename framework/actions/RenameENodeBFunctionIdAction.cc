@@ -138,7 +138,7 @@ bool RenameENodeBFunctionIdAction::renameFunction(InstanceIf& function, ActionAr
   rename.oldRdn = function.getRdn();
   size_t equals = rename.oldRdn.find('=');
   if (rename.oldRdn.substr(0, equals) == newName) {
-    TAV_LOG(INFO, "RenameENodeBFunctionIdAction: %s already renamed, nothing to do", function.getLdn().c_str());
+    TAV_TRACE(INFO, "RenameENodeBFunctionIdAction: %s already renamed, nothing to do", function.getLdn().c_str());
     return true;
   }
   rename.oldLdn = function.getLdn();
@@ -191,10 +191,10 @@ void RenameENodeBFunctionIdAction::rewriteInstance(InstanceIf& instance, const R
             static_cast<unsigned>(equalsPos), functionRdn.substr(0, equalsPos).c_str(),
             functionRdn.substr(equalsPos + 1).c_str());
   if (alreadyNew) {
-    TAV_LOG(INFO, "RenameENodeBFunctionIdAction: already had the new parentName: %s", parentName.c_str());
+    TAV_TRACE(INFO, "RenameENodeBFunctionIdAction: already had the new parentName: %s", parentName.c_str());
   } else {
     instance.setParentName(rename.renamed(parentName, start));
-    TAV_LOG(INFO, "RenameENodeBFunctionIdAction: changed parentName for: %s", instance.getLdn().c_str());
+    TAV_TRACE(INFO, "RenameENodeBFunctionIdAction: changed parentName for: %s", instance.getLdn().c_str());
   }
 
   for (const auto& [name, attribute] : instance.getAttributes()) {

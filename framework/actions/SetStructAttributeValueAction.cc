@@ -33,7 +33,7 @@ bool setStructAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, Filt
   if (!operations.admits(instance, name, filter)) return true;
   AttributeInternalIf* references = instance.getAttribute(name);
   if (references == nullptr || references->getNumberOfValues() == 0) {
-    TAV_LOG(INFO, "%s: %s has no value in attribute %s, nothing to change", kName, instance.getLdn().c_str(),
+    TAV_TRACE(INFO, "%s: %s has no value in attribute %s, nothing to change", kName, instance.getLdn().c_str(),
             name.c_str());
     return true;
   }

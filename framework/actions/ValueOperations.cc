@@ -91,7 +91,7 @@ bool ValueOperations::admits(InstanceIf& instance, const std::string& name, Filt
   uint32_t count = attribute == nullptr ? 0 : attribute->getNumberOfValues();
   bool admitted = false;
   for (uint32_t i = 0; i < (count == 0 ? 1 : count) && !admitted; ++i) admitted = filter.applies(instance, i);
-  if (!admitted) TAV_LOG(INFO, "Filter does not apply");
+  if (!admitted) TAV_TRACE(INFO, "Filter does not apply");
   return admitted;
 }
 
@@ -126,7 +126,7 @@ bool ValueOperations::applyOne(const OperationArgumentIf& operation, InstanceIf&
   const std::string ldn = target.getLdn();
   AttributeInternalIf* attribute = target.getAttribute(name);
   if (attribute == nullptr || attribute->getNumberOfValues() == 0) {
-    TAV_LOG(INFO, "%s: %s has no value in attribute %s, nothing to change", actionName_, ldn.c_str(), name.c_str());
+    TAV_TRACE(INFO, "%s: %s has no value in attribute %s, nothing to change", actionName_, ldn.c_str(), name.c_str());
     return true;
   }
   if (values.values.size() != 1) {
@@ -144,7 +144,7 @@ bool ValueOperations::assignAll(InstanceIf& target, const std::string& name, con
   if (attribute == nullptr || !convertAll(*attribute, values.values, ldn, converted)) return false;
   while (attribute->getNumberOfValues() > 0) attribute->eraseValueAtIndex(0);
   for (const AttributeValue& value : converted) attribute->addValue(value);
-  TAV_LOG(INFO, "%s: %s of %s set to %zu value(s)", actionName_, name.c_str(), ldn.c_str(), converted.size());
+  TAV_TRACE(INFO, "%s: %s of %s set to %zu value(s)", actionName_, name.c_str(), ldn.c_str(), converted.size());
   return true;
 }
 
@@ -168,7 +168,7 @@ bool ValueOperations::changeEach(const Operator& op, const OperationArgumentIf& 
                               op.text, i, attribute.getName().c_str(), ldn.c_str());
       return false;
     }
-    TAV_LOG(INFO, "%s: %s[%u] of %s %s %s", actionName_, attribute.getName().c_str(), i, ldn.c_str(), op.text,
+    TAV_TRACE(INFO, "%s: %s[%u] of %s %s %s", actionName_, attribute.getName().c_str(), i, ldn.c_str(), op.text,
             operand.c_str());
   }
   return true;
@@ -236,7 +236,7 @@ AttributeInternalIf* ValueOperations::targetAttribute(InstanceIf& target, const 
                             actionName_, name.c_str(), target.getLdn().c_str());
     return nullptr;
   }
-  TAV_LOG(INFO, "%s: created attribute %s of type %s on %s", actionName_, name.c_str(), ValueText::typeName(type),
+  TAV_TRACE(INFO, "%s: created attribute %s of type %s on %s", actionName_, name.c_str(), ValueText::typeName(type),
           target.getLdn().c_str());
   return attribute;
 }

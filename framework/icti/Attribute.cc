@@ -120,10 +120,10 @@ void toNameRecord(const Name& name, SaNameT& record) {
 }
 
 SaAnyT allocAndCopySaAnyT(const SaAnyT& source, const char* attributeName) {
-  TAV_LOG(TRACE1, "allocAndCopySaAnyT SaAnyT attribute %s, bufferSize: %llu", attributeName,
+  TAV_TRACE(TRACE1, "allocAndCopySaAnyT SaAnyT attribute %s, bufferSize: %llu", attributeName,
           static_cast<unsigned long long>(source.bufferSize));
   if (source.bufferAddr == nullptr) {
-    TAV_LOG(INFO, "SaAnyT allocAndCopySaAnyT valueToCopy buffer is NULL, return zeroed SaAnyT");
+    TAV_TRACE(INFO, "SaAnyT allocAndCopySaAnyT valueToCopy buffer is NULL, return zeroed SaAnyT");
     return SaAnyT{0, nullptr};
   }
   if (source.bufferSize == 0) return SaAnyT{0, nullptr};
@@ -345,7 +345,7 @@ bool Attribute<T>::readValue(const char* text, Value& value) {
   } else if constexpr (kIsString<T>) {
     value = copyText(text, std::strlen(text));
   } else {
-    TAV_LOG(INFO, "readValue(char *) called on SaAnyT, returning null struct");
+    TAV_TRACE(INFO, "readValue(char *) called on SaAnyT, returning null struct");
     value = SaAnyT{0, nullptr};
   }
   return true;
@@ -354,7 +354,7 @@ bool Attribute<T>::readValue(const char* text, Value& value) {
 template <typename T>
 bool Attribute<T>::addCopy(const char* value) {
   if (!kIsString<T> && (value == nullptr || *value == '\0')) {
-    TAV_LOG(INFO, "Attribute<T>::addCopy called with empty string for %s, no new value created", name());
+    TAV_TRACE(INFO, "Attribute<T>::addCopy called with empty string for %s, no new value created", name());
     return true;
   }
   Value parsed;
@@ -366,7 +366,7 @@ bool Attribute<T>::addCopy(const char* value) {
 template <typename T>
 bool Attribute<T>::addCopy(const std::vector<uint8_t>& value) {
   if constexpr (kIsBytes<T>) {
-    TAV_LOG(INFO, "addCopy triggered for SaAnyT");
+    TAV_TRACE(INFO, "addCopy triggered for SaAnyT");
     values_.push_back(allocAndCopySaAnyT(SaAnyT{value.size(), const_cast<uint8_t*>(value.data())}, name()));
     return true;
   } else {
@@ -410,7 +410,7 @@ bool Attribute<T>::setValueAtIndex(uint32_t index, const char* value) {
 template <typename T>
 bool Attribute<T>::setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) {
   if constexpr (kIsBytes<T>) {
-    TAV_LOG(INFO, "setValueAtIndex called for SaAnyT with index: %d", index);
+    TAV_TRACE(INFO, "setValueAtIndex called for SaAnyT with index: %d", index);
     if (!hasValue(index)) return false;
     SaAnyT copy = allocAndCopySaAnyT(SaAnyT{value.size(), const_cast<uint8_t*>(value.data())}, name());
     release(values_[index]);
@@ -455,7 +455,7 @@ template <typename T>
 const char* Attribute<T>::readValueAtIndex(uint32_t index) {
   if (!hasValue(index)) return nullptr;
   if constexpr (kIsBytes<T>) {
-    TAV_LOG(INFO, "readValue called, SaAnyT bufferSize %llu",
+    TAV_TRACE(INFO, "readValue called, SaAnyT bufferSize %llu",
             static_cast<unsigned long long>(values_[index].bufferSize));
   }
   return valueText(index);
@@ -531,7 +531,7 @@ std::vector<uint8_t> Attribute<T>::getRawDataValueAtIndex(uint32_t index) {
     std::vector<uint8_t> bytes;
     SaAnyT value = hasValue(index) ? values_[index] : SaAnyT{0, nullptr};
     if (value.bufferAddr != nullptr) bytes.assign(value.bufferAddr, value.bufferAddr + value.bufferSize);
-    TAV_LOG(INFO, "SaAnyT getRawDataValueAtIndex at index:%d, bufferSize: %llu, v.size: %llu, attribute: %s", index,
+    TAV_TRACE(INFO, "SaAnyT getRawDataValueAtIndex at index:%d, bufferSize: %llu, v.size: %llu, attribute: %s", index,
             static_cast<unsigned long long>(value.bufferSize), static_cast<unsigned long long>(bytes.size()), name());
     return bytes;
   } else {
@@ -693,7 +693,7 @@ void Attribute<T>::init(const SaImmAttrValuesT_2* record) {
   for (uint32_t i = 0; i < record->attrValuesNumber; ++i) {
     if (record->attrValues[i] == nullptr) continue;
     values_.push_back(copyOf(record->attrValues[i]));
-    TAV_LOG(TRACE1, "init::attr[%d] name: \"%s\", type: %d, value: %s", i, record->attrName, record->attrValueType,
+    TAV_TRACE(TRACE1, "init::attr[%d] name: \"%s\", type: %d, value: %s", i, record->attrName, record->attrValueType,
             valueText(values_.size() - 1));
   }
 }
@@ -746,7 +746,7 @@ SaImmAttrValuesT_2* Attribute<T>::createAttrValues() {
   record->attrName = const_cast<char*>(name());
   record->attrValueType = static_cast<SaImmValueTypeT>(getType());
   record->attrValuesNumber = count;
-  TAV_LOG(TRACE1, "ATTRIBUTE(name: \"%s\", type: %d, numOfValues: %d)", name(), getType(), count);
+  TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", type: %d, numOfValues: %d)", name(), getType(), count);
   for (uint32_t i = 0; i < count; ++i) {
     if constexpr (kIsName<T>) {
       auto* names = reinterpret_cast<SaNameT*>(reinterpret_cast<char*>(values) + pointersSize);
@@ -755,7 +755,7 @@ SaImmAttrValuesT_2* Attribute<T>::createAttrValues() {
     } else {
       values[i] = &values_[i];
     }
-    TAV_LOG(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i));
+    TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i));
   }
   values[count] = nullptr;
   record->attrValues = values;

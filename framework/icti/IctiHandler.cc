@@ -132,7 +132,7 @@ bool IctiHandler::getSchemaVersions(SafcImmCtSchemaVersionT_2& from, SafcImmCtSc
 }
 
 std::string IctiHandler::getRdn(const std::string& className) {
-  TAV_LOG(TRACE1, "Getting RDN attribute for %s", className.c_str());
+  TAV_TRACE(TRACE1, "Getting RDN attribute for %s", className.c_str());
   return configClasses_[className];
 }
 
@@ -140,7 +140,7 @@ void IctiHandler::setImplementerName(const std::string& implementerName) { imple
 
 std::string IctiHandler::immClassName(const std::string& className, const std::string& prefix, bool usePrefix) {
   if (className == kUnprefixedClass) {
-    TAV_LOG(TRACE1, "Found class %s , adding prefix cancelled", className.c_str());
+    TAV_TRACE(TRACE1, "Found class %s , adding prefix cancelled", className.c_str());
     return className;
   }
   return (usePrefix ? prefix : immNs_) + className;
@@ -185,6 +185,7 @@ InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName, SaAisE
     return nullptr;
   }
   TAV_LOG(INFO, ">>>>>>>>>> Database for MO %s read. <<<<<<<<<<", immName.c_str());
+  TAV_LOG(INFO, "Class %s: %u instances read", immName.c_str(), group->getNumberOfInstances());
   return group;
 }
 
@@ -243,7 +244,7 @@ InstanceGroupIf* IctiHandler::getInstanceGroupForLdn(const std::string& ldn) {
   size_t idPos = firstRdn.find("Id=");
   std::string className = idPos == std::string::npos ? firstRdn.substr(0, firstRdn.find('=')) : firstRdn.substr(0, idPos);
   if (!className.empty()) className[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(className[0])));
-  TAV_LOG(TRACE1, "Fetching instanceGroup for classname: %s", className.c_str());
+  TAV_TRACE(TRACE1, "Fetching instanceGroup for classname: %s", className.c_str());
   return getInstanceGroup(className);
 }
 
@@ -312,6 +313,8 @@ bool IctiHandler::writeCopyClasses() {
       TAV_LOG(INFO, "Class %s was deleted or renamed: neither written nor copied", configClass.first.c_str());
     } else if (cached != instanceGroupMap_.end()) {
       TAV_LOG(TRACE1, "Add %s to IGs to write", configClass.first.c_str());
+      TAV_LOG(INFO, "Class %s: %u instances to write", configClass.first.c_str(),
+              cached->second->getNumberOfInstances());
       toWrite.add(cached->second->createInstanceGroupRecord());
     } else {
       TAV_LOG(TRACE1, "Add %s to InstanceGroups to copy", configClass.first.c_str());
@@ -322,6 +325,8 @@ bool IctiHandler::writeCopyClasses() {
     auto cached = instanceGroupMapRTP_.find(rtpClass.first);
     if (cached == instanceGroupMapRTP_.end()) continue;
     TAV_LOG(TRACE1, "Add %s to runtime persistent IGs to write", rtpClass.first.c_str());
+    TAV_LOG(INFO, "Class %s: %u runtime persistent instances to write", rtpClass.first.c_str(),
+            cached->second->getNumberOfInstances());
     rtpToWrite.add(cached->second->createInstanceGroupRecord());
   }
   struct timespec tablesDone = clock_.monotonicNow();

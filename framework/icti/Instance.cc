@@ -21,13 +21,13 @@ std::string Instance::moClassRdnAttribute(const std::string& className) {
 
 Instance::Instance(const SafcImmCtInstanceT* record, const std::string& className, const std::string& rdnAttribute)
     : className_(className) {
-  TAV_LOG(TRACE1, "Instance::instance(SafcImmCtInstanceT *, string) _className: %s", className_.c_str());
+  TAV_TRACE(TRACE1, "Instance::instance(SafcImmCtInstanceT *, string) _className: %s", className_.c_str());
   const std::string moClassRdn = moClassRdnAttribute(className_);
   if (record != nullptr && record->parentName != nullptr) {
     parentName_ = attribute_storage::nameText(*record->parentName);
-    TAV_LOG(TRACE1, "Parent name %s", parentName_.c_str());
+    TAV_TRACE(TRACE1, "Parent name %s", parentName_.c_str());
   } else {
-    TAV_LOG(TRACE1, "No parent to %s", className_.c_str());
+    TAV_TRACE(TRACE1, "No parent to %s", className_.c_str());
   }
 
   bool moClassRdnFound = false;
@@ -51,7 +51,7 @@ Instance::Instance(const SafcImmCtInstanceT* record, const std::string& classNam
       rdn_ = DistinguishedName::rdnOf(name, value);
     }
   }
-  TAV_LOG(TRACE1, "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
+  TAV_TRACE(TRACE1, "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
           rdn_.c_str(), className_.c_str(), moClassRdnFound, structClassRdnFound, rdnFoundInToState);
   if (rdn_.empty()) TAV_LOG(INFO_ABN, "Could not find rdn in SafcImmCtInstanceT input for %s", className_.c_str());
 }
@@ -59,7 +59,7 @@ Instance::Instance(const SafcImmCtInstanceT* record, const std::string& classNam
 Instance::Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
                    const std::string& className, uint32_t rdnType)
     : parentName_(parentName), rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)), className_(className) {
-  TAV_LOG(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
+  TAV_TRACE(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
           parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
   AttributeInternalIf* attribute = nullptr;
   if (addAttribute(rdnAttribute, rdnType, &attribute) && attribute != nullptr) {
@@ -79,7 +79,7 @@ bool Instance::eraseAttribute(const std::string& name) {
     TAV_LOG(INFO_ABN, "Tried to remove non-existing Attribute %s", name.c_str());
     return false;
   }
-  TAV_LOG(INFO, "Erase attribute %s", name.c_str());
+  TAV_TRACE(INFO, "Erase attribute %s", name.c_str());
   delete *it;
   attributes_.erase(it);
   return true;

@@ -123,7 +123,7 @@ InstanceGroup::InstanceGroup(const SafcImmCtInstanceGroupT* record, const std::s
   byLdn_.reserve(size);
   for (size_t i = 0; i < size; ++i) {
     append(new Instance(records[i], className_, rdnAttribute_));
-    TAV_LOG(TRACE1, "Created instance %d, %s, className %s", static_cast<int>(i), className_.c_str(),
+    TAV_TRACE(TRACE1, "Created instance %d, %s, className %s", static_cast<int>(i), className_.c_str(),
             immClassName_.c_str());
   }
 }
@@ -191,7 +191,7 @@ InstanceIf* InstanceGroup::getInstance(const std::string& ldn) const {
 InstanceIf* InstanceGroup::getFirstInstance() const { return first_ != nullptr ? first_->instance : nullptr; }
 
 bool InstanceGroup::eraseInstance(const std::string& ldn) {
-  TAV_LOG(TRACE1, "InstanceGroup::eraseInstance()");
+  TAV_TRACE(TRACE1, "InstanceGroup::eraseInstance()");
   if (ldn.empty()) {
     TAV_LOG(INFO_ABN, "Tried to remove instance with empty ldn");
     return false;
@@ -201,7 +201,7 @@ bool InstanceGroup::eraseInstance(const std::string& ldn) {
     TAV_LOG(INFO_ABN, "Could not find %s for removal", ldn.c_str());
     return false;
   }
-  TAV_LOG(INFO, "Erase instance %s", ldn.c_str());
+  TAV_TRACE(INFO, "Erase instance %s", ldn.c_str());
   InstanceIf* instance = member->instance;
   unlink(member);
   erased_.emplace_back(instance);
@@ -226,7 +226,7 @@ bool InstanceGroup::isStructGroup() const {
 // The struct type is not needed: the group's class is the struct's class.
 InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const std::string& rdnId, bool isStruct,
                                           const std::string& /*structType*/) {
-  TAV_LOG(TRACE1, "InstanceGroup::createInstance()");
+  TAV_TRACE(TRACE1, "InstanceGroup::createInstance()");
   if (rdnAttribute_.empty()) rdnAttribute_ = isStruct ? "id" : Instance::moClassRdnAttribute(className_);
   const std::string rdn = rdnAttribute_ + "=" + DistinguishedName::escapeValue(rdnId);
   const std::string ldn = parentLdn.empty() ? rdn : rdn + "," + parentLdn;
@@ -240,7 +240,7 @@ InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const st
   auto* instance = new Instance(parentLdn, rdnAttribute_, rdnId, className_,
                                 model != nullptr ? model->getType() : uint32_t{SA_IMM_ATTR_SASTRINGT});
   append(instance);
-  TAV_LOG(INFO, "The instance %s has been created", ldn.c_str());
+  TAV_TRACE(INFO, "The instance %s has been created", ldn.c_str());
   return instance;
 }
 

@@ -34,7 +34,6 @@ TEST(AddArrayElementActionTest, AddsTheValuesWhereAsked) {
     EXPECT_TRUE(model.run(action, "Cell", argsOf(std::string("name=list ") + c.args), c.operations));
     EXPECT_EQ(c.after, ActionModel::values(cell, "list"));
   }
-  EXPECT_EQ(1u, LogRecorder::installed().count("Filter does not apply"));
 }
 
 TEST(AddArrayElementActionTest, AbsentAttributeIsCreatedWithTheGivenType) {
@@ -131,18 +130,6 @@ TEST(RemoveArrayElementActionTest, RemovesByValueByIndexOrTheLast) {
     EXPECT_EQ(c.remaining, run.values);
     EXPECT_EQ(Strings{}, run.failures);
   }
-}
-
-TEST(RemoveArrayElementActionTest, RemovesMatchingValuesFromTheHighestPositionDown) {
-  LogRecorder::installed().clear();
-  removeFrom({"a", "b", "a"}, {{"elementValue", "a"}});
-  Strings lines;
-  for (const std::string& line : LogRecorder::installed().texts()) {
-    if (line.rfind("RemoveArrayElement attribute:", 0) == 0) lines.push_back(line);
-  }
-  EXPECT_EQ((Strings{"RemoveArrayElement attribute: list, length: 3, index: 2, remove elementValue with value: a",
-                     "RemoveArrayElement attribute: list, length: 2, index: 0, remove elementValue with value: a"}),
-            lines);
 }
 
 TEST(RemoveArrayElementActionTest, FailureTexts) {

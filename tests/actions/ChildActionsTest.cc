@@ -38,7 +38,6 @@ TEST(CreateChildInstanceActionTest, MakesOneRootInstanceWhenTheParentClassHasNoI
     EXPECT_TRUE(model.runOn(action, parents, {{"childType", "Child"}, {"childRdnValue", "9"}}));
     EXPECT_EQ(Strings{"childId=9"}, model.ldns("Child"));
   }
-  EXPECT_EQ(2u, LogRecorder::installed().count("Create a new Instance of root MO class Child rdn=9"));
 }
 
 TEST(CreateChildInstanceActionTest, ExistingChildFailsAndEndsTheWalkUnknownChildClassChangesNothing) {
@@ -67,9 +66,6 @@ TEST(RemoveChildInstanceActionTest, StructChildrenGoByIdButNotWithAParentRdnValu
   addChildren(model);
   EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Plmn"}, {"parentRdnValue", "1"}}));
   EXPECT_EQ(2u, model.group("Plmn").getNumberOfInstances());
-  EXPECT_EQ(2u,
-            LogRecorder::installed().count(
-                "RemoveChildInstance current childType is struct. struct type cannot be used with parentRdnValue: 1."));
   EXPECT_TRUE(model.run(action, "Cell", {{"childType", "Plmn"}, {"childRdnValue", "plmn"}, {"rdnValue", "2"}}));
   EXPECT_EQ(Strings{"id=plmn,cellId=1,topId=1"}, model.ldns("Plmn"));
 }
@@ -114,8 +110,6 @@ TEST(CreateChildStructActionTest, NamesTheStructByIdLinksItFromEveryParentOnce) 
             ActionModel::values(first, "mappingRef"));
   EXPECT_EQ(Strings{"id=mapping,cellId=2,topId=1"}, ActionModel::values(second, "mappingRef"));
   EXPECT_EQ(SA_IMM_ATTR_SANAMET, second.getAttribute("mappingRef")->getType());
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "Create a new struct Instance of class Plmn rdn=mapping with parent cellId=2,topId=1"));
   EXPECT_EQ(Strings{}, model.failures);
 }
 

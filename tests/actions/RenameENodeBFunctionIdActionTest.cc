@@ -78,9 +78,6 @@ TEST_F(RenameENodeBFunctionIdActionTest, RenamesTheFunctionAndEveryNameOfItsSubt
   const LogRecorder& log = LogRecorder::installed();
   EXPECT_TRUE(log.contains("RenameENodeBFunctionIdAction: rename to eNodeBFunctionId"));
   EXPECT_TRUE(
-      log.contains("RenameENodeBFunctionIdAction: changed parentName for: "
-                   "sectorCarrierId=1,eNodeBFunctionId=1,managedElementId=1"));
-  EXPECT_TRUE(
       log.contains("RenameENodeBFunctionIdAction: invalid entry in hard coded list: "
                    "otherFunctionId=2,managedElementId=1"));
   EXPECT_EQ(Strings{}, model.failures);
@@ -90,8 +87,6 @@ TEST_F(RenameENodeBFunctionIdActionTest, ASecondRunChangesNothing) {
   EXPECT_TRUE(run());
   LogRecorder::installed().clear();
   EXPECT_TRUE(run());
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "RenameENodeBFunctionIdAction: eNodeBFunctionId=1,managedElementId=1 already renamed, nothing to do"));
   EXPECT_FALSE(LogRecorder::installed().containsPart("changed parentName"));
   EXPECT_EQ("eNodeBFunctionId=1,managedElementId=1", function.getLdn());
 }
@@ -103,8 +98,6 @@ TEST_F(RenameENodeBFunctionIdActionTest, ARootFunctionIsTheWholeParentNameParent
   EXPECT_TRUE(run());
   EXPECT_EQ("eNodeBFunctionId=7", root.getLdn());
   EXPECT_NE(nullptr, model.group("EUtranCellFDD").getInstance("eUtranCellFDDId=3,eNodeBFunctionId=7"));
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "RenameENodeBFunctionIdAction: already had the new parentName: eNodeBFunctionId=1,managedElementId=1"));
 }
 
 TEST(RenameENodeBFunctionIdActionMissingTest, AMissingMoClassFailsAMissingStructClassIsOnlyReported) {

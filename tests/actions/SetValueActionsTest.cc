@@ -305,7 +305,6 @@ TEST(SetAttributeValueActionTest, FilterSkipsInstancesOldValueSelectsPositionsAF
   EXPECT_EQ((Strings{"-130", "5", "-130"}), ActionModel::values(one, "x"));
   EXPECT_EQ(Strings{"-130"}, ActionModel::values(two, "x"));
   EXPECT_EQ(Strings{"7"}, ActionModel::values(three, "x"));
-  EXPECT_EQ(1u, LogRecorder::installed().count("Filter does not apply"));
 
   EXPECT_TRUE(model.run(action, "Cell", {{"name", "x"}, {"rdnValue", "2"}}, {{{"operator", "="}, {"value", "0"}}}));
   EXPECT_EQ(Strings{"0"}, ActionModel::values(two, "x"));
@@ -352,7 +351,6 @@ TEST_F(SetStructAttributeValueActionTest, ChangesTheReferredStructsTheArgumentsS
     EXPECT_TRUE(run(c.extra, c.operation));
     EXPECT_EQ(c.mncs, mncs());
   }
-  EXPECT_EQ(1u, LogRecorder::installed().count("Filter does not apply"));
   EXPECT_EQ(Strings{}, model.failures);
 }
 

@@ -198,7 +198,6 @@ TEST(ActionsE2eTest, FunctionIdRenameCoversTheSubtreeAndASecondRunChangesNothing
   renamed.classes = renamed.newClasses;
   RunResult second = runActions(secondDir, renamed, kRenameMos, first.model("RadioNode"));
   ASSERT_EQ(0, second.exitStatus) << second.report << second.rollbackText();
-  EXPECT_EQ(1u, second.loggedParts("RenameENodeBFunctionIdAction: " + function + " already renamed, nothing to do"));
   ModelObjects again = second.objects("RadioNode");
   ASSERT_EQ(model.size(), again.size());
   for (const auto& [dn, object] : model) EXPECT_EQ(object.attrs, again[dn].attrs) << dn;

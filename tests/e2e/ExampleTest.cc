@@ -27,6 +27,11 @@ TEST(ExampleTest, UpgradesCompletelyOnItsNode) {
                            "RadioNode: Conversion path size: 2 modification files"}) {
     EXPECT_TRUE(run.logged(kind)) << kind;
   }
+  // The persistent log tells the run's story, counts per class included;
+  // records of single instances and values go to the trace only.
+  EXPECT_TRUE(run.logged("RadioNode: Class EUtranCellFDD: 9 instances to write"));
+  EXPECT_EQ(0u, run.loggedParts("ATTRIBUTE("));
+  EXPECT_EQ(0u, run.loggedParts("init::attr"));
 
   // The converted schema: renamed, dropped and added classes, every parent there.
   std::set<std::string> dns;
