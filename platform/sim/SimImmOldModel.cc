@@ -81,8 +81,9 @@ bool SimImmOldModel::load(const ClassObjects& objects, std::string* encoded, std
   return true;
 }
 
-void SimImmOldModel::add(const SimImmObject& object) {
+void SimImmOldModel::add(const SimImmObject& object, size_t file) {
   ClassObjects& objects = objects_[object.className];
+  objects.files.insert(file);
   encode(object, &objects.pending);
   if (spool_ == nullptr || objects.pending.size() < kRunSize) return;
   long offset = std::ftell(spool_);
@@ -102,24 +103,25 @@ bool SimImmOldModel::index(std::string* why) {
   SimImmDumpReader::Handler handler;
   handler.onWarning = [this](const std::string& path, const std::string& warning) { warn(path, warning); };
   std::string undefined;
+  size_t file = 0;
   handler.onObject = [&](SimImmObject&& object) {
     if (classes_.find(object.className) == nullptr) {
       undefined = "line " + std::to_string(object.line) + ": object " + object.dn + " of undefined class " +
                   object.className;
       return false;
     }
-    add(object);
+    add(object, file);
     return true;
   };
   spool_ = std::tmpfile();
-  for (const std::string& file : files_) {
+  for (; file < files_.size(); ++file) {
     SimImmDumpReader reader;
-    if (!reader.read(file, handler)) {
+    if (!reader.read(files_[file], handler)) {
       *why = reader.error();
       break;
     }
     if (!undefined.empty()) {
-      *why = file + ": " + undefined;
+      *why = files_[file] + ": " + undefined;
       break;
     }
   }
@@ -130,8 +132,20 @@ bool SimImmOldModel::index(std::string* why) {
   return false;
 }
 
-bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, const Each& each,
-                                   std::string* why) const {
+std::vector<std::string> SimImmOldModel::filesHolding(const std::set<std::string>& classNames) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  if (indexState_ != State::kRead) return files_;
+  std::set<size_t> holding;
+  for (const std::string& className : classNames) {
+    auto found = objects_.find(className);
+    if (found != objects_.end()) holding.insert(found->second.files.begin(), found->second.files.end());
+  }
+  std::vector<std::string> files;
+  for (size_t file : holding) files.push_back(files_[file]);
+  return files;
+}
+
+bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why) {
   if (classNames.empty()) return true;
   bool refused = false;
   SimImmDumpReader::Handler handler;
@@ -141,7 +155,7 @@ bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, cons
     refused = !each(object, why);
     return !refused;
   };
-  for (const std::string& file : files_) {
+  for (const std::string& file : filesHolding(classNames)) {
     SimImmDumpReader reader;
     if (!reader.read(file, handler)) {
       *why = reader.error();

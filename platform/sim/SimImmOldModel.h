@@ -7,7 +7,9 @@
 // class's objects and no read parses the dump again. The compact objects go
 // to an anonymous spool file in runs of about a megabyte a class, so memory
 // stays small however large the dump. Copies go through the files instead
-// (streamObjects), one object at a time.
+// (streamObjects), one object at a time, and once the dump is indexed only
+// through the files that hold objects of the copied classes: on a node whose
+// schemas have a file each, a session's copy reads its own schema's file.
 
 #ifndef VOSK_SIM_SIM_IMM_OLD_MODEL_H
 #define VOSK_SIM_SIM_IMM_OLD_MODEL_H
@@ -39,11 +41,11 @@ class SimImmOldModel {
   // malformed or holds objects of undefined classes.
   bool objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why);
 
-  // Hands each object of `classNames` to `each`, straight from the files.
-  // `each` may refuse an object (false, with `why` set): the stream then
-  // stops, and `why` is given the object's file in front.
+  // Hands each object of `classNames` to `each`, straight from the files, in
+  // file order. `each` may refuse an object (false, with `why` set): the
+  // stream then stops, and `why` is given the object's file in front.
   using Each = std::function<bool(const SimImmObject&, std::string* why)>;
-  bool streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why) const;
+  bool streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why);
 
  private:
   enum class State { kNotRead, kRead, kFailed };
@@ -53,13 +55,17 @@ class SimImmOldModel {
   struct ClassObjects {
     std::vector<std::pair<long, size_t>> runs;  // offset, size
     std::string pending;
+    std::set<size_t> files;  // indexes in files_ of the files that hold them
   };
   static constexpr size_t kRunSize = 1 << 20;
 
   bool index(std::string* why);
   // Reports a warning of the reader once, however often the files are read.
   void warn(const std::string& path, const std::string& warning) const;
-  void add(const SimImmObject& object);
+  void add(const SimImmObject& object, size_t file);
+  // The files a stream of `classNames` must read: those that hold their
+  // objects once the dump is indexed, else all.
+  std::vector<std::string> filesHolding(const std::set<std::string>& classNames);
   bool load(const ClassObjects& objects, std::string* encoded, std::string* why) const;
   static void encode(const SimImmObject& object, std::string* out);
   static void decode(const std::string& in, const std::string& className, std::vector<SimImmObject>* objects);

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
+#include "SimImmOldModel.h"
+
 #include "SimImmNodeTest.h"
 
 namespace {
@@ -69,6 +73,33 @@ TEST(SimImmDumpReaderTest, TheShapeOfTheDocumentIsChecked) {
       EXPECT_NE(std::string::npos, reader.error().find(c.error)) << reader.error();
     }
   }
+}
+
+}  // namespace
+
+namespace {
+
+// Once the dump is indexed, a copy reads only the files that hold objects of
+// the copied classes: here the other file is gone and is not missed.
+TEST(SimImmOldModelTest, ACopyReadsOnlyTheFilesThatHoldItsClasses) {
+  TempDir dir;
+  auto schema = [](const char* cls, const char* rdn, const char* dn) {
+    return immXml(std::string("<class name=\"") + cls + "\"><category>SA_CONFIG</category><rdn><name>" + rdn +
+                  "</name><type>SA_STRING_T</type><category>SA_CONFIG</category></rdn></class><object class=\"" +
+                  cls + "\"><dn>" + dn + "</dn></object>");
+  };
+  const std::string a = dir.write("a.xml", schema("A", "aId", "aId=1"));
+  const std::string b = dir.write("b.xml", schema("B", "bId", "bId=1"));
+  SimImmOldModel model({a, b});
+  std::vector<SimImmObject> objects;
+  std::string why;
+  ASSERT_TRUE(model.objectsOf("B", &objects, &why)) << why;
+  ASSERT_EQ(0, std::remove(b.c_str()));
+  std::vector<std::string> copied;
+  EXPECT_TRUE(model.streamObjects(
+      {"A"}, [&](const SimImmObject& object, std::string*) { return copied.push_back(object.dn), true; }, &why))
+      << why;
+  EXPECT_EQ(std::vector<std::string>{"aId=1"}, copied);
 }
 
 }  // namespace
