@@ -34,7 +34,8 @@ std::string getText(const std::string& in, size_t* pos) {
 
 }  // namespace
 
-SimImmOldModel::SimImmOldModel(std::vector<std::string> files) : files_(std::move(files)) {}
+SimImmOldModel::SimImmOldModel(std::vector<std::string> files)
+    : files_(std::move(files)), index_(files_.size()), spool_(std::tmpfile()) {}
 
 SimImmOldModel::~SimImmOldModel() {
   if (spool_ != nullptr) std::fclose(spool_);
@@ -53,18 +54,42 @@ bool SimImmOldModel::classes(const SimImmClassModel** model, std::string* why) {
 bool SimImmOldModel::objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why) {
   const SimImmClassModel* model = nullptr;
   if (!classes(&model, why)) return false;
-  std::lock_guard<std::mutex> lock(mutex_);
-  if (indexState_ == State::kNotRead) indexState_ = index(&indexError_) ? State::kRead : State::kFailed;
-  if (indexState_ == State::kFailed) {
-    *why = indexError_;
-    return false;
+  {
+    std::unique_lock<std::mutex> lock(mutex_);
+    if (!indexAll(&lock, why)) return false;
+  }
+  std::string encoded;
+  for (const FileIndex& file : index_) {
+    auto found = file.objects.find(className);
+    if (found != file.objects.end() && !load(found->second, &encoded, why)) return false;
   }
   objects->clear();
-  auto found = objects_.find(className);
-  if (found == objects_.end()) return true;
-  std::string encoded;
-  if (!load(found->second, &encoded, why)) return false;
   decode(encoded, className, objects);
+  return true;
+}
+
+bool SimImmOldModel::indexAll(std::unique_lock<std::mutex>* lock, std::string* why) {
+  for (size_t file = 0; file < files_.size(); ++file) {
+    if (index_[file].state != State::kNotRead) continue;
+    index_[file].state = State::kIndexing;
+    lock->unlock();
+    bool indexed = indexFile(file, &index_[file]);
+    lock->lock();
+    index_[file].state = indexed ? State::kRead : State::kFailed;
+    indexed_.notify_all();
+  }
+  indexed_.wait(*lock, [this] {
+    for (const FileIndex& file : index_) {
+      if (file.state == State::kIndexing) return false;
+    }
+    return true;
+  });
+  for (const FileIndex& file : index_) {
+    if (file.state == State::kFailed) {
+      *why = file.error;
+      return false;
+    }
+  }
   return true;
 }
 
@@ -81,16 +106,15 @@ bool SimImmOldModel::load(const ClassObjects& objects, std::string* encoded, std
   return true;
 }
 
-void SimImmOldModel::add(const SimImmObject& object, size_t file) {
-  ClassObjects& objects = objects_[object.className];
-  objects.files.insert(file);
-  encode(object, &objects.pending);
-  if (spool_ == nullptr || objects.pending.size() < kRunSize) return;
+void SimImmOldModel::add(const SimImmObject& object, ClassObjects* objects) {
+  encode(object, &objects->pending);
+  if (spool_ == nullptr || objects->pending.size() < kRunSize) return;
+  std::lock_guard<std::mutex> lock(spoolMutex_);
   long offset = std::ftell(spool_);
-  if (offset >= 0 && std::fwrite(objects.pending.data(), 1, objects.pending.size(), spool_) == objects.pending.size() &&
+  if (offset >= 0 && std::fwrite(objects->pending.data(), 1, objects->pending.size(), spool_) == objects->pending.size() &&
       std::fflush(spool_) == 0) {
-    objects.runs.emplace_back(offset, objects.pending.size());
-    objects.pending.clear();
+    objects->runs.emplace_back(offset, objects->pending.size());
+    objects->pending.clear();
   }
 }
 
@@ -99,49 +123,42 @@ void SimImmOldModel::warn(const std::string& path, const std::string& warning) c
   if (warned_.insert(path + ": " + warning).second) SimEnvironment::reportWarning("old model", path, warning);
 }
 
-bool SimImmOldModel::index(std::string* why) {
+bool SimImmOldModel::indexFile(size_t file, FileIndex* index) {
   SimImmDumpReader::Handler handler;
   handler.onWarning = [this](const std::string& path, const std::string& warning) { warn(path, warning); };
   std::string undefined;
-  size_t file = 0;
   handler.onObject = [&](SimImmObject&& object) {
     if (classes_.find(object.className) == nullptr) {
       undefined = "line " + std::to_string(object.line) + ": object " + object.dn + " of undefined class " +
                   object.className;
       return false;
     }
-    add(object, file);
+    add(object, &index->objects[object.className]);
     return true;
   };
-  spool_ = std::tmpfile();
-  for (; file < files_.size(); ++file) {
-    SimImmDumpReader reader;
-    if (!reader.read(files_[file], handler)) {
-      *why = reader.error();
-      break;
-    }
-    if (!undefined.empty()) {
-      *why = files_[file] + ": " + undefined;
-      break;
-    }
+  SimImmDumpReader reader;
+  if (!reader.read(files_[file], handler)) {
+    index->error = reader.error();
+  } else if (!undefined.empty()) {
+    index->error = files_[file] + ": " + undefined;
   }
-  if (why->empty()) return true;
-  objects_.clear();
-  if (spool_ != nullptr) std::fclose(spool_);
-  spool_ = nullptr;
+  if (index->error.empty()) return true;
+  index->objects.clear();
   return false;
 }
 
 std::vector<std::string> SimImmOldModel::filesHolding(const std::set<std::string>& classNames) {
   std::lock_guard<std::mutex> lock(mutex_);
-  if (indexState_ != State::kRead) return files_;
-  std::set<size_t> holding;
-  for (const std::string& className : classNames) {
-    auto found = objects_.find(className);
-    if (found != objects_.end()) holding.insert(found->second.files.begin(), found->second.files.end());
-  }
   std::vector<std::string> files;
-  for (size_t file : holding) files.push_back(files_[file]);
+  for (size_t file = 0; file < files_.size(); ++file) {
+    if (index_[file].state != State::kRead) return files_;
+    for (const std::string& className : classNames) {
+      if (index_[file].objects.count(className) != 0) {
+        files.push_back(files_[file]);
+        break;
+      }
+    }
+  }
   return files;
 }
 

@@ -4,7 +4,9 @@
 // The first read of a class indexes the whole dump in one streaming pass:
 // each object is kept compactly (its text, no records) with the other
 // objects of its class, so a later read of any class decodes only that
-// class's objects and no read parses the dump again. The compact objects go
+// class's objects and no read parses the dump again. Each file is indexed
+// on its own: sessions that read at the same time index different files at
+// once, and a read decodes outside the model's lock. The compact objects go
 // to an anonymous spool file in runs of about a megabyte a class, so memory
 // stays small however large the dump. Copies go through the files instead
 // (streamObjects), one object at a time, and once the dump is indexed only
@@ -14,6 +16,7 @@
 #ifndef VOSK_SIM_SIM_IMM_OLD_MODEL_H
 #define VOSK_SIM_SIM_IMM_OLD_MODEL_H
 
+#include <condition_variable>
 #include <cstdio>
 #include <functional>
 #include <map>
@@ -48,21 +51,30 @@ class SimImmOldModel {
   bool streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why);
 
  private:
-  enum class State { kNotRead, kRead, kFailed };
+  enum class State { kNotRead, kIndexing, kRead, kFailed };
 
   // The compact objects of one class: runs in the spool file, then the
   // last ones in memory.
   struct ClassObjects {
     std::vector<std::pair<long, size_t>> runs;  // offset, size
     std::string pending;
-    std::set<size_t> files;  // indexes in files_ of the files that hold them
+  };
+  // The index of one file.
+  struct FileIndex {
+    State state = State::kNotRead;
+    std::string error;
+    std::map<std::string, ClassObjects> objects;
   };
   static constexpr size_t kRunSize = 1 << 20;
 
-  bool index(std::string* why);
+  // Indexes the files no session indexes yet, then waits for the others.
+  // False, with `why` set to the first file's failure, when a file fails.
+  // Called with `lock` held; the index is complete and unchanging after.
+  bool indexAll(std::unique_lock<std::mutex>* lock, std::string* why);
+  bool indexFile(size_t file, FileIndex* index);
   // Reports a warning of the reader once, however often the files are read.
   void warn(const std::string& path, const std::string& warning) const;
-  void add(const SimImmObject& object, size_t file);
+  void add(const SimImmObject& object, ClassObjects* objects);
   // The files a stream of `classNames` must read: those that hold their
   // objects once the dump is indexed, else all.
   std::vector<std::string> filesHolding(const std::set<std::string>& classNames);
@@ -75,10 +87,10 @@ class SimImmOldModel {
   State classState_ = State::kNotRead;
   SimImmClassModel classes_;
   std::string classError_;
-  State indexState_ = State::kNotRead;
-  std::map<std::string, ClassObjects> objects_;
-  std::FILE* spool_ = nullptr;  // null: everything stays in memory
-  std::string indexError_;
+  std::vector<FileIndex> index_;  // one for each of files_
+  std::condition_variable indexed_;
+  std::mutex spoolMutex_;         // appending to the spool
+  std::FILE* spool_ = nullptr;    // null: everything stays in memory
   mutable std::mutex warningsMutex_;
   mutable std::set<std::string> warned_;
 };
