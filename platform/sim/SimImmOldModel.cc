@@ -8,31 +8,7 @@
 
 #include "SimEnvironment.h"
 #include "SimImmDumpReader.h"
-
-namespace {
-
-void putNumber(uint32_t n, std::string* out) { out->append(reinterpret_cast<const char*>(&n), sizeof n); }
-
-void putText(const std::string& text, std::string* out) {
-  putNumber(static_cast<uint32_t>(text.size()), out);
-  out->append(text);
-}
-
-uint32_t getNumber(const std::string& in, size_t* pos) {
-  uint32_t n;
-  std::memcpy(&n, in.data() + *pos, sizeof n);
-  *pos += sizeof n;
-  return n;
-}
-
-std::string getText(const std::string& in, size_t* pos) {
-  uint32_t size = getNumber(in, pos);
-  std::string text = in.substr(*pos, size);
-  *pos += size;
-  return text;
-}
-
-}  // namespace
+#include "SimImmObjectCodec.h"
 
 SimImmOldModel::SimImmOldModel(std::vector<std::string> files)
     : files_(std::move(files)), index_(files_.size()), spool_(std::tmpfile()) {}
@@ -64,7 +40,8 @@ bool SimImmOldModel::objectsOf(const std::string& className, std::vector<SimImmO
     if (found != file.objects.end() && !load(found->second, &encoded, why)) return false;
   }
   objects->clear();
-  decode(encoded, className, objects);
+  SimImmObjectCodec::decode(encoded, className,
+                            [objects](SimImmObject&& object) { objects->push_back(std::move(object)); });
   return true;
 }
 
@@ -107,11 +84,12 @@ bool SimImmOldModel::load(const ClassObjects& objects, std::string* encoded, std
 }
 
 void SimImmOldModel::add(const SimImmObject& object, ClassObjects* objects) {
-  encode(object, &objects->pending);
+  SimImmObjectCodec::encode(object, &objects->pending);
   if (spool_ == nullptr || objects->pending.size() < kRunSize) return;
   std::lock_guard<std::mutex> lock(spoolMutex_);
   long offset = std::ftell(spool_);
-  if (offset >= 0 && std::fwrite(objects->pending.data(), 1, objects->pending.size(), spool_) == objects->pending.size() &&
+  if (offset >= 0 &&
+      std::fwrite(objects->pending.data(), 1, objects->pending.size(), spool_) == objects->pending.size() &&
       std::fflush(spool_) == 0) {
     objects->runs.emplace_back(offset, objects->pending.size());
     objects->pending.clear();
@@ -129,8 +107,8 @@ bool SimImmOldModel::indexFile(size_t file, FileIndex* index) {
   std::string undefined;
   handler.onObject = [&](SimImmObject&& object) {
     if (classes_.find(object.className) == nullptr) {
-      undefined = "line " + std::to_string(object.line) + ": object " + object.dn + " of undefined class " +
-                  object.className;
+      undefined =
+          "line " + std::to_string(object.line) + ": object " + object.dn + " of undefined class " + object.className;
       return false;
     }
     add(object, &index->objects[object.className]);
@@ -184,38 +162,4 @@ bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, cons
     }
   }
   return true;
-}
-
-void SimImmOldModel::encode(const SimImmObject& object, std::string* out) {
-  putText(object.dn, out);
-  putNumber(static_cast<uint32_t>(object.line), out);
-  putNumber(static_cast<uint32_t>(object.attrs.size()), out);
-  for (const SimImmAttrValues& attr : object.attrs) {
-    putText(attr.name, out);
-    putNumber(static_cast<uint32_t>(attr.values.size()), out);
-    for (const SimImmValue& value : attr.values) {
-      putText(value.text, out);
-      out->push_back(value.base64 ? 1 : 0);
-    }
-  }
-}
-
-void SimImmOldModel::decode(const std::string& in, const std::string& className, std::vector<SimImmObject>* objects) {
-  size_t pos = 0;
-  while (pos < in.size()) {
-    SimImmObject object;
-    object.className = className;
-    object.dn = getText(in, &pos);
-    object.line = static_cast<int>(getNumber(in, &pos));
-    object.attrs.resize(getNumber(in, &pos));
-    for (SimImmAttrValues& attr : object.attrs) {
-      attr.name = getText(in, &pos);
-      attr.values.resize(getNumber(in, &pos));
-      for (SimImmValue& value : attr.values) {
-        value.text = getText(in, &pos);
-        value.base64 = in[pos++] != 0;
-      }
-    }
-    objects->push_back(std::move(object));
-  }
 }

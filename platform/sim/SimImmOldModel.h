@@ -79,8 +79,6 @@ class SimImmOldModel {
   // objects once the dump is indexed, else all.
   std::vector<std::string> filesHolding(const std::set<std::string>& classNames);
   bool load(const ClassObjects& objects, std::string* encoded, std::string* why) const;
-  static void encode(const SimImmObject& object, std::string* out);
-  static void decode(const std::string& in, const std::string& className, std::vector<SimImmObject>* objects);
 
   const std::vector<std::string> files_;
   std::mutex mutex_;
@@ -89,8 +87,8 @@ class SimImmOldModel {
   std::string classError_;
   std::vector<FileIndex> index_;  // one for each of files_
   std::condition_variable indexed_;
-  std::mutex spoolMutex_;         // appending to the spool
-  std::FILE* spool_ = nullptr;    // null: everything stays in memory
+  std::mutex spoolMutex_;       // appending to the spool
+  std::FILE* spool_ = nullptr;  // null: everything stays in memory
   mutable std::mutex warningsMutex_;
   mutable std::set<std::string> warned_;
 };

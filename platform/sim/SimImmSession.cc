@@ -1,6 +1,7 @@
 #include "SimImmSession.h"
 
 #include "SimImmModelWriter.h"
+#include "SimImmObjectCodec.h"
 #include "SimImmWrittenGroup.h"
 
 namespace {
@@ -33,8 +34,8 @@ void SimImmSession::setSchemaName(const std::string& name) {
   schemaName_ = name;
 }
 
-SaAisErrorT SimImmSession::locate(const std::string& className, const SimImmClass** oldDef,
-                                  const SimImmClass** newDef, std::string* why) {
+SaAisErrorT SimImmSession::locate(const std::string& className, const SimImmClass** oldDef, const SimImmClass** newDef,
+                                  std::string* why) {
   *oldDef = *newDef = nullptr;
   if (!node_->definition(className, false, oldDef, why)) return SA_AIS_ERR_FAILED_OPERATION;
   if (*oldDef == nullptr && node_->hasNewModel() && !node_->definition(className, true, newDef, why)) {
@@ -47,13 +48,11 @@ SaAisErrorT SimImmSession::locate(const std::string& className, const SimImmClas
   return SA_AIS_OK;
 }
 
-SaAisErrorT SimImmSession::targetDefinition(const std::string& className, const SimImmClass** cls,
-                                            std::string* why) {
+SaAisErrorT SimImmSession::targetDefinition(const std::string& className, const SimImmClass** cls, std::string* why) {
   return node_->definition(className, node_->hasNewModel(), cls, why) ? SA_AIS_OK : SA_AIS_ERR_FAILED_OPERATION;
 }
 
-SaAisErrorT SimImmSession::readInstances(const char* className, SafcImmCtInstanceGroupT*** groups,
-                                         std::string* why) {
+SaAisErrorT SimImmSession::readInstances(const char* className, SafcImmCtInstanceGroupT*** groups, std::string* why) {
   if (className == nullptr || className[0] == '\0' || groups == nullptr) {
     return refuse(SA_AIS_ERR_INVALID_PARAM, "no class name or no place for the result", why);
   }
@@ -76,21 +75,20 @@ SaAisErrorT SimImmSession::readInstances(const char* className, SafcImmCtInstanc
 SaAisErrorT SimImmSession::freeGroups(SafcImmCtInstanceGroupT** groups, std::string* why) {
   std::lock_guard<std::mutex> lock(mutex_);
   if (reads_.erase(groups) == 0) {
-    return refuse(SA_AIS_ERR_INVALID_PARAM, "the groups were not returned by a read of this session or are freed",
-                  why);
+    return refuse(SA_AIS_ERR_INVALID_PARAM, "the groups were not returned by a read of this session or are freed", why);
   }
   return SA_AIS_OK;
 }
 
 SaAisErrorT SimImmSession::write(SafcImmCtInstanceGroupT** groups, std::string* why) {
   if (groups == nullptr) return refuse(SA_AIS_ERR_INVALID_PARAM, "no instance groups", why);
-  std::vector<std::pair<std::string, std::vector<SimImmObject>>> converted;
+  std::vector<std::pair<std::string, std::string>> converted;
   std::set<std::string> names;
   for (size_t i = 0; groups[i] != nullptr; ++i) {
     const char* className = groups[i]->className != nullptr ? groups[i]->className : "";
     const SimImmClass* cls = nullptr;
     if (SaAisErrorT rc = targetDefinition(className, &cls, why); rc != SA_AIS_OK) return rc;
-    std::vector<SimImmObject> objects;
+    std::string objects;
     if (!SimImmWrittenGroup(cls, node_->hasNewModel()).toObjects(*groups[i], &objects, why)) {
       return SA_AIS_ERR_INVALID_PARAM;
     }
@@ -161,7 +159,8 @@ SaAisErrorT SimImmSession::writeModel(const std::string& path, std::string* why)
   if (!writer.open(why)) return SA_AIS_ERR_NO_RESOURCES;
   for (const SimImmClass* cls : definitions) writer.writeClass(*cls);
   for (const auto& group : written_) {
-    for (const SimImmObject& object : group.second) writer.writeObject(object);
+    SimImmObjectCodec::decode(group.second, group.first,
+                              [&writer](SimImmObject&& object) { writer.writeObject(object); });
   }
   if (!copyObjects(&writer, why)) {
     std::string ignored;

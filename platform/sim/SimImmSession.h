@@ -67,7 +67,8 @@ class SimImmSession {
   std::string schemaName_;
   std::mutex mutex_;
   std::map<SafcImmCtInstanceGroupT**, std::unique_ptr<SimImmReadRecords>> reads_;
-  std::vector<std::pair<std::string, std::vector<SimImmObject>>> written_;
+  // Class name and objects (SimImmObjectCodec) of each written group.
+  std::vector<std::pair<std::string, std::string>> written_;
   std::vector<std::pair<std::string, const SimImmClass*>> copied_;  // name, old definition
   std::set<std::string> classesGiven_;  // written or copied
 };

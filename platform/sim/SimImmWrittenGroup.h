@@ -12,7 +12,6 @@
 #define VOSK_SIM_SIM_IMM_WRITTEN_GROUP_H
 
 #include <string>
-#include <vector>
 
 #include "SimImmClass.h"
 #include "SimImmObject.h"
@@ -23,10 +22,11 @@ class SimImmWrittenGroup {
   // `definition` may be null (class defined nowhere); `strict` then refuses.
   SimImmWrittenGroup(const SimImmClass* definition, bool strict) : definition_(definition), strict_(strict) {}
 
-  // Appends the objects of `group` to `objects`. False, with `why` set, when
-  // a record is incomplete, a value invalid, or (strict) the records do not
-  // fit the class definition; two objects with one dn are refused too.
-  bool toObjects(const SafcImmCtInstanceGroupT& group, std::vector<SimImmObject>* objects, std::string* why) const;
+  // Appends the objects of `group` to `encoded` (SimImmObjectCodec), one at a
+  // time. False, with `why` set, when a record is incomplete, a value
+  // invalid, or (strict) the records do not fit the class definition; two
+  // objects with one dn are refused too.
+  bool toObjects(const SafcImmCtInstanceGroupT& group, std::string* encoded, std::string* why) const;
 
  private:
   bool toObject(const std::string& className, const SafcImmCtInstanceT& instance, SimImmObject* object,

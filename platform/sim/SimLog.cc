@@ -58,9 +58,8 @@ extern "C" SaAisErrorT saLogInitialize(SaLogHandleT* logHandle, const SaLogCallb
 }
 
 extern "C" SaAisErrorT saLogStreamOpen_2(SaLogHandleT logHandle, const SaNameT* logStreamName,
-                                         const SaLogFileCreateAttributesT_2* attributes,
-                                         SaLogStreamOpenFlagsT flags, SaTimeT /*timeout*/,
-                                         SaLogStreamHandleT* logStreamHandle) {
+                                         const SaLogFileCreateAttributesT_2* attributes, SaLogStreamOpenFlagsT flags,
+                                         SaTimeT /*timeout*/, SaLogStreamHandleT* logStreamHandle) {
   if (SaAisErrorT rc = injected("LogStreamOpen")) return rc;
   if (logStreamName == nullptr || logStreamHandle == nullptr) return SA_AIS_ERR_INVALID_PARAM;
   if (attributes == nullptr || flags != SA_LOG_STREAM_CREATE || attributes->logFileName == nullptr ||

@@ -81,9 +81,8 @@ SaAisErrorT SimLogStream::write(const SaLogRecordT& record) {
     return SA_AIS_ERR_INVALID_PARAM;
   }
   std::string text(reinterpret_cast<const char*>(record.logBuffer->logBuf), record.logBuffer->logBufSize);
-  SaLogSeverityT severity = record.logHdrType == SA_LOG_GENERIC_HEADER
-                                ? record.logHeader.genericHdr.logSeverity
-                                : static_cast<SaLogSeverityT>(SA_LOG_SEV_INFO);
+  SaLogSeverityT severity = record.logHdrType == SA_LOG_GENERIC_HEADER ? record.logHeader.genericHdr.logSeverity
+                                                                       : static_cast<SaLogSeverityT>(SA_LOG_SEV_INFO);
 
   std::lock_guard<std::mutex> lock(mutex_);
   std::string line = formatRecord(nextRecordId_++, std::time(nullptr), severity, text) + "\n";

@@ -1,0 +1,26 @@
+// A compact form of objects of one class: their dn, line and values one
+// after another in a string, with no per-object allocation. The simulated
+// node keeps the objects it indexes from the old model and the objects a
+// session writes in this form, a fraction of their size as SimImmObjects,
+// and turns them back into objects one at a time when they are used.
+
+#ifndef VOSK_SIM_SIM_IMM_OBJECT_CODEC_H
+#define VOSK_SIM_SIM_IMM_OBJECT_CODEC_H
+
+#include <functional>
+#include <string>
+
+#include "SimImmObject.h"
+
+class SimImmObjectCodec {
+ public:
+  // Appends `object` (its class left out) to `out`.
+  static void encode(const SimImmObject& object, std::string* out);
+
+  // Hands each object encoded in `in`, of class `className`, to `each`, in
+  // the order they were encoded.
+  static void decode(const std::string& in, const std::string& className,
+                     const std::function<void(SimImmObject&&)>& each);
+};
+
+#endif
