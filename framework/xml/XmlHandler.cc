@@ -9,12 +9,20 @@
 #include <optional>
 
 #include "common/Log.h"
+#include "common/RegularFile.h"
 #include "xml/OperationArgument.h"
 #include "xml/Spelling.h"
 
 namespace {
 
 const char kSpecialActionPrefix[] = "SpecialAction";
+
+// Logs why a path is not read: the parser's own failure follows.
+bool regularFile(const char* path) {
+  if (isRegularFile(path)) return true;
+  TAV_LOG(ERROR, "%s is not a regular file", path);
+  return false;
+}
 
 bool isElement(const xmlNode* node, const char* name) {
   return node->type == XML_ELEMENT_NODE && xmlStrcmp(node->name, BAD_CAST name) == 0;
@@ -165,7 +173,9 @@ bool XmlHandler::addAction(UpgradeActionIf* action) {
 bool XmlHandler::parseModificationFile(const char* fileName, bool validateOnly) {
   validateOnly_ = validateOnly;
   // Never from the network; lines beyond 65535 still counted right.
-  xmlDoc* doc = fileName == nullptr ? nullptr : xmlReadFile(fileName, nullptr, XML_PARSE_NONET | XML_PARSE_BIG_LINES);
+  xmlDoc* doc = fileName == nullptr || !regularFile(fileName)
+                    ? nullptr
+                    : xmlReadFile(fileName, nullptr, XML_PARSE_NONET | XML_PARSE_BIG_LINES);
   // A document type could only bring entities from elsewhere into the
   // arguments: modification files have none.
   if (doc != nullptr && (doc->intSubset != nullptr || doc->extSubset != nullptr)) {
@@ -365,7 +375,7 @@ bool XmlHandler::addArg(xmlNode* arg, const UpgradeActionIf& action, const std::
 XmlHandler::ImmClasses XmlHandler::getImmClasses(const char* immFileName, const std::string& category) {
   ImmClasses classes;
   const char* file = orEmpty(immFileName);
-  xmlDoc* doc = immFileName == nullptr ? nullptr : xmlParseFile(immFileName);
+  xmlDoc* doc = immFileName == nullptr || !regularFile(immFileName) ? nullptr : xmlParseFile(immFileName);
   if (doc == nullptr) {
     reportFailure("ABN: xmlParseFile failed for %s", file);
     return classes;

@@ -25,6 +25,11 @@ std::string SimEnvironment::out() {
   return root.empty() ? root : root + "/out";
 }
 
+bool SimEnvironment::isRegularFile(const std::string& path) {
+  struct stat st;
+  return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
 bool SimEnvironment::makeDirectories(const std::string& path) {
   for (size_t pos = 1; pos <= path.size(); ++pos) {
     if (pos != path.size() && path[pos] != '/') continue;

@@ -15,6 +15,9 @@ class SimEnvironment {
 
   // Creates `path` and its missing parents; false when that fails.
   static bool makeDirectories(const std::string& path);
+  // Whether `path` names a regular file (after symbolic links). The node's
+  // readers refuse anything else: a FIFO would block them for ever.
+  static bool isRegularFile(const std::string& path);
 
   // Records why a call was refused, so that a user of the simulated node sees
   // why a call failed: one line "<call> [<subject>] error <code>: <reason>" on

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <memory>
 
+#include "SimEnvironment.h"
 #include "SimImmValueCodec.h"
 
 namespace {
@@ -32,6 +33,7 @@ bool SimImmDumpReader::read(const std::string& path, const Handler& handler) {
   parserError_.clear();
   textLine_ = line_ = 0;
   openLines_.clear();
+  if (!SimEnvironment::isRegularFile(path)) return fail("not a regular file");
   // Dumps may hold values over libxml2's default limit of 10 MB a text, and
   // more lines than it counts by default.
   reader_ = xmlReaderForFile(path.c_str(), nullptr,

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "SimEnvironment.h"
+
 namespace {
 
 bool parseNumber(const std::string& text, SaUint32T* value) {
@@ -28,6 +30,10 @@ bool SimImmVersions::parseVersion(const std::string& text, SafcImmCtSchemaVersio
 SimImmVersions::Result SimImmVersions::find(const std::string& path, const std::string& schemaName,
                                             SafcImmCtSchemaVersionT_2* from, SafcImmCtSchemaVersionT_2* to,
                                             std::string* why) {
+  if (!SimEnvironment::isRegularFile(path)) {
+    *why = "cannot read " + path + ": not a regular file";
+    return Result::kUnreadable;
+  }
   std::ifstream in(path);
   if (!in) {
     *why = "cannot read " + path + ": " + std::strerror(errno);

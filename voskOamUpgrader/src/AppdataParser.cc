@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "FrontTrace.h"
+#include "common/RegularFile.h"
 
 namespace voskoamupgrader {
 
@@ -13,7 +14,10 @@ namespace {
 constexpr const char* kLmlistElement = "lmlist";
 constexpr const char* kSchemaNameAttribute = "boardType";
 
-xmlDocPtr readWithDefaultOptions(const char* path) { return xmlReadFile(path, nullptr, 0); }
+// A FIFO in place of the file would block the read for ever.
+xmlDocPtr readWithDefaultOptions(const char* path) {
+  return isRegularFile(path) ? xmlReadFile(path, nullptr, 0) : nullptr;
+}
 
 bool isNamed(const xmlChar* name, const char* expected) {
   return name != nullptr && std::strcmp(reinterpret_cast<const char*>(name), expected) == 0;
