@@ -7,7 +7,6 @@
 // figures are those of the parser, not of the log's files.
 
 #include <benchmark/benchmark.h>
-
 #include <unistd.h>
 
 #include <cstdio>
@@ -16,42 +15,20 @@
 #include <map>
 #include <string>
 
+#include "common/DiscardingLog.h"
 #include "common/PersistentLog.h"
+#include "icti/ModelFreeHandler.h"
 #include "xml/UpgradeAction.h"
 #include "xml/XmlHandler.h"
 
 namespace {
 
-class SilentLog : public SaLogWrapperIf {
- public:
-  SaAisErrorT initialize(SaLogHandleT* logHandle, const SaLogCallbacksT*, SaVersionT*) override {
-    *logHandle = 1;
-    return SA_AIS_OK;
-  }
-  SaAisErrorT streamOpen(SaLogHandleT, const SaNameT*, const SaLogFileCreateAttributesT_2*, SaLogStreamOpenFlagsT,
-                         SaTimeT, SaLogStreamHandleT* logStreamHandle) override {
-    *logStreamHandle = 1;
-    return SA_AIS_OK;
-  }
-  SaAisErrorT writeLogAsync(SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT*) override {
-    return SA_AIS_OK;
-  }
-  SaAisErrorT finalize(SaLogHandleT) override { return SA_AIS_OK; }
-};
-
 // A conversion session without an old model: no class has a group.
-class EmptyModel : public IctiHandlerIf {
+class EmptyModel : public ModelFreeHandler {
  public:
-  InstanceGroupIf* getInstanceGroup(const std::string&, const std::string&, bool) override { return nullptr; }
-  InstanceIf* getTheOnlyInstance(const std::string&, const std::string&) override { return nullptr; }
-  InstanceGroupIf* addInstanceGroup(const std::string&) override { return nullptr; }
-  bool removeInstanceGroup(const std::string&) override { return false; }
-  InstanceGroupIf* getInstanceGroupForLdn(const std::string&) override { return nullptr; }
   void failUpgrade(const char* message) override { std::fprintf(stderr, "unexpected failure: %s\n", message); }
-  bool isAlive() override { return true; }
   void setFailureContext(const std::string& /*context*/) override {}
   int failureCount() const override { return 0; }
-  bool classDefined(const std::string& /*className*/) override { return true; }
 };
 
 // Reads its arguments and operations as an action would, without a model.
@@ -169,8 +146,8 @@ BENCHMARK(BM_GetImmClasses)->Arg(200)->Arg(2000)->Arg(20000)->Arg(40000)->Unit(b
 }  // namespace
 
 int main(int argc, char** argv) {
-  static SilentLog silentLog;
-  PersistentLog::useWrapper(&silentLog);
+  static DiscardingLog discardingLog;
+  PersistentLog::useWrapper(&discardingLog);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();

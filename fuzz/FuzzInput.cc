@@ -6,30 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "common/DiscardingLog.h"
 #include "common/PersistentLog.h"
-#include "common/SaLogWrapperIf.h"
-
-namespace {
-
-// A log service that accepts every record and keeps none.
-class DiscardingLog : public SaLogWrapperIf {
- public:
-  SaAisErrorT initialize(SaLogHandleT* logHandle, const SaLogCallbacksT*, SaVersionT*) override {
-    *logHandle = 1;
-    return SA_AIS_OK;
-  }
-  SaAisErrorT streamOpen(SaLogHandleT, const SaNameT*, const SaLogFileCreateAttributesT_2*, SaLogStreamOpenFlagsT,
-                         SaTimeT, SaLogStreamHandleT* logStreamHandle) override {
-    *logStreamHandle = 1;
-    return SA_AIS_OK;
-  }
-  SaAisErrorT writeLogAsync(SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT*) override {
-    return SA_AIS_OK;
-  }
-  SaAisErrorT finalize(SaLogHandleT) override { return SA_AIS_OK; }
-};
-
-}  // namespace
 
 FuzzFile::FuzzFile(const uint8_t* data, size_t size) : fd_(memfd_create("fuzz-input", 0)) {
   if (fd_ < 0) {

@@ -10,6 +10,7 @@
 
 #include "common/Log.h"
 #include "common/RegularFile.h"
+#include "icti/ModelFreeHandler.h"
 #include "xml/OperationArgument.h"
 #include "xml/Spelling.h"
 
@@ -102,13 +103,8 @@ const char* orEmpty(const char* text) { return text == nullptr ? "" : text; }
 
 // The handler of a parser that was given none: no model, every class
 // defined, and failure reports logged with their place.
-class LoggedFailures : public IctiHandlerIf {
+class LoggedFailures : public ModelFreeHandler {
  public:
-  InstanceGroupIf* getInstanceGroup(const std::string&, const std::string&, bool) override { return nullptr; }
-  InstanceIf* getTheOnlyInstance(const std::string&, const std::string&) override { return nullptr; }
-  InstanceGroupIf* addInstanceGroup(const std::string&) override { return nullptr; }
-  bool removeInstanceGroup(const std::string&) override { return false; }
-  InstanceGroupIf* getInstanceGroupForLdn(const std::string&) override { return nullptr; }
   void failUpgrade(const char* message) override {
     ++failures_;
     if (context_.empty()) {
@@ -117,10 +113,8 @@ class LoggedFailures : public IctiHandlerIf {
       TAV_LOG(ERROR, "%s (%s)", message, context_.c_str());
     }
   }
-  bool isAlive() override { return true; }
   void setFailureContext(const std::string& context) override { context_ = context; }
   int failureCount() const override { return failures_; }
-  bool classDefined(const std::string&) override { return true; }
 
  private:
   std::string context_;
@@ -194,9 +188,7 @@ bool XmlHandler::parseModificationFile(const char* fileName, bool validateOnly) 
   return result;
 }
 
-void XmlHandler::setFailureContext(const std::string& context) {
-  ictiHandler_->setFailureContext(context);
-}
+void XmlHandler::setFailureContext(const std::string& context) { ictiHandler_->setFailureContext(context); }
 
 std::string XmlHandler::location(const xmlNode* node, const std::string& className, const std::string& action) const {
   std::string text = "at " + fileName_ + ":" + std::to_string(lineOf(node)) + ", Mo " + className;
@@ -409,8 +401,8 @@ XmlHandler::ImmClasses XmlHandler::getImmClasses(const char* immFileName, const 
   return classes;
 }
 
-bool XmlHandler::collectImmClass(xmlDoc* doc, xmlNode* classNode, const std::string& category,
-                                 const char* immFileName, ImmClasses& classes) {
+bool XmlHandler::collectImmClass(xmlDoc* doc, xmlNode* classNode, const std::string& category, const char* immFileName,
+                                 ImmClasses& classes) {
   std::optional<std::string> className;
   for (const xmlAttr* attribute = classNode->properties; attribute != nullptr; attribute = attribute->next) {
     std::optional<std::string> value = valueOf(attribute);
