@@ -1,16 +1,12 @@
 #include "actions/AddArrayElementAction.h"
 
-
 #include "actions/ValueOperations.h"
 #include "common/Log.h"
 #include "icti/ValueText.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
 
 constexpr const char* kName = "AddArrayElementAction";
-
-using HandlerSlot = ThreadSlot<struct AddArrayElementHandlerTag, IctiHandlerIf*>;
 
 bool parsePosition(const std::string& text, uint32_t& position) {
   unsigned long long value = 0;
@@ -35,11 +31,12 @@ bool valuesToAdd(InstanceIf& instance, ActionArgumentsIf& args, OperationSource&
   return true;
 }
 
-bool addArrayElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+bool addArrayElement(InstanceIf& instance, ActionContext& context) {
+  ActionArgumentsIf& args = context.args;
   std::string name;
   args.getArgument("name", name);
-  ValueOperations operations(*HandlerSlot::get(), kName, args);
-  if (!operations.admits(instance, name, filter)) return true;
+  ValueOperations operations(context.handler, kName, args);
+  if (!operations.admits(instance, name, context.filter)) return true;
   const std::string ldn = instance.getLdn();
   OperationSource::Values values;
   if (!valuesToAdd(instance, args, operations.source(), values)) return false;
@@ -83,11 +80,5 @@ bool AddArrayElementAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf*
 
 void AddArrayElementAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   fail(ictiHandler, "Action Failed: AddArrayElementAction: No instance group to operate on. Action arguments: %s",
-       args.argumentsToString());
-}
-
-bool AddArrayElementAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
-                                          ActionArgumentsIf& args) {
-  HandlerSlot::Scope keep(ictiHandler);
-  return UpgradeAction::executeAction(ictiHandler, instanceGroup, args);
+       args.argumentsToString().c_str());
 }

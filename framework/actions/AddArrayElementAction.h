@@ -16,9 +16,6 @@ class AddArrayElementAction : public UpgradeAction {
 
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
-  // Keeps the handler for the instance operation of this thread, then
-  // visits the instances as the base does.
-  bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
 };
 
 #endif

@@ -6,11 +6,8 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "xml/AtrributeTypes.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
-
-using HandlerSlot = ThreadSlot<struct AddAttributeHandlerTag, IctiHandlerIf*>;
 
 bool readArguments(ActionArgumentsIf& args, std::string& name, std::string& type, std::string& defaultValue) {
   return args.getArgument("name", name) && args.getArgument("type", type) &&
@@ -50,17 +47,17 @@ bool checkTypeAndValues(IctiHandlerIf* ictiHandler, const std::string& type, con
 
 AddAttributeAction::AddAttributeAction() : UpgradeAction("AddAttributeAction", addAttribute, withFilter({"name", "type", "defaultValue"})) {}
 
-bool AddAttributeAction::addAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
-  IctiHandlerIf* handler = HandlerSlot::get();
+bool AddAttributeAction::addAttribute(InstanceIf& instance, ActionContext& context) {
+  IctiHandlerIf* handler = &context.handler;
   std::string name;
   std::string type;
   std::string defaultValue;
-  if (!readArguments(args, name, type, defaultValue)) {
+  if (!readArguments(context.args, name, type, defaultValue)) {
     handler->failUpgrade(
         "addAttribute: Failed to read one of the required options: name, type, attributeDefaultValue.");
     return false;
   }
-  if (!filter.applies(instance, 0)) return true;
+  if (!context.filter.applies(instance, 0)) return true;
 
   AttributeInternalIf* attribute = nullptr;
   if (!instance.addAttribute(name, AtrributeTypes::attributeTypeFromText(type), &attribute)) {
@@ -91,7 +88,6 @@ bool AddAttributeAction::addAttribute(InstanceIf& instance, ActionArgumentsIf& a
 
 bool AddAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
-  HandlerSlot::set(ictiHandler);
   std::string name;
   std::string type;
   std::string defaultValue;

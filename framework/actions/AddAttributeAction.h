@@ -15,12 +15,11 @@ class AddAttributeAction : public UpgradeAction {
  public:
   AddAttributeAction();
 
-  // Keeps the handler for the instance step of this thread.
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
 
  private:
-  static bool addAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter);
+  static bool addAttribute(InstanceIf& instance, ActionContext& context);
 };
 
 #endif

@@ -5,26 +5,10 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "xml/Filter.h"
-#include "xml/ThreadSlot.h"
-
-namespace {
-
-struct CreateChildInstanceHandler;
-struct CreateChildInstanceGroup;
-using HandlerSlot = ThreadSlot<CreateChildInstanceHandler, IctiHandlerIf*>;
-using ChildGroupSlot = ThreadSlot<CreateChildInstanceGroup, InstanceGroupIf*>;
-
-}  // namespace
 
 CreateChildInstanceAction::CreateChildInstanceAction()
     : UpgradeAction("CreateChildInstanceAction", createUnderParent,
                     withFilter({"childType", "childRdnValue", "parentRdnValue"})) {}
-
-bool CreateChildInstanceAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
-                                        ActionArgumentsIf& args) {
-  HandlerSlot::Scope keep(ictiHandler);
-  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
-}
 
 bool CreateChildInstanceAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler, "ICTI handler pointer is nullptr");
@@ -47,41 +31,44 @@ bool CreateChildInstanceAction::validateInstanceGroup(InstanceGroupIf* /*instanc
 bool CreateChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                               ActionArgumentsIf& args) {
   const std::string childType = argumentValue(args, "childType");
-  ChildGroupSlot::Scope childGroup(ictiHandler->getInstanceGroup(childType));
-  if (ChildGroupSlot::get() == nullptr) return requireDefinedClass(ictiHandler, getName(), "childType", childType);
+  InstanceGroupIf* childGroup = ictiHandler->getInstanceGroup(childType);
+  if (childGroup == nullptr) return requireDefinedClass(ictiHandler, getName(), "childType", childType);
 
+  Filter filter(&args);
+  ActionContext context{*ictiHandler, args, filter, instanceGroup, childGroup};
   if (instanceGroup == nullptr || instanceGroup->getNumberOfInstances() == 0) {
     const std::string rdnValue = argumentValue(args, "childRdnValue");
     TAV_TRACE(INFO, "Create a new Instance of root MO class %s rdn=%s", childType.c_str(), rdnValue.c_str());
-    return createChild("", rdnValue);
+    return createChild(context, "", rdnValue);
   }
   // The parents as they are now: children of the parent's own class created
   // here are not parents of this run. The first failure ends the walk.
-  Filter filter(&args);
   for (InstanceIf* parent : instanceGroup->getInstances()) {
-    if (!createUnderParent(*parent, args, filter)) return false;
+    if (!createUnderParent(*parent, context)) return false;
   }
   return filterJudged(filter, ictiHandler);
 }
 
-bool CreateChildInstanceAction::createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {
-  const std::string rdnValue = argumentValue(args, "childRdnValue");
+bool CreateChildInstanceAction::createUnderParent(InstanceIf& parent, ActionContext& context) {
+  const std::string rdnValue = argumentValue(context.args, "childRdnValue");
   const std::string parentLdn = parent.getLdn();
-  if (!filter.applies(parent, 0)) return true;
+  if (!context.filter.applies(parent, 0)) return true;
   std::string parentRdnValue;
-  if (args.getArgument("parentRdnValue", parentRdnValue) && parentRdnValue != UpgradeAction::rdnValue(parentLdn)) {
+  if (context.args.getArgument("parentRdnValue", parentRdnValue) &&
+      parentRdnValue != UpgradeAction::rdnValue(parentLdn)) {
     return true;
   }
-  return createChild(parentLdn, rdnValue);
+  return createChild(context, parentLdn, rdnValue);
 }
 
-bool CreateChildInstanceAction::createChild(const std::string& parentLdn, const std::string& rdnValue) {
-  InstanceGroupIf* childGroup = ChildGroupSlot::get();
+bool CreateChildInstanceAction::createChild(ActionContext& context, const std::string& parentLdn,
+                                            const std::string& rdnValue) {
+  InstanceGroupIf* childGroup = context.targetGroup;
   const std::string childType = childGroup->getClassName();
   TAV_TRACE(INFO, "Create a new Instance of class %s rdn=%s with parent %s", childType.c_str(), rdnValue.c_str(),
           parentLdn.c_str());
   if (childGroup->createInstance(parentLdn, rdnValue, false, "") != nullptr) return true;
-  fail(HandlerSlot::get(), "CreateChildInstance: Failed to create instance for parent %s, RDN %s of class %s",
+  fail(&context.handler, "CreateChildInstance: Failed to create instance for parent %s, RDN %s of class %s",
        parentLdn.c_str(), rdnValue.c_str(), childType.c_str());
   return false;
 }

@@ -22,8 +22,6 @@ class CreateChildInstanceAction : public UpgradeAction {
  public:
   CreateChildInstanceAction();
 
-  // Keeps the handler for the per-parent step, then runs the base.
-  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   // Always true: without parents the child becomes a root instance.
@@ -31,8 +29,8 @@ class CreateChildInstanceAction : public UpgradeAction {
   bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
 
  private:
-  static bool createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter);
-  static bool createChild(const std::string& parentLdn, const std::string& rdnValue);
+  static bool createUnderParent(InstanceIf& parent, ActionContext& context);
+  static bool createChild(ActionContext& context, const std::string& parentLdn, const std::string& rdnValue);
 };
 
 #endif

@@ -8,14 +8,8 @@
 #include "icti/ValueText.h"
 #include "safcImmCt.h"
 #include "xml/FilterIf.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
-
-struct CreateChildStructHandler;
-struct CreateChildStructGroup;
-using HandlerSlot = ThreadSlot<CreateChildStructHandler, IctiHandlerIf*>;
-using StructGroupSlot = ThreadSlot<CreateChildStructGroup, InstanceGroupIf*>;
 
 // The arguments the action requires, in the order they are checked.
 constexpr const char* kProperties[] = {"structType", "childRdnValue", "structRefName"};
@@ -30,12 +24,12 @@ bool holdsValue(AttributeInternalIf& attribute, const std::string& value) {
 
 // Appends `reference` to the parent's reference attribute, which must hold
 // names (or their text).
-bool linkStruct(InstanceIf& parent, const std::string& refName, const std::string& reference) {
+bool linkStruct(IctiHandlerIf& handler, InstanceIf& parent, const std::string& refName, const std::string& reference) {
   AttributeInternalIf* attribute = parent.getAttribute(refName);
   if (attribute == nullptr && !parent.addAttribute(refName, SA_IMM_ATTR_SANAMET, &attribute)) return false;
   if (attribute == nullptr) return false;
   if (attribute->getType() != SA_IMM_ATTR_SANAMET && attribute->getType() != SA_IMM_ATTR_SASTRINGT) {
-    UpgradeAction::fail(HandlerSlot::get(),
+    UpgradeAction::fail(&handler,
                         "CreateChildStructAction: structRefName %s is an attribute of type %s on %s, not a reference",
                         refName.c_str(), ValueText::typeName(attribute->getType()), parent.getLdn().c_str());
     return false;
@@ -48,12 +42,6 @@ bool linkStruct(InstanceIf& parent, const std::string& refName, const std::strin
 
 CreateChildStructAction::CreateChildStructAction() : UpgradeAction("CreateChildStructAction", createUnderParent,
                     withFilter({"structType", "childRdnValue", "structRefName"})) {}
-
-bool CreateChildStructAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
-                                      ActionArgumentsIf& args) {
-  HandlerSlot::Scope keep(ictiHandler);
-  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
-}
 
 bool CreateChildStructAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
@@ -77,27 +65,28 @@ void CreateChildStructAction::reportMissingInstanceGroup(ActionArgumentsIf& args
 bool CreateChildStructAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                             ActionArgumentsIf& args) {
   const std::string structType = argumentValue(args, "structType");
-  StructGroupSlot::Scope structGroup(ictiHandler->getInstanceGroup(structType));
-  if (StructGroupSlot::get() == nullptr && !requireDefinedClass(ictiHandler, getName(), "structType", structType)) {
+  InstanceGroupIf* structGroup = ictiHandler->getInstanceGroup(structType);
+  if (structGroup == nullptr && !requireDefinedClass(ictiHandler, getName(), "structType", structType)) {
     return false;
   }
-  return UpgradeAction::executeAction(ictiHandler, instanceGroup, args);
+  return visitInstances(ictiHandler, instanceGroup, args, structGroup);
 }
 
-bool CreateChildStructAction::createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {
-  if (!filter.applies(parent, 0)) return true;
+bool CreateChildStructAction::createUnderParent(InstanceIf& parent, ActionContext& context) {
+  if (!context.filter.applies(parent, 0)) return true;
+  ActionArgumentsIf& args = context.args;
   const std::string structType = argumentValue(args, "structType");
   const std::string rdnValue = argumentValue(args, "childRdnValue");
   const std::string parentLdn = parent.getLdn();
   TAV_TRACE(INFO, "Create a new struct Instance of class %s rdn=%s with parent %s", structType.c_str(), rdnValue.c_str(),
           parentLdn.c_str());
   const std::string structLdn = "id=" + DistinguishedName::escapeValue(rdnValue) + "," + parentLdn;
-  InstanceGroupIf* group = StructGroupSlot::get();
+  InstanceGroupIf* group = context.targetGroup;
   InstanceIf* created = group != nullptr ? group->createInstance(parentLdn, rdnValue, true, structType) : nullptr;
   InstanceIf* instance = created != nullptr ? created : (group != nullptr ? group->getInstance(structLdn) : nullptr);
   if (instance == nullptr) {
-    fail(HandlerSlot::get(), "CreateChildStruct: Can not get struct instance %s", structLdn.c_str());
+    fail(&context.handler, "CreateChildStruct: Can not get struct instance %s", structLdn.c_str());
     return false;
   }
-  return linkStruct(parent, argumentValue(args, "structRefName"), instance->getLdn());
+  return linkStruct(context.handler, parent, argumentValue(args, "structRefName"), instance->getLdn());
 }

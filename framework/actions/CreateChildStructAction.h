@@ -19,14 +19,12 @@ class CreateChildStructAction : public UpgradeAction {
  public:
   CreateChildStructAction();
 
-  // Keeps the handler for the per-parent step, then runs the base.
-  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
 
  private:
-  static bool createUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter);
+  static bool createUnderParent(InstanceIf& parent, ActionContext& context);
 };
 
 #endif

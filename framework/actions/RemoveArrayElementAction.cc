@@ -8,12 +8,8 @@
 #include "common/Log.h"
 #include "icti/ValueText.h"
 #include "safcImmCt.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
-
-struct RemoveArrayElementHandler;
-using HandlerSlot = ThreadSlot<RemoveArrayElementHandler, IctiHandlerIf*>;
 
 // Removes every value equal to `elementValue`, the highest position first,
 // so that the positions still to go do not move.
@@ -48,7 +44,6 @@ RemoveArrayElementAction::RemoveArrayElementAction() : UpgradeAction("RemoveArra
 
 bool RemoveArrayElementAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
-  HandlerSlot::set(ictiHandler);
   std::string name;
   if (args.getArgument("name", name)) return true;
   fail(ictiHandler, "RemoveArrayElementAction requires argument name.");
@@ -60,17 +55,19 @@ void RemoveArrayElementAction::reportMissingInstanceGroup(ActionArgumentsIf& arg
        argumentValue(args, "name").c_str());
 }
 
-bool RemoveArrayElementAction::removeElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+bool RemoveArrayElementAction::removeElement(InstanceIf& instance, ActionContext& context) {
+  ActionArgumentsIf& args = context.args;
+  IctiHandlerIf* handler = &context.handler;
   std::string name;
   if (!args.getArgument("name", name)) {
-    fail(HandlerSlot::get(), "removeArrayElement: Failed to read the required argument name.");
+    fail(handler, "removeArrayElement: Failed to read the required argument name.");
     return false;
   }
-  if (!filter.applies(instance, 0)) return true;
+  if (!context.filter.applies(instance, 0)) return true;
   AttributeInternalIf* attribute = instance.getAttribute(name);
   if (attribute == nullptr) return true;
   if (isNamingAttribute(instance, name)) {
-    fail(HandlerSlot::get(), "removeArrayElement: attribute %s names %s: its value is the instance's name",
+    fail(handler, "removeArrayElement: attribute %s names %s: its value is the instance's name",
          name.c_str(), instance.getLdn().c_str());
     return false;
   }
@@ -81,7 +78,7 @@ bool RemoveArrayElementAction::removeElement(InstanceIf& instance, ActionArgumen
   } else if (args.getArgument("index", indexText)) {
     uint32_t index = 0;
     if (!parseIndex(indexText, &index)) {
-      fail(HandlerSlot::get(), "Not able to parse argument index, %s, as an int", indexText.c_str());
+      fail(handler, "Not able to parse argument index, %s, as an int", indexText.c_str());
       return false;
     }
     attribute->eraseValueAtIndex(index);

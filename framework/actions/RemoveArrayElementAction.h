@@ -21,7 +21,7 @@ class RemoveArrayElementAction : public UpgradeAction {
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
 
  private:
-  static bool removeElement(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter);
+  static bool removeElement(InstanceIf& instance, ActionContext& context);
 };
 
 #endif

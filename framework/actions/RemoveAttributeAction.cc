@@ -9,12 +9,12 @@ namespace {
 
 const std::string kNameProperty = "name";
 
-bool removeAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
+bool removeAttribute(InstanceIf& instance, ActionContext& context) {
   TAV_TRACE(TRACE1, "RemoveAttributeAction::removeAttribute()");
   std::string name;
-  args.getArgument(kNameProperty, name);
+  context.args.getArgument(kNameProperty, name);
   // The instance logs an attribute it does not have; that is no failure.
-  if (filter.applies(instance, 0)) instance.eraseAttribute(name);
+  if (context.filter.applies(instance, 0)) instance.eraseAttribute(name);
   return true;
 }
 

@@ -7,14 +7,8 @@
 #include "icti/DistinguishedName.h"
 #include "icti/Instance.h"
 #include "xml/FilterIf.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
-
-struct RemoveChildInstanceHandler;
-struct RemoveChildInstanceGroup;
-using HandlerSlot = ThreadSlot<RemoveChildInstanceHandler, IctiHandlerIf*>;
-using ChildGroupSlot = ThreadSlot<RemoveChildInstanceGroup, InstanceGroupIf*>;
 
 // The children to remove below `parentLdn`: the one that childRdnValue
 // names, else every child of the class. A child whose RDN does not take the
@@ -59,17 +53,15 @@ bool RemoveChildInstanceAction::validateInstanceGroup(InstanceGroupIf* /*instanc
 
 bool RemoveChildInstanceAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                               ActionArgumentsIf& args) {
-  HandlerSlot::Scope handler(ictiHandler);
   const std::string childType = argumentValue(args, "childType");
-  ChildGroupSlot::Scope childGroup(ictiHandler->getInstanceGroup(childType));
-  InstanceGroupIf* children = ChildGroupSlot::get();
+  InstanceGroupIf* children = ictiHandler->getInstanceGroup(childType);
   if (children == nullptr) return requireDefinedClass(ictiHandler, getName(), "childType", childType);
   if (instanceGroup == nullptr || instanceGroup->getNumberOfInstances() == 0) {
     InstanceIf* first = children->getFirstInstance();
     if (first != nullptr) children->eraseInstance(first->getLdn());
     return true;
   }
-  return UpgradeAction::executeAction(ictiHandler, instanceGroup, args);
+  return visitInstances(ictiHandler, instanceGroup, args, children);
 }
 
 std::string RemoveChildInstanceAction::getTargetLdn(const std::string& parentLdn, const std::string& childType,
@@ -83,11 +75,12 @@ std::string RemoveChildInstanceAction::getTargetLdn(const std::string& parentLdn
   return rdnAttribute + "=" + DistinguishedName::escapeValue(rdnValue) + "," + parentLdn;
 }
 
-bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter) {
+bool RemoveChildInstanceAction::removeUnderParent(InstanceIf& parent, ActionContext& context) {
+  ActionArgumentsIf& args = context.args;
   const std::string parentLdn = parent.getLdn();
   TAV_TRACE(INFO, "RemoveChildInstance::removeChildInstance: instance.getLdn %s", parentLdn.c_str());
-  if (!filter.applies(parent, 0)) return true;
-  InstanceGroupIf* children = ChildGroupSlot::get();
+  if (!context.filter.applies(parent, 0)) return true;
+  InstanceGroupIf* children = context.targetGroup;
   const bool isStruct = children->isStructGroup();
   std::string parentRdnValue;
   if (args.getArgument("parentRdnValue", parentRdnValue)) {

@@ -36,7 +36,7 @@ class RemoveChildInstanceAction : public UpgradeAction {
                                   ActionArgumentsIf& args);
 
  private:
-  static bool removeUnderParent(InstanceIf& parent, ActionArgumentsIf& args, FilterIf& filter);
+  static bool removeUnderParent(InstanceIf& parent, ActionContext& context);
 };
 
 #endif

@@ -4,11 +4,8 @@
 #include <string>
 
 #include "actions/ArgumentValue.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
-
-using HandlerSlot = ThreadSlot<struct RenameAttributeHandlerTag, IctiHandlerIf*>;
 
 // The value moves as it is, bit for bit.
 bool copyValue(AttributeInternalIf& from, AttributeInternalIf& to, uint32_t index) {
@@ -20,13 +17,13 @@ bool copyValue(AttributeInternalIf& from, AttributeInternalIf& to, uint32_t inde
 
 RenameAttributeAction::RenameAttributeAction() : UpgradeAction("RenameAttributeAction", renameAttribute, withFilter({"name", "newName"})) {}
 
-bool RenameAttributeAction::renameAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
-  IctiHandlerIf* handler = HandlerSlot::get();
+bool RenameAttributeAction::renameAttribute(InstanceIf& instance, ActionContext& context) {
+  IctiHandlerIf* handler = &context.handler;
   std::string name;
   std::string newName;
-  args.getArgument("name", name);
-  args.getArgument("newName", newName);
-  if (!filter.applies(instance, 0)) return true;
+  context.args.getArgument("name", name);
+  context.args.getArgument("newName", newName);
+  if (!context.filter.applies(instance, 0)) return true;
 
   AttributeInternalIf* oldAttribute = instance.getAttribute(name);
   if (oldAttribute == nullptr) {
@@ -51,7 +48,6 @@ bool RenameAttributeAction::renameAttribute(InstanceIf& instance, ActionArgument
 
 bool RenameAttributeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
-  HandlerSlot::set(ictiHandler);
   std::string name;
   std::string newName;
   if (args.getArgument("name", name) && args.getArgument("newName", newName)) return true;

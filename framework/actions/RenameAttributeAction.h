@@ -14,12 +14,11 @@ class RenameAttributeAction : public UpgradeAction {
  public:
   RenameAttributeAction();
 
-  // Keeps the handler for the instance step of this thread.
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
 
  private:
-  static bool renameAttribute(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter);
+  static bool renameAttribute(InstanceIf& instance, ActionContext& context);
 };
 
 #endif

@@ -6,14 +6,8 @@
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
 #include "safcImmCt.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
-
-struct RenameENodeBFunctionIdHandler;
-struct RenameENodeBFunctionIdRunning;
-using HandlerSlot = ThreadSlot<RenameENodeBFunctionIdHandler, IctiHandlerIf*>;
-using ActionSlot = ThreadSlot<RenameENodeBFunctionIdRunning, const RenameENodeBFunctionIdAction*>;
 
 // The lists in rewrite order, several names a line.
 // clang-format off
@@ -108,8 +102,6 @@ RenameENodeBFunctionIdAction::RenameENodeBFunctionIdAction()
 
 bool RenameENodeBFunctionIdAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
-  HandlerSlot::set(ictiHandler);
-  ActionSlot::set(this);
   std::string newName;
   if (!args.getArgument("newENodeBFunctionIdName", newName)) {
     fail(ictiHandler, "RenameENodeBFunctionIdAction requires attribute newENodeBFunctionIdName");
@@ -130,10 +122,10 @@ void RenameENodeBFunctionIdAction::reportMissingInstanceGroup(ActionArgumentsIf&
       argumentValue(args, "newENodeBFunctionIdName").c_str());
 }
 
-bool RenameENodeBFunctionIdAction::renameFunction(InstanceIf& function, ActionArgumentsIf& args, FilterIf& filter) {
-  const std::string newName = argumentValue(args, "newENodeBFunctionIdName");
+bool RenameENodeBFunctionIdAction::renameFunction(InstanceIf& function, ActionContext& context) {
+  const std::string newName = argumentValue(context.args, "newENodeBFunctionIdName");
   TAV_LOG(INFO, "RenameENodeBFunctionIdAction: rename to %s", newName.c_str());
-  if (!filter.applies(function, 0)) return true;
+  if (!context.filter.applies(function, 0)) return true;
   Rename rename;
   rename.oldRdn = function.getRdn();
   size_t equals = rename.oldRdn.find('=');
@@ -144,25 +136,25 @@ bool RenameENodeBFunctionIdAction::renameFunction(InstanceIf& function, ActionAr
   rename.oldLdn = function.getLdn();
   rename.newRdn = newName + "=" + (equals == std::string::npos ? std::string() : rename.oldRdn.substr(equals + 1));
   if (!function.setRdn(rename.newRdn)) {
-    fail(HandlerSlot::get(), "RenameENodeBFunctionIdAction: %s cannot be named %s", rename.oldLdn.c_str(),
+    fail(&context.handler, "RenameENodeBFunctionIdAction: %s cannot be named %s", rename.oldLdn.c_str(),
          rename.newRdn.c_str());
     return false;
   }
   rename.newLdn = function.getLdn();
 
-  const std::vector<std::string>& classNames = ActionSlot::get()->classNames();
-  for (size_t i = 0; i < kMoClassCount; ++i) {
-    if (!rewriteSubtree(classNames[i], rename)) return false;
+  for (const char* className : kMoClasses) {
+    if (!rewriteSubtree(context.handler, className, rename)) return false;
   }
-  for (size_t i = kMoClassCount; i < classNames.size(); ++i) rewriteSubtree(classNames[i], rename);
+  for (const char* className : kStructClasses) rewriteSubtree(context.handler, className, rename);
   return true;
 }
 
-bool RenameENodeBFunctionIdAction::rewriteSubtree(const std::string& className, const Rename& rename) {
-  InstanceGroupIf* group = HandlerSlot::get()->getInstanceGroup(className);
+bool RenameENodeBFunctionIdAction::rewriteSubtree(IctiHandlerIf& handler, const std::string& className,
+                                                  const Rename& rename) {
+  InstanceGroupIf* group = handler.getInstanceGroup(className);
   if (group == nullptr) {
     // Reported for struct classes too; only the caller ignores their result.
-    fail(HandlerSlot::get(), "RenameENodeBFunctionIdAction: failed to find InstanceGroup for %s", className.c_str());
+    fail(&handler, "RenameENodeBFunctionIdAction: failed to find InstanceGroup for %s", className.c_str());
     return false;
   }
   for (InstanceIf* instance : group->getInstances()) rewriteInstance(*instance, rename);

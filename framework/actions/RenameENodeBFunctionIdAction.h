@@ -35,7 +35,6 @@ class RenameENodeBFunctionIdAction : public UpgradeAction {
 
   RenameENodeBFunctionIdAction();
 
-  // Also keeps the handler and this action for the per-instance step.
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
 
@@ -45,8 +44,8 @@ class RenameENodeBFunctionIdAction : public UpgradeAction {
  private:
   struct Rename;
 
-  static bool renameFunction(InstanceIf& function, ActionArgumentsIf& args, FilterIf& filter);
-  static bool rewriteSubtree(const std::string& className, const Rename& rename);
+  static bool renameFunction(InstanceIf& function, ActionContext& context);
+  static bool rewriteSubtree(IctiHandlerIf& handler, const std::string& className, const Rename& rename);
   static void rewriteInstance(InstanceIf& instance, const Rename& rename);
   static void rewriteReferences(AttributeInternalIf& attribute, const Rename& rename);
 

@@ -10,7 +10,6 @@
 #include "common/MessageFormatter.h"
 #include "icti/DistinguishedName.h"
 #include "xml/Filter.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
 
@@ -53,10 +52,6 @@ struct RenamePlan {
   std::vector<Referrers> referrers;
 };
 
-using HandlerSlot = ThreadSlot<struct RenameMoTypeHandlerTag, IctiHandlerIf*>;
-using OldGroupSlot = ThreadSlot<struct RenameMoTypeOldGroupTag, InstanceGroupIf*>;
-using NewGroupSlot = ThreadSlot<struct RenameMoTypeNewGroupTag, InstanceGroupIf*>;
-using PlanSlot = ThreadSlot<struct RenameMoTypePlanTag, const RenamePlan*>;
 
 std::string withLowerInitial(std::string name) {
   if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
@@ -239,9 +234,40 @@ bool renameReferences(const std::string& oldLdn, const RenamePlan& plan, IctiHan
   return complete;
 }
 
+// Renames one instance and, once everything it needs was found, moves it
+// into the new group.
+bool renameInstance(InstanceIf& instance, ActionContext& context, const RenamePlan& plan) {
+  IctiHandlerIf* handler = &context.handler;
+  const std::string oldLdn = instance.getLdn();
+
+  if (!instance.setRdn(renamedRdn(instance.getRdn(), plan.newRdnAttribute))) {
+    report(handler, MessageFormatter::plain("RenameMoTypeAction: %s cannot be named %s", oldLdn.c_str(),
+                                            plan.newRdnAttribute.c_str()));
+    return true;
+  }
+  const std::string parentName = instance.getParentName();
+  const std::string renamedParent = plan.rename(parentName);
+  if (renamedParent != parentName) instance.setParentName(renamedParent);
+
+  // Each step reports what it misses and goes on, so that one run names
+  // every missing piece.
+  bool complete = renameStructs(instance, plan, handler);
+  // Descendants are renamed within the struct attributes' loop: a rename
+  // without `structAttr1` leaves the names below the renamed instances alone.
+  if (!plan.structAttributes.empty()) complete = renameDescendants(oldLdn, plan, handler) && complete;
+  complete = renameReferences(oldLdn, plan, handler) && complete;
+  if (complete) {
+    context.group->detachInstance(&instance);
+    context.targetGroup->addInstance(&instance);
+  }
+  return true;
+}
+
 }  // namespace
 
-RenameMoTypeAction::RenameMoTypeAction() : UpgradeAction("RenameMoTypeAction", renameInstance,
+// The instances are renamed by executeAction's own walk, which also hands
+// them the rename's plan.
+RenameMoTypeAction::RenameMoTypeAction() : UpgradeAction("RenameMoTypeAction", nullptr,
                     {"newName", "name", "structAttr#", "structType#", "descendant#", "morefAttr#", "referringMoType#"}) {}
 
 std::string RenameMoTypeAction::renameRdns(const std::string& name, const std::string& oldRdnAttribute,
@@ -264,11 +290,6 @@ std::string RenameMoTypeAction::renameRdns(const std::string& name, const std::s
     renamed.push_back(',');
     start = comma + 1;
   }
-}
-
-bool RenameMoTypeAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) {
-  HandlerSlot::set(ictiHandler);
-  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
 }
 
 bool RenameMoTypeAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
@@ -303,7 +324,6 @@ void RenameMoTypeAction::reportMissingInstanceGroup(ActionArgumentsIf& args, Ict
 
 bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
                                        ActionArgumentsIf& args) {
-  OldGroupSlot::set(instanceGroup);
   if (instanceGroup->isStructGroup()) {
     ictiHandler->failUpgrade("RenameMoTypeAction can not be performed on struct MO types");
     return false;
@@ -311,7 +331,6 @@ bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroup
   const std::string newName = argumentValue(args, "newName");
   if (!classesDefined(ictiHandler, args)) return false;
   InstanceGroupIf* newGroup = ictiHandler->addInstanceGroup(newName);
-  NewGroupSlot::set(newGroup);
   if (newGroup == nullptr) {
     fail(ictiHandler, "RenameMoTypeAction: class %s exists already with instances; %s cannot be renamed into it",
          newName.c_str(), instanceGroup->getClassName().c_str());
@@ -320,38 +339,12 @@ bool RenameMoTypeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroup
 
   const std::string oldClass = instanceGroup->getClassName();
   const RenamePlan plan = makePlan(ictiHandler, args, oldClass, newName);
-  PlanSlot::Scope usePlan(&plan);
   Filter filter(&args);
-  if (!instanceGroup->forEachInstance(renameInstance, args, filter)) return false;
+  ActionContext context{*ictiHandler, args, filter, instanceGroup, newGroup};
+  if (!instanceGroup->forEachInstance([&](InstanceIf& instance) { return renameInstance(instance, context, plan); })) {
+    return false;
+  }
   // What is left did not reach the new group.
   for (InstanceIf* instance : instanceGroup->getInstances()) instanceGroup->eraseInstance(instance->getLdn());
   return ictiHandler->removeInstanceGroup(oldClass);
-}
-
-bool RenameMoTypeAction::renameInstance(InstanceIf& instance, ActionArgumentsIf& /*args*/, FilterIf& /*filter*/) {
-  IctiHandlerIf* handler = HandlerSlot::get();
-  const RenamePlan& plan = *PlanSlot::get();
-  const std::string oldLdn = instance.getLdn();
-
-  if (!instance.setRdn(renamedRdn(instance.getRdn(), plan.newRdnAttribute))) {
-    report(handler, MessageFormatter::plain("RenameMoTypeAction: %s cannot be named %s", oldLdn.c_str(),
-                                            plan.newRdnAttribute.c_str()));
-    return true;
-  }
-  const std::string parentName = instance.getParentName();
-  const std::string renamedParent = plan.rename(parentName);
-  if (renamedParent != parentName) instance.setParentName(renamedParent);
-
-  // Each step reports what it misses and goes on, so that one run names
-  // every missing piece.
-  bool complete = renameStructs(instance, plan, handler);
-  // Descendants are renamed within the struct attributes' loop: a rename
-  // without `structAttr1` leaves the names below the renamed instances alone.
-  if (!plan.structAttributes.empty()) complete = renameDescendants(oldLdn, plan, handler) && complete;
-  complete = renameReferences(oldLdn, plan, handler) && complete;
-  if (complete) {
-    OldGroupSlot::get()->detachInstance(&instance);
-    NewGroupSlot::get()->addInstance(&instance);
-  }
-  return true;
 }

@@ -35,9 +35,6 @@ class RenameMoTypeAction : public UpgradeAction {
  public:
   RenameMoTypeAction();
 
-  // Keeps the handler for the instance step of this thread, then runs the
-  // common sequence.
-  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
@@ -46,9 +43,6 @@ class RenameMoTypeAction : public UpgradeAction {
   // "<newRdnAttribute>=<value>"; other RDNs stay as they are.
   static std::string renameRdns(const std::string& name, const std::string& oldRdnAttribute,
                                 const std::string& newRdnAttribute);
-
- private:
-  static bool renameInstance(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter);
 };
 
 #endif

@@ -15,9 +15,6 @@ class SetAttributeValueAction : public UpgradeAction {
  public:
   SetAttributeValueAction();
 
-  // Keeps the handler for the instance operation of this thread, then runs
-  // the base sequence.
-  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;
 };

@@ -3,13 +3,10 @@
 #include "actions/ArgumentValue.h"
 #include "actions/ValueOperations.h"
 #include "common/Log.h"
-#include "xml/ThreadSlot.h"
 
 namespace {
 
 constexpr const char* kName = "SetStructAttributeValueAction";
-
-using HandlerSlot = ThreadSlot<struct SetStructAttributeValueHandlerTag, IctiHandlerIf*>;
 
 // The names of the struct instances the filter admits among the values of
 // the reference attribute.
@@ -23,8 +20,10 @@ std::vector<std::string> referredStructs(InstanceIf& instance, AttributeInternal
   return ldns;
 }
 
-bool setStructAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter) {
-  IctiHandlerIf& handler = *HandlerSlot::get();
+bool setStructAttributeValue(InstanceIf& instance, ActionContext& context) {
+  IctiHandlerIf& handler = context.handler;
+  ActionArgumentsIf& args = context.args;
+  FilterIf& filter = context.filter;
   std::string name, structType, structAttribute;
   args.getArgument("name", name);
   args.getArgument("structType", structType);
@@ -57,12 +56,6 @@ bool setStructAttributeValue(InstanceIf& instance, ActionArgumentsIf& args, Filt
 
 SetStructAttributeValueAction::SetStructAttributeValueAction() : UpgradeAction(kName, setStructAttributeValue, withFilter({"name", "structType", "structAttribute", "type"})) {}
 
-bool SetStructAttributeValueAction::execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
-                                            ActionArgumentsIf& args) {
-  HandlerSlot::Scope keep(ictiHandler);
-  return UpgradeAction::execute(ictiHandler, instanceGroup, args);
-}
-
 bool SetStructAttributeValueAction::validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   requireHandler(ictiHandler);
   std::string value;
@@ -88,5 +81,5 @@ bool SetStructAttributeValueAction::executeAction(IctiHandlerIf* ictiHandler, In
 void SetStructAttributeValueAction::reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) {
   fail(ictiHandler,
        "Action Failed: SetStructAttributeValueAction: No instance group to operate on. Action arguments: %s",
-       args.argumentsToString());
+       args.argumentsToString().c_str());
 }

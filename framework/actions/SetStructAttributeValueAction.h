@@ -15,9 +15,6 @@ class SetStructAttributeValueAction : public UpgradeAction {
  public:
   SetStructAttributeValueAction();
 
-  // Keeps the handler for the instance operation of this thread, then runs
-  // the base sequence.
-  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   // Refuses a struct class that no model defines, then changes the instances.
   bool executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override;
   bool validateArgs(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override;

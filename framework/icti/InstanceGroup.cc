@@ -138,7 +138,7 @@ InstanceGroup::~InstanceGroup() {
   }
 }
 
-bool InstanceGroup::forEachInstance(InstanceOperation operation, ActionArgumentsIf& args, FilterIf& filter) {
+bool InstanceGroup::forEachInstance(const std::function<bool(InstanceIf&)>& step) {
   bool result = true;
   // The member last visited; unlinking it moves this back to its
   // predecessor, so the walk goes on with whatever follows.
@@ -148,7 +148,7 @@ bool InstanceGroup::forEachInstance(InstanceOperation operation, ActionArguments
     InstanceGroupMember* next = current != nullptr ? current->next : first_;
     if (next == nullptr) break;
     current = next;
-    result = operation(*next->instance, args, filter) && result;
+    result = step(*next->instance) && result;
   }
   return result;
 }

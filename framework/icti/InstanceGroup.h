@@ -50,7 +50,7 @@ class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
   std::string getClassName() const override { return className_; }
   // Instances erased or detached during the walk are not visited; instances
   // added during it are.
-  bool forEachInstance(InstanceOperation operation, ActionArgumentsIf& args, FilterIf& filter) override;
+  bool forEachInstance(const std::function<bool(InstanceIf&)>& step) override;
   std::vector<InstanceIf*> getInstances() const override;
   std::vector<InstanceIf*> getChildInstances(const std::string& parentLdn) const override;
   InstanceIf* getInstance(const std::string& ldn) const override;

@@ -6,16 +6,11 @@
 #ifndef VOSK_ICTI_INSTANCE_GROUP_IF_H
 #define VOSK_ICTI_INSTANCE_GROUP_IF_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "icti/InstanceIf.h"
-
-class ActionArgumentsIf;
-class FilterIf;
-
-// An action's step for one instance.
-using InstanceOperation = bool (*)(InstanceIf& instance, ActionArgumentsIf& args, FilterIf& filter);
 
 class InstanceGroupIf {
  public:
@@ -23,9 +18,9 @@ class InstanceGroupIf {
 
   // The class name without the namespace prefix.
   virtual std::string getClassName() const = 0;
-  // Calls `operation` for every instance in order, also after one fails;
-  // the result is the AND of all results (true for an empty group).
-  virtual bool forEachInstance(InstanceOperation operation, ActionArgumentsIf& args, FilterIf& filter) = 0;
+  // Calls `step` for every instance in order, also after one fails; the
+  // result is the AND of all results (true for an empty group).
+  virtual bool forEachInstance(const std::function<bool(InstanceIf&)>& step) = 0;
   virtual std::vector<InstanceIf*> getInstances() const = 0;
   // The instances whose parent name equals `parentLdn`, in group order.
   virtual std::vector<InstanceIf*> getChildInstances(const std::string& parentLdn) const = 0;

@@ -29,18 +29,16 @@ void ActionArguments::logArguments() const {
   for (const auto& argument : arguments_) {
     TAV_LOG(INFO, "Argument %s=%s", argument.first.c_str(), argument.second.c_str());
   }
-  for (const OperationArgumentIf* operation : operations_) TAV_LOG(INFO, "%s", operation->toString());
+  for (const OperationArgumentIf* operation : operations_) TAV_LOG(INFO, "%s", operation->toString().c_str());
 }
 
-const char* ActionArguments::argumentsToString() const {
-  // Grows with the arguments, so every argument always fits.
-  thread_local std::string text;
-  text.clear();
+std::string ActionArguments::argumentsToString() const {
+  std::string text;
   for (const auto& argument : arguments_) {
     if (!text.empty()) text += ", ";
     text += argument.first;
     text += '=';
     text += argument.second;
   }
-  return text.c_str();
+  return text;
 }

@@ -22,7 +22,7 @@ class ActionArguments : public ActionArgumentsIf {
   void addOperation(OperationArgumentIf* operation) override;
   Operations& getOperations() override { return operations_; }
   void logArguments() const override;
-  const char* argumentsToString() const override;
+  std::string argumentsToString() const override;
 
  private:
   std::map<std::string, std::string> arguments_;

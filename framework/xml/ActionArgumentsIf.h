@@ -29,7 +29,7 @@ class ActionArgumentsIf {
   // "name=value" pairs in name order joined by ", " (empty without
   // arguments), in a buffer of the calling thread that its next call
   // overwrites.
-  virtual const char* argumentsToString() const = 0;
+  virtual std::string argumentsToString() const = 0;
 };
 
 #endif

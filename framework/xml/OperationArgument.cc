@@ -61,8 +61,8 @@ bool OperationArgument::isValid() const {
          (!isSet(kValueFromMoTypeAnyChildInstance) || isSet(kValueFromAttr));
 }
 
-const char* OperationArgument::toString() const {
-  thread_local char text[kTextSize];
+std::string OperationArgument::toString() const {
+  char text[kTextSize];
   TextBuilder builder(text, sizeof text);
   if (hasRange()) {
     builder.append("range: %sto%s", fields_[kRangeStart].value.c_str(), fields_[kRangeEnd].value.c_str());
@@ -95,7 +95,7 @@ const char* OperationArgument::toString() const {
   return text;
 }
 
-void OperationArgument::logOperation() const { TAV_LOG(INFO, "%s\n", toString()); }
+void OperationArgument::logOperation() const { TAV_LOG(INFO, "%s\n", toString().c_str()); }
 
 namespace {
 

@@ -52,7 +52,7 @@ class OperationArgument : public OperationArgumentIf {
   bool isValid() const override;
   bool hasRange() const override;
   void logOperation() const override;
-  const char* toString() const override;
+  std::string toString() const override;
   void setStructType(const char* text) override { set(kStructType, text); }
 
   void setRangeStart(const char* text) { set(kRangeStart, text); }

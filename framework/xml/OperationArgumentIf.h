@@ -38,7 +38,7 @@ class OperationArgumentIf {
   virtual void logOperation() const = 0;
   // A one-line description, in a buffer of the calling thread (512 bytes,
   // longer texts are cut) that its next call overwrites.
-  virtual const char* toString() const = 0;
+  virtual std::string toString() const = 0;
   virtual void setStructType(const char* text) = 0;
 };
 

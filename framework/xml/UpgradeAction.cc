@@ -43,8 +43,15 @@ bool UpgradeAction::executeAction(IctiHandlerIf* ictiHandler, InstanceGroupIf* i
     TAV_LOG(ERROR, "%s::executeAction() has no instance operation or no instance group", getName());
     return false;
   }
+  return visitInstances(ictiHandler, instanceGroup, args);
+}
+
+bool UpgradeAction::visitInstances(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup,
+                                   ActionArgumentsIf& args, InstanceGroupIf* targetGroup) const {
   Filter filter(&args);
-  bool result = instanceGroup->forEachInstance(instanceOperation_, args, filter);
+  ActionContext context{*ictiHandler, args, filter, instanceGroup, targetGroup};
+  const InstanceOperation operation = instanceOperation_;
+  bool result = instanceGroup->forEachInstance([&](InstanceIf& instance) { return operation(instance, context); });
   return filterJudged(filter, ictiHandler) && result;
 }
 

@@ -11,9 +11,8 @@
 //      AND of all calls (true for an empty group).
 //
 // Actions keep no per-call state in their fields: one object serves every
-// `MoAction` of its name. Where a free instance operation needs the ICTI
-// handler or another pointer of the running call, the action keeps it in a
-// ThreadSlot (xml/ThreadSlot.h).
+// `MoAction` of its name. The instance operation gets the running call as
+// an ActionContext (xml/ActionContext.h).
 
 #ifndef VOSK_XML_UPGRADE_ACTION_H
 #define VOSK_XML_UPGRADE_ACTION_H
@@ -22,8 +21,8 @@
 #include <utility>
 #include <vector>
 
+#include "xml/ActionContext.h"
 #include "xml/Filter.h"
-#include "xml/FilterIf.h"
 #include "xml/UpgradeActionIf.h"
 
 class UpgradeAction : public UpgradeActionIf {
@@ -65,7 +64,12 @@ class UpgradeAction : public UpgradeActionIf {
                                   const std::string& className);
 
  protected:
-  InstanceOperation instanceOperation() const { return instanceOperation_; }
+  // Calls the instance operation for every instance of `instanceGroup` with
+  // a context over `args` and its filter, continuing after a failing
+  // instance; the AND of all calls, and false when the filter could not
+  // judge an instance.
+  bool visitInstances(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args,
+                      InstanceGroupIf* targetGroup = nullptr) const;
 
   // A null handler is a programming error: logs `message` at error level and
   // aborts the process.

@@ -10,8 +10,7 @@
 class MockInstanceGroup : public InstanceGroupIf {
  public:
   MOCK_METHOD(std::string, getClassName, (), (const, override));
-  MOCK_METHOD(bool, forEachInstance, (InstanceOperation operation, ActionArgumentsIf& args, FilterIf& filter),
-              (override));
+  MOCK_METHOD(bool, forEachInstance, (const std::function<bool(InstanceIf&)>& step), (override));
   MOCK_METHOD(std::vector<InstanceIf*>, getInstances, (), (const, override));
   MOCK_METHOD(std::vector<InstanceIf*>, getChildInstances, (const std::string& parentLdn), (const, override));
   MOCK_METHOD(InstanceIf*, getInstance, (const std::string& ldn), (const, override));
@@ -29,10 +28,10 @@ class MockInstanceGroup : public InstanceGroupIf {
   // instance is visited in order, also after a failing one, and the result
   // is the AND of all calls.
   void visitInOrder(std::vector<InstanceIf*> instances) {
-    ON_CALL(*this, forEachInstance(testing::_, testing::_, testing::_))
-        .WillByDefault([instances](InstanceOperation operation, ActionArgumentsIf& args, FilterIf& filter) {
+    ON_CALL(*this, forEachInstance(testing::_))
+        .WillByDefault([instances](const std::function<bool(InstanceIf&)>& step) {
           bool result = true;
-          for (InstanceIf* instance : instances) result = operation(*instance, args, filter) && result;
+          for (InstanceIf* instance : instances) result = step(*instance) && result;
           return result;
         });
   }

@@ -23,10 +23,10 @@ TEST(ActionArgumentsTest, FirstValueOfANameWinsAndTextIsInNameOrder) {
   EXPECT_TRUE(LogRecorder::installed().contains("addArgument: name = name and value = first"));
   EXPECT_TRUE(LogRecorder::installed().contains("Argument with name: name already added"));
 
-  EXPECT_STREQ("", ActionArguments().argumentsToString());
+  EXPECT_EQ("", ActionArguments().argumentsToString());
   args.addArgument("Name", "y");
   args.addArgument("empty", "");
-  EXPECT_STREQ("Name=y, empty=, name=first", args.argumentsToString());
+  EXPECT_EQ("Name=y, empty=, name=first", args.argumentsToString());
 }
 
 TEST(ActionArgumentsTest, ArgumentsToStringHoldsEveryArgument) {
@@ -111,7 +111,7 @@ TEST(OperationArgumentTest, ToStringForms) {
   for (const auto& [settings, expected] : cases) {
     OperationArgument operation;
     fill(operation, settings);
-    EXPECT_STREQ(expected, operation.toString());
+    EXPECT_EQ(expected, operation.toString());
   }
   OperationArgument huge;
   huge.setValue(std::string(2000, 'v').c_str());

@@ -13,7 +13,6 @@
 #include "MockInstance.h"
 #include "MockInstanceGroup.h"
 #include "xml/ActionArguments.h"
-#include "xml/ThreadSlot.h"
 
 using testing::_;
 using testing::NiceMock;
@@ -32,13 +31,10 @@ struct Visits {
 };
 Visits visits;
 
-struct TestActionHandler;
-using HandlerSlot = ThreadSlot<TestActionHandler, IctiHandlerIf*>;
-
-bool visitInstance(InstanceIf& instance, ActionArgumentsIf& /*args*/, FilterIf& filter) {
+bool visitInstance(InstanceIf& instance, ActionContext& context) {
   visits.visited.push_back(&instance);
-  visits.admitted.push_back(filter.applies(instance, 0));
-  visits.handler = HandlerSlot::get();
+  visits.admitted.push_back(context.filter.applies(instance, 0));
+  visits.handler = &context.handler;
   return visits.failing.count(&instance) == 0;
 }
 
@@ -46,11 +42,6 @@ class TestAction : public UpgradeAction {
  public:
   TestAction() : UpgradeAction("TestAction", visitInstance) {}
 
-  // Keeps the handler for the instance operation, as actions that need it do.
-  bool execute(IctiHandlerIf* ictiHandler, InstanceGroupIf* instanceGroup, ActionArgumentsIf& args) override {
-    HandlerSlot::Scope keep(ictiHandler);
-    return UpgradeAction::execute(ictiHandler, instanceGroup, args);
-  }
   MOCK_METHOD(bool, validateArgs, (ActionArgumentsIf & args, IctiHandlerIf* ictiHandler), (override));
   void reportMissingInstanceGroup(ActionArgumentsIf& args, IctiHandlerIf* ictiHandler) override {
     std::string text = std::string("Action Failed: no instance group to operate on, ") + args.argumentsToString();
@@ -98,12 +89,12 @@ TEST_F(UpgradeActionTest, MissingGroupOrInvalidArgumentsStopBeforeAnyInstance) {
   TestAction invalid;
   group.visitInOrder(makeInstances(2));
   EXPECT_CALL(invalid, validateArgs(testing::Ref(args), &handler)).WillOnce(Return(false));
-  EXPECT_CALL(group, forEachInstance(_, _, _)).Times(0);
+  EXPECT_CALL(group, forEachInstance(_)).Times(0);
   EXPECT_FALSE(invalid.execute(&handler, &group, args));
   EXPECT_TRUE(visits.visited.empty());
 }
 
-TEST_F(UpgradeActionTest, VisitsEveryInstanceWithAFilterAndTheKeptHandlerAndAndsTheResults) {
+TEST_F(UpgradeActionTest, VisitsEveryInstanceWithAFilterAndTheHandlerAndAndsTheResults) {
   args.addArgument("rdnValue", "2");
   const struct {
     int instances;
@@ -123,7 +114,6 @@ TEST_F(UpgradeActionTest, VisitsEveryInstanceWithAFilterAndTheKeptHandlerAndAnds
     for (int i = 0; i < c.instances; ++i) admitted.push_back(i == 1);
     EXPECT_EQ(admitted, visits.admitted);
     EXPECT_EQ(c.instances == 0 ? nullptr : &handler, visits.handler);
-    EXPECT_EQ(nullptr, HandlerSlot::get());
   }
 }
 
