@@ -21,7 +21,7 @@
 #include "actions/RenameENodeBFunctionIdAction.h"
 #include "icti/Instance.h"
 #include "icti/InstanceGroup.h"
-#include "xml/ActionArguments.h"
+#include "runtime/ActionArguments.h"
 
 namespace {
 

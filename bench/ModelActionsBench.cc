@@ -24,7 +24,7 @@
 #include "actions/RenameMoTypeAction.h"
 #include "icti/InstanceGroup.h"
 #include "safcImmCt.h"
-#include "xml/ActionArguments.h"
+#include "runtime/ActionArguments.h"
 
 namespace {
 

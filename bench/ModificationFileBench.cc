@@ -18,8 +18,8 @@
 #include "common/DiscardingLog.h"
 #include "common/PersistentLog.h"
 #include "icti/ModelFreeHandler.h"
-#include "xml/UpgradeAction.h"
-#include "xml/XmlHandler.h"
+#include "runtime/UpgradeAction.h"
+#include "parser/XmlHandler.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // configuration and persistent runtime classes.
 
 #include "FuzzInput.h"
-#include "xml/XmlHandler.h"
+#include "parser/XmlHandler.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzzQuietProcess();

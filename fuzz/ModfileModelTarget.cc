@@ -7,7 +7,7 @@
 #include "FuzzInput.h"
 #include "FuzzModel.h"
 #include "actions/BuiltInActions.h"
-#include "xml/XmlHandler.h"
+#include "parser/XmlHandler.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzzQuietProcess();

@@ -5,7 +5,7 @@
 
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
-#include "xml/AtrributeTypes.h"
+#include "runtime/AttributeTypes.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ std::vector<std::string> pieces(const std::string& defaultValue) {
 // The type and the default values must be the attribute's: checked before
 // any instance is touched. An empty piece gives no value at all.
 bool checkTypeAndValues(IctiHandlerIf* ictiHandler, const std::string& type, const std::string& defaultValue) {
-  const uint32_t code = AtrributeTypes::attributeTypeFromText(type);
+  const uint32_t code = AttributeTypes::attributeTypeFromText(type);
   if (code == 0) {
     UpgradeAction::fail(ictiHandler, "AddAttributeAction: type %s is no attribute type (SA_INT32_T ... SA_ANY_T)",
                         type.c_str());
@@ -60,7 +60,7 @@ bool AddAttributeAction::addAttribute(InstanceIf& instance, ActionContext& conte
   if (!context.filter.applies(instance, 0)) return true;
 
   AttributeInternalIf* attribute = nullptr;
-  if (!instance.addAttribute(name, AtrributeTypes::attributeTypeFromText(type), &attribute)) {
+  if (!instance.addAttribute(name, AttributeTypes::attributeTypeFromText(type), &attribute)) {
     fail(handler, "addAttribute: CreateAttribute failed for attribute name: %s", name.c_str());
     return false;
   }

@@ -14,7 +14,7 @@
 #include "actions/RenameMoTypeAction.h"
 #include "actions/SetAttributeValueAction.h"
 #include "actions/SetStructAttributeValueAction.h"
-#include "xml/UpgradeActionIf.h"
+#include "runtime/UpgradeActionIf.h"
 
 std::vector<UpgradeActionIf*> createBuiltInActions() {
   std::vector<UpgradeActionIf*> actions;

@@ -4,7 +4,7 @@
 
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
-#include "xml/Filter.h"
+#include "runtime/Filter.h"
 
 CreateChildInstanceAction::CreateChildInstanceAction()
     : UpgradeAction("CreateChildInstanceAction", createUnderParent,

@@ -7,7 +7,7 @@
 #include "icti/DistinguishedName.h"
 #include "icti/ValueText.h"
 #include "safcImmCt.h"
-#include "xml/FilterIf.h"
+#include "runtime/FilterIf.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
 #include "icti/Instance.h"
-#include "xml/FilterIf.h"
+#include "runtime/FilterIf.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "common/Log.h"
 #include "common/MessageFormatter.h"
 #include "icti/DistinguishedName.h"
-#include "xml/Filter.h"
+#include "runtime/Filter.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include "common/Log.h"
 #include "icti/ValueText.h"
 #include "safcImmCt.h"
-#include "xml/AtrributeTypes.h"
-#include "xml/UpgradeAction.h"
+#include "runtime/AttributeTypes.h"
+#include "runtime/UpgradeAction.h"
 
 namespace {
 
@@ -63,7 +63,7 @@ const ValueOperations::Operator* ValueOperations::findOperator(const std::string
 bool ValueOperations::check(ActionArgumentsIf& args, IctiHandlerIf& ictiHandler, const char* actionName,
                             bool assignOnly, bool rangeAllowed) {
   std::string typeName;
-  if (args.getArgument("type", typeName) && AtrributeTypes::attributeTypeFromText(typeName) == 0) {
+  if (args.getArgument("type", typeName) && AttributeTypes::attributeTypeFromText(typeName) == 0) {
     OperationSource::report(ictiHandler, "%s: type %s is no attribute type", actionName, typeName.c_str());
     return false;
   }
@@ -230,7 +230,7 @@ AttributeInternalIf* ValueOperations::targetAttribute(InstanceIf& target, const 
   AttributeInternalIf* attribute = target.getAttribute(name);
   if (attribute != nullptr) return attribute;
   std::string typeName;
-  uint32_t type = args_.getArgument("type", typeName) ? AtrributeTypes::attributeTypeFromText(typeName) : sourceType;
+  uint32_t type = args_.getArgument("type", typeName) ? AttributeTypes::attributeTypeFromText(typeName) : sourceType;
   if (type == 0 || !target.addAttribute(name, type, &attribute) || attribute == nullptr) {
     OperationSource::report(ictiHandler_, "%s: attribute %s is missing on %s and no type is given to create it",
                             actionName_, name.c_str(), target.getLdn().c_str());

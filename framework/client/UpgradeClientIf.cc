@@ -15,8 +15,8 @@
 #include "common/SystemClock.h"
 #include "icti/IctiHandler.h"
 #include "icti/SafcImmCtWrapper.h"
-#include "xml/UpgradeActionIf.h"
-#include "xml/XmlHandler.h"
+#include "runtime/UpgradeActionIf.h"
+#include "parser/XmlHandler.h"
 
 namespace {
 

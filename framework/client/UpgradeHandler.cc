@@ -7,9 +7,9 @@
 #include "actions/BuiltInActions.h"
 #include "common/Log.h"
 #include "icti/IctiHandler.h"
-#include "xml/UpgradeActionIf.h"
-#include "xml/UpgradePathCalculator.h"
-#include "xml/XmlHandler.h"
+#include "runtime/UpgradeActionIf.h"
+#include "parser/UpgradePathCalculator.h"
+#include "parser/XmlHandler.h"
 
 std::atomic<int> UpgType{0};
 

@@ -20,9 +20,9 @@
 #include "icti/IctiHandlerIf.h"
 #include "icti/Instance.h"
 #include "icti/InstanceGroup.h"
-#include "xml/ActionArguments.h"
-#include "xml/OperationArgument.h"
-#include "xml/UpgradeActionIf.h"
+#include "runtime/ActionArguments.h"
+#include "runtime/OperationArgument.h"
+#include "runtime/UpgradeActionIf.h"
 
 using Strings = std::vector<std::string>;
 using Args = std::vector<std::pair<std::string, std::string>>;

@@ -8,7 +8,7 @@
 #include "AbortReport.h"
 #include "ActionModel.h"
 #include "actions/BuiltInActions.h"
-#include "xml/UpgradeActionIf.h"
+#include "runtime/UpgradeActionIf.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "TempDir.h"
 #include "common/MessageFormatter.h"
 #include "icti/IctiHandler.h"
-#include "xml/XmlHandler.h"
+#include "parser/XmlHandler.h"
 
 using testing::_;
 using testing::DoAll;

@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "xml/UpgradeActionIf.h"
+#include "runtime/UpgradeActionIf.h"
 
 class MockUpgradeAction : public UpgradeActionIf {
  public:

@@ -11,8 +11,8 @@
 #include "ModelRules.h"
 #include "RecordingAction.h"
 #include "actions/BuiltInActions.h"
-#include "xml/UpgradePathCalculator.h"
-#include "xml/XmlHandler.h"
+#include "parser/UpgradePathCalculator.h"
+#include "parser/XmlHandler.h"
 
 namespace modtool {
 

@@ -3,7 +3,7 @@
 #include <set>
 
 #include "icti/ValueText.h"
-#include "xml/Spelling.h"
+#include "parser/Spelling.h"
 
 namespace modtool {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "xml/UpgradePathCalculator.h"
+#include "parser/UpgradePathCalculator.h"
 
 namespace modtool {
 

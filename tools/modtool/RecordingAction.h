@@ -11,7 +11,7 @@
 
 #include "ActionSite.h"
 #include "FailureCollector.h"
-#include "xml/UpgradeActionIf.h"
+#include "runtime/UpgradeActionIf.h"
 
 namespace modtool {
 

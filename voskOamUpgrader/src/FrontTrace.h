@@ -14,7 +14,7 @@
 
 #include <string>
 
-#include "common/FrontTracepoints.h"
+#include "FrontTracepoints.h"
 #include "common/MessageFormatter.h"
 #include "common/PersistentLog.h"
 

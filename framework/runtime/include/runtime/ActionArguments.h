@@ -1,0 +1,32 @@
+// The arguments that the modification-file parser builds for one `MoAction`
+// and hands to the action for one call. Owns its operations.
+
+#ifndef VOSK_RUNTIME_ACTION_ARGUMENTS_H
+#define VOSK_RUNTIME_ACTION_ARGUMENTS_H
+
+#include <map>
+#include <string>
+
+#include "runtime/ActionArgumentsIf.h"
+
+class ActionArguments : public ActionArgumentsIf {
+ public:
+  ActionArguments() = default;
+  ~ActionArguments() override;
+
+  ActionArguments(const ActionArguments&) = delete;
+  ActionArguments& operator=(const ActionArguments&) = delete;
+
+  bool addArgument(const std::string& name, const std::string& value) override;
+  bool getArgument(const std::string& name, std::string& value) const override;
+  void addOperation(OperationArgumentIf* operation) override;
+  Operations& getOperations() override { return operations_; }
+  void logArguments() const override;
+  std::string argumentsToString() const override;
+
+ private:
+  std::map<std::string, std::string> arguments_;
+  Operations operations_;
+};
+
+#endif

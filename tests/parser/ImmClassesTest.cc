@@ -1,0 +1,114 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "LogRecorder.h"
+#include "MockIctiHandler.h"
+#include "TempDir.h"
+#include "parser/XmlHandler.h"
+
+using testing::_;
+using testing::NiceMock;
+using testing::StrEq;
+
+namespace {
+
+using Classes = XmlHandler::ImmClasses;
+
+std::string rdn(const char* name, const char* flags) {
+  return std::string("<rdn><name>") + name + "</name><type>SA_STRING_T</type><category>SA_CONFIG</category>" + flags +
+         "</rdn>";
+}
+
+std::string immClass(const char* name, const char* category, const std::string& body) {
+  return std::string("<class name=\"") + name + "\"><category>" + category + "</category>" + body + "</class>";
+}
+
+std::string immFile(const std::string& classes) {
+  return R"(<?xml version="1.0" encoding="utf-8"?>
+<imm:IMM-contents xmlns:imm="http://www.saforum.org/IMMSchema" xmlns:xs="http://www.w3.org/2001/XMLSchema">)" +
+         classes + R"(<object class="A"><dn>aId=1</dn></object></imm:IMM-contents>)";
+}
+
+const char kPersistent[] = "<flag>SA_PERSISTENT</flag>";
+
+class ImmClassesTest : public testing::Test {
+ protected:
+  std::string write(const std::string& content) { return file = dir.write("schema_imm_classes.xml", content); }
+
+  TempDir dir;
+  std::string file;
+  NiceMock<MockIctiHandler> handler;
+  XmlHandler parser{&handler};
+};
+
+TEST_F(ImmClassesTest, SelectsClassesByCategoryInDocumentOrder) {
+  write(immFile(
+      immClass("A", "SA_CONFIG", rdn("aId", "<flag>SA_INITIALIZED</flag>") + "<attr><name>x</name></attr>") +
+      immClass("NoRdnName", "SA_CONFIG", "<rdn><type>SA_STRING_T</type></rdn>") +
+      immClass("RtPersistent", "SA_RUNTIME",
+               rdn("rtPersistentId", kPersistent) + "<attr><name>v</name><flag>SA_CACHED</flag>" + kPersistent +
+                   "</attr>") +
+      immClass("RtRdnOnly", "SA_RUNTIME", rdn("rtRdnOnlyId", kPersistent) + "<attr><name>v</name></attr>") +
+      immClass("RtAttrOnly", "SA_RUNTIME", rdn("rtAttrOnlyId", "") + "<attr>" + kPersistent + "</attr>") +
+      immClass("RtLaterRdn", "SA_RUNTIME", "<attr><name>v</name>" + std::string(kPersistent) + "</attr>" +
+                                               rdn("rtLaterRdnId", kPersistent)) +
+      immClass("B", "SA_CONFIG", "<attr><name>y</name></attr>" + rdn("bId", ""))));
+
+  EXPECT_CALL(handler, failUpgrade(_)).Times(0);
+  EXPECT_EQ(Classes({{"A", "aId"}, {"B", "bId"}}), parser.getImmClasses(file.c_str(), "SA_CONFIG"));
+  EXPECT_EQ(Classes({{"RtPersistent", "rtPersistentId"}, {"RtLaterRdn", "rtLaterRdnId"}}),
+            parser.getImmClasses(file.c_str(), "SA_RUNTIME"));
+}
+
+TEST_F(ImmClassesTest, NoMatchingClassIsLoggedNotReported) {
+  write(immFile(immClass("A", "SA_CONFIG", rdn("aId", "")) +
+                immClass("P", "SA_PROVIDED", rdn("pId", kPersistent) + "<attr>" + kPersistent + "</attr>")));
+  EXPECT_CALL(handler, failUpgrade(_)).Times(0);
+  for (const char* category : {"SA_RUNTIME", "sa_config", ""}) {
+    EXPECT_TRUE(parser.getImmClasses(file.c_str(), category).empty()) << category;
+    EXPECT_TRUE(LogRecorder::installed().contains(std::string("Empty result from XPath //class[category = '") +
+                                                  category + "'] for XML file " + file))
+        << category;
+  }
+  LogRecorder::installed().clear();
+  EXPECT_TRUE(parser.getImmClasses(file.c_str(), "SA_PROVIDED").empty());
+  EXPECT_FALSE(LogRecorder::installed().containsPart("Empty result"));
+}
+
+TEST_F(ImmClassesTest, NameIsFoundAfterOtherAttributesAndAClassWithoutOneEndsTheList) {
+  write(immFile("<class kind=\"x\" name=\"A\"><category>SA_CONFIG</category>" + rdn("aId", "") + "</class>" +
+                "<class other=\"x\"><category>SA_CONFIG</category>" + rdn("zId", "") + "</class>" +
+                immClass("B", "SA_CONFIG", rdn("bId", ""))));
+  EXPECT_CALL(handler, failUpgrade(StrEq("ABN: Failed to find class name property in " + file)));
+  EXPECT_EQ(Classes({{"A", "aId"}}), parser.getImmClasses(file.c_str(), "SA_CONFIG"));
+}
+
+TEST_F(ImmClassesTest, UnreadableFileOrBrokenExpressionIsReported) {
+  const std::string valid = immFile(immClass("A", "SA_CONFIG", rdn("aId", "")));
+  // A quote ends the literal early; a long category is cut by the 100-byte
+  // expression buffer and leaves the literal open.
+  const struct {
+    std::string content;
+    std::string category;
+    const char* failure;
+  } cases[] = {
+      {"", "SA_CONFIG", "ABN: xmlParseFile failed for "},
+      {"<imm:IMM-contents>", "SA_CONFIG", "ABN: xmlParseFile failed for "},
+      {valid, "SA_'CONFIG", "ABN: xmlXPathEvalExpression failed for "},
+      {valid, std::string(120, 'C'), "ABN: xmlXPathEvalExpression failed for "},
+  };
+  for (const auto& c : cases) {
+    write(c.content);
+    EXPECT_CALL(handler, failUpgrade(StrEq(c.failure + file)));
+    EXPECT_TRUE(parser.getImmClasses(file.c_str(), c.category).empty()) << c.category;
+    testing::Mock::VerifyAndClearExpectations(&handler);
+  }
+  // Without a handler the failure is only logged.
+  const std::string missing = dir.path() + "/absent.xml";
+  EXPECT_TRUE(XmlHandler(nullptr).getImmClasses(missing.c_str(), "SA_CONFIG").empty());
+  EXPECT_TRUE(LogRecorder::installed().contains("ABN: xmlParseFile failed for " + missing));
+}
+
+}  // namespace

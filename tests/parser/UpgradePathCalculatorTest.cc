@@ -1,0 +1,102 @@
+#include "parser/UpgradePathCalculator.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "LogRecorder.h"
+
+namespace {
+
+using Files = std::vector<std::string>;
+
+std::string mod(const char* from, const char* to) { return std::string("modification_") + from + "_to_" + to + ".xml"; }
+
+TEST(UpgradePathCalculatorTest, ChainsFilesGreedily) {
+  const struct {
+    const char* title;
+    Files files;
+    const char* from;
+    const char* to;
+    Files expected;
+    const char* logged;  // the failure line, or null
+  } cases[] = {
+      {"single step", {"/up/" + mod("1_0_0", "2_0_0")}, "1_0_0", "2_0_0", {"/up/" + mod("1_0_0", "2_0_0")}, nullptr},
+      {"chain in reverse list order", {"/b/" + mod("1_1_0", "2_0_0"), "/a/" + mod("1_0_0", "1_1_0")}, "1_0_0",
+       "2_0_0", {"/a/" + mod("1_0_0", "1_1_0"), "/b/" + mod("1_1_0", "2_0_0")}, nullptr},
+      {"unrelated files ignored", {mod("0_9_0", "1_0_0"), mod("1_0_0", "1_1_0"), mod("1_1_0", "1_2_0")}, "1_0_0",
+       "1_1_0", {mod("1_0_0", "1_1_0")}, nullptr},
+      {"first match hides a direct file", {mod("1_0_0", "1_1_0"), mod("1_0_0", "2_0_0")}, "1_0_0", "2_0_0", {},
+       "A modfile with from-version 1_1_0 could not be found"},
+      {"direct file first in list wins", {mod("1_0_0", "2_0_0"), mod("1_0_0", "1_1_0"), mod("1_1_0", "2_0_0")},
+       "1_0_0", "2_0_0", {mod("1_0_0", "2_0_0")}, nullptr},
+      {"cycle refused", {mod("1_0_0", "1_1_0"), mod("1_1_0", "1_0_0")}, "1_0_0", "3_0_0", {},
+       "A modfile, modification_1_0_0_to_1_1_0.xml, was found more than once in the upgrade path"},
+      {"equal versions still take a step", {mod("2_0_0", "2_0_0")}, "2_0_0", "2_0_0", {mod("2_0_0", "2_0_0")},
+       nullptr},
+      {"new schema from nothing", {mod("0_0_0", "1_0_0")}, "0_0_0", "1_0_0", {mod("0_0_0", "1_0_0")}, nullptr},
+      {"versions are text", {mod("1_9_0", "1_10_0"), mod("1_10_0", "1_11_0")}, "1_9_0", "1_11_0",
+       {mod("1_9_0", "1_10_0"), mod("1_10_0", "1_11_0")}, nullptr},
+      {"leading zero is another version", {mod("1_09_0", "2_0_0")}, "1_9_0", "2_0_0", {},
+       "A modfile with from-version 1_9_0 could not be found"},
+      {"names without markers never match",
+       {"1_0_0_to_2_0_0.xml", "modification_1_0_0-2_0_0.xml", "modification_1_0_0_to_2_0_0.txt", mod("1_0_0", "2_0_0")},
+       "1_0_0", "2_0_0", {mod("1_0_0", "2_0_0")}, nullptr},
+      {"empty list", {}, "1_0_0", "2_0_0", {}, "A modfile with from-version 1_0_0 could not be found"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.title);
+    LogRecorder::installed().clear();
+    EXPECT_EQ(c.expected, UpgradePathCalculator().calculatePath(c.files, c.from, c.to));
+    const std::vector<std::string> expectedLog = c.logged ? std::vector<std::string>{c.logged} : std::vector<std::string>{};
+    std::vector<std::string> failures;
+    for (const std::string& text : LogRecorder::installed().texts()) {
+      if (text.rfind("Modification file ", 0) != 0) failures.push_back(text);
+    }
+    EXPECT_EQ(expectedLog, failures);
+  }
+}
+
+// Authors see what each candidate is taken for before the chain is walked.
+TEST(UpgradePathCalculatorTest, TellsWhatEachFileIsTakenFor) {
+  LogRecorder::installed().clear();
+  UpgradePathCalculator().calculatePath({mod("1_0_0", "1_1_0"), mod("1_0_0", "2_0_0"), "modification_1_1_0-2_0_0.xml"},
+                                        "1_0_0", "2_0_0");
+  EXPECT_EQ((std::vector<std::string>{
+                "Modification file modification_1_0_0_to_1_1_0.xml takes the schema from 1_0_0 to 1_1_0",
+                "Modification file modification_1_0_0_to_2_0_0.xml (from 1_0_0 to 2_0_0) is never used: "
+                "modification_1_0_0_to_1_1_0.xml starts at 1_0_0 too and comes first",
+                "Modification file modification_1_1_0-2_0_0.xml is ignored: its name is not "
+                "modification_<from>_to_<to>.xml",
+                "A modfile with from-version 1_1_0 could not be found"}),
+            LogRecorder::installed().texts());
+}
+
+TEST(UpgradePathCalculatorTest, ReadsBothVersionsOrRefusesTheName) {
+  const struct {
+    const char* file;
+    bool valid;
+    const char* from;
+    const char* to;
+  } cases[] = {
+      {"/pkg/lm/modification_3_1_4_to_3_2_0.xml", true, "3_1_4", "3_2_0"},
+      {"modification__to_.xml", true, "", ""},
+      {"modification_1_0_0.xml", false, "", ""},
+      {"modification_1_0_0_to_2_0_0", false, "", ""},
+      {"/modification_1_0_0_to_2_0_0.xml/readme.txt", false, "", ""},
+      {"", false, "", ""},
+  };
+  UpgradePathCalculator calculator;
+  for (const auto& c : cases) {
+    std::string from = "unset", to = "unset";
+    EXPECT_EQ(c.valid, calculator.getFromVersion(c.file, from)) << c.file;
+    EXPECT_EQ(c.valid, calculator.getToVersion(c.file, to)) << c.file;
+    if (c.valid) {
+      EXPECT_EQ(c.from, from) << c.file;
+      EXPECT_EQ(c.to, to) << c.file;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,92 @@
+#include "runtime/Filter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+#include "LogRecorder.h"
+#include "MockAttribute.h"
+#include "MockInstance.h"
+#include "runtime/ActionArguments.h"
+#include "runtime/AttributeTypes.h"
+
+using testing::_;
+using testing::NiceMock;
+using testing::Return;
+using testing::StrEq;
+
+namespace {
+
+// An instance xId=1 below Top=1 with an attribute "counter" whose value at
+// position 0 is 5 and at position 1 is 7.
+class FilterTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    ON_CALL(instance, getLdn()).WillByDefault(Return("xId=1,Top=1"));
+    ON_CALL(instance, getRdn()).WillByDefault(Return("xId=1"));
+    ON_CALL(instance, getParentName()).WillByDefault(Return("Top=1"));
+    ON_CALL(instance, getAttribute(_)).WillByDefault(Return(nullptr));
+    ON_CALL(instance, getAttribute("counter")).WillByDefault(Return(&counter));
+    ON_CALL(counter, getType()).WillByDefault(Return(SA_IMM_ATTR_SAINT32T));
+    ON_CALL(counter, valueEqualsAtIndex(_, _)).WillByDefault(Return(false));
+    ON_CALL(counter, valueEqualsAtIndex(0, StrEq("5"))).WillByDefault(Return(true));
+    ON_CALL(counter, valueEqualsAtIndex(1, StrEq("7"))).WillByDefault(Return(true));
+  }
+
+  NiceMock<MockInstance> instance;
+  NiceMock<MockAttribute> counter;
+};
+
+TEST_F(FilterTest, AppliesWhenEveryGivenTestPasses) {
+  const struct {
+    std::map<std::string, std::string> args;
+    uint32_t position;
+    bool applies;
+  } cases[] = {
+      {{}, 0, true},
+      {{{"name", "counter"}, {"value", "9"}}, 0, true},
+      {{{"ldnValue", "xId=1,Top=1"}}, 0, true},
+      {{{"ldnValue", "XID=1,TOP=1"}}, 0, false},
+      {{{"rdnValue", "1"}}, 0, true},
+      {{{"rdnValue", "2"}}, 0, false},
+      {{{"rdnValue", "xId=1"}}, 0, false},
+      {{{"parentName", "Top=1"}}, 0, true},
+      {{{"parentName", "top=1"}}, 0, false},
+      {{{"rdnValue", "1"}, {"parentName", "Top=2"}}, 0, false},
+      {{{"ldnValue", "xId=1,Top=1"}, {"rdnValue", "1"}, {"parentName", "Top=1"}}, 0, true},
+      {{{"name", "counter"}, {"oldAttributeValue", "5"}}, 0, true},
+      {{{"name", "counter"}, {"oldAttributeValue", "7"}}, 0, false},
+      {{{"name", "counter"}, {"oldAttributeValue", "7"}}, 1, true},
+      {{{"name", "absent"}, {"oldAttributeValue", "5"}}, 0, true},
+      {{{"oldAttributeValue", "5"}}, 0, true},
+  };
+  for (const auto& c : cases) {
+    ActionArguments args;
+    for (const auto& [name, value] : c.args) args.addArgument(name, value);
+    Filter filter(&args);
+    EXPECT_EQ(c.applies, filter.applies(instance, c.position)) << args.argumentsToString() << " @" << c.position;
+    EXPECT_EQ("", filter.failure());
+  }
+  // An old value that is no number of the attribute's type cannot be judged.
+  ActionArguments args;
+  args.addArgument("name", "counter");
+  args.addArgument("oldAttributeValue", "5x");
+  Filter filter(&args);
+  EXPECT_FALSE(filter.applies(instance, 0));
+  EXPECT_EQ("oldAttributeValue 5x is no SA_INT32_T value of attribute counter of xId=1,Top=1", filter.failure());
+}
+
+TEST(AttributeTypesTest, MapsEveryTypeNameAndNothingElse) {
+  const std::pair<const char*, uint32_t> cases[] = {
+      {"SA_INT32_T", 1}, {"SA_UINT32_T", 2}, {"SA_INT64_T", 3},  {"SA_UINT64_T", 4},  {"SA_TIME_T", 5},
+      {"SA_NAME_T", 6},  {"SA_FLOAT_T", 7},  {"SA_DOUBLE_T", 8}, {"SA_STRING_T", 9},  {"SA_ANY_T", 10},
+      {"sa_int32_t", 0}, {"SA_INT32_T ", 0}, {"", 0}};
+  for (const auto& [name, type] : cases) {
+    EXPECT_EQ(type, AttributeTypes::attributeTypeFromText(name)) << name;
+    EXPECT_EQ(type == 0, LogRecorder::installed().contains(std::string("Unsupported type: ") + name)) << name;
+  }
+}
+
+}  // namespace
