@@ -147,7 +147,7 @@ BENCHMARK(BM_GetImmClasses)->Arg(200)->Arg(2000)->Arg(20000)->Arg(40000)->Unit(b
 
 int main(int argc, char** argv) {
   static DiscardingLog discardingLog;
-  PersistentLog::useWrapper(&discardingLog);
+  PersistentLog::chooseEnv(discardingLog);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();

@@ -30,7 +30,7 @@ FuzzFile::~FuzzFile() { ::close(fd_); }
 void fuzzQuietProcess() {
   static const bool done = [] {
     static DiscardingLog log;
-    PersistentLog::useWrapper(&log);
+    PersistentLog::chooseEnv(log);
     if (std::freopen("/dev/null", "w", stdout) == nullptr) std::abort();
     return true;
   }();

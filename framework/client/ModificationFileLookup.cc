@@ -1,6 +1,7 @@
 #include "client/ModificationFileLookup.h"
 
 #include <stdexcept>
+#include <vector>
 
 #include "common/Log.h"
 
@@ -8,12 +9,22 @@ namespace {
 
 constexpr const char* kModificationFilesTag = "modification_files";
 
+// A zero-terminated copy that the handler may write to; its storage goes
+// with the vector, also when the handler throws.
+std::vector<char> writableCopy(const std::string& text) {
+  std::vector<char> copy(text.begin(), text.end());
+  copy.push_back('\0');
+  return copy;
+}
+
 }  // namespace
 
-void getModificationFiles(LmhiWrapper& lmhi, const std::string& boardType, std::vector<std::string>* files) {
+void getModificationFiles(Env& env, const std::string& boardType, std::vector<std::string>* files) {
   TAV_LOG(INFO, "Getting modification files using tag %s ", boardType.c_str());
   LmhiLms answer{};
-  int rc = lmhi.getLms(boardType, kModificationFilesTag, &answer);
+  std::vector<char> boardTypeCopy = writableCopy(boardType);
+  std::vector<char> tagCopy = writableCopy(kModificationFilesTag);
+  int rc = env.lmhiGetLms(boardTypeCopy.data(), tagCopy.data(), &answer);
   if (rc != 0) {
     // The answer holds nothing to hand back after a failed call.
     TAV_LOG(INFO_ABN,
@@ -30,7 +41,7 @@ void getModificationFiles(LmhiWrapper& lmhi, const std::string& boardType, std::
       files->push_back(lm.files[j].path);
     }
   }
-  lmhi.freeBuffers(&answer);
+  env.lmhiFreeBuffers(&answer);
   TAV_LOG(INFO, "Found %d modification files through LMHI using tag %s", static_cast<int>(files->size()),
           boardType.c_str());
 }

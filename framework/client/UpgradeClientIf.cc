@@ -7,48 +7,47 @@
 #include <cstdlib>
 #include <thread>
 
-#include "client/LmhiWrapper.h"
 #include "client/ModificationFileLookup.h"
 #include "client/UpgradeHandler.h"
 #include "client/WrapperSignal.h"
 #include "common/Log.h"
-#include "common/SystemClock.h"
 #include "icti/IctiHandler.h"
-#include "icti/SafcImmCtWrapper.h"
-#include "runtime/UpgradeActionIf.h"
+#include "env/PlatformEnv.h"
 #include "parser/XmlHandler.h"
+#include "runtime/UpgradeActionIf.h"
 
 namespace {
 
 constexpr unsigned int kSleepInterval = 10;
 
 std::atomic<bool> g_success{true};
-ClockIf* g_clock = nullptr;
-
-ClockIf& schemaClock() { return g_clock != nullptr ? *g_clock : SystemClock::instance(); }
 
 // Deliberately "( null )", with the blanks, for an unset variable.
-std::string identity(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value != nullptr ? value : "( null )";
-}
+std::string identity(Env& env, const char* variable) { return env.variable(variable).value_or("( null )"); }
 
 struct Identity {
-  std::string wmtName = identity("WMT_NAME");
-  std::string wmtNumber = identity("WMT_NO");
-  std::string wmtRevision = identity("WMT_REV");
-  std::string upNumber = identity("UP_NO");
-  std::string upRevision = identity("UP_REV");
-};
+  explicit Identity(Env& env)
+      : wmtName(identity(env, "WMT_NAME")),
+        wmtNumber(identity(env, "WMT_NO")),
+        wmtRevision(identity(env, "WMT_REV")),
+        upNumber(identity(env, "UP_NO")),
+        upRevision(identity(env, "UP_REV")) {}
 
-const Identity& processIdentity() {
-  static const Identity identity;
-  return identity;
-}
+  std::string wmtName;
+  std::string wmtNumber;
+  std::string wmtRevision;
+  std::string upNumber;
+  std::string upRevision;
+};
 
 }  // namespace
 
 void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<SchemaData>& schemas,
+                              std::vector<UpgradeActionIf*>& actions) {
+  upgrade(PlatformEnv::instance(), argc, argv, schemas, actions);
+}
+
+void UpgradeClientIf::upgrade(Env& env, int argc, char** argv, const std::vector<SchemaData>& schemas,
                               std::vector<UpgradeActionIf*>& actions) {
   if (argc != 2) {
     TAV_LOG(ERROR, "Expected exactly two argument, got %d", argc);
@@ -60,12 +59,11 @@ void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<SchemaDat
   (void)xmlChecked;
   PersistentLog::instance();
 
-  const Identity& id = processIdentity();
+  const Identity id(env);
   std::vector<std::vector<std::string>> modificationFiles(schemas.size());
   std::string schemaNames;
-  LmhiWrapper lmhi;
   for (size_t i = 0; i < schemas.size(); ++i) {
-    getModificationFiles(lmhi, schemas[i].boardType, &modificationFiles[i]);
+    getModificationFiles(env, schemas[i].boardType, &modificationFiles[i]);
     schemaNames += schemas[i].schemaName + " ";
   }
   TAV_LOG(INFO, "Starting upgrade to UP: %s-%s, LM: %s-%s, upgrader name: %s ", id.upNumber.c_str(),
@@ -76,7 +74,8 @@ void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<SchemaDat
   g_success = true;
   std::vector<std::thread> threads;
   for (size_t i = 0; i < schemas.size(); ++i) {
-    threads.emplace_back(upgradeSchema, std::cref(schemas[i]), std::cref(modificationFiles[i]), std::cref(actions));
+    threads.emplace_back(upgradeSchema, std::ref(env), std::cref(schemas[i]), std::cref(modificationFiles[i]),
+                         std::cref(actions));
   }
   for (std::thread& thread : threads) thread.join();
 
@@ -86,7 +85,7 @@ void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<SchemaDat
   actions.clear();
 
   if (g_success) WrapperSignal::send(socketPath);
-  sleepForever(SystemClock::instance());
+  sleepForever(env);
 }
 
 void UpgradeClientIf::upgrade(int argc, char** argv, const std::string& schemaName, const std::string& schemaPath,
@@ -105,13 +104,13 @@ void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<std::vect
   upgrade(argc, argv, records, actions);
 }
 
-void UpgradeClientIf::upgradeSchema(const SchemaData& schema, const std::vector<std::string>& modificationFiles,
+void UpgradeClientIf::upgradeSchema(Env& env, const SchemaData& schema,
+                                    const std::vector<std::string>& modificationFiles,
                                     const std::vector<UpgradeActionIf*>& actions) {
-  SafcImmCtWrapper tool;
-  auto* ictiHandler = new IctiHandler(tool, schemaClock(), schema.schemaName, schema.immNs);
+  auto* ictiHandler = new IctiHandler(env, schema.schemaName, schema.immNs);
   auto* parser = new XmlHandler(ictiHandler);
   auto* driver = new UpgradeHandler(schema.schemaName, schema.schemaPath, modificationFiles, schema.immNs, actions,
-                                    ictiHandler, parser, schemaClock());
+                                    ictiHandler, parser, env);
   TAV_LOG(INFO, "UPGRADE STARTING");
   if (driver->upgrade()) {
     TAV_LOG(INFO, "UPGRADE IS DONE");
@@ -129,13 +128,11 @@ void UpgradeClientIf::upgradeSchema(const SchemaData& schema, const std::vector<
 
 bool UpgradeClientIf::succeeded() { return g_success.load(std::memory_order_relaxed); }
 
-void UpgradeClientIf::useClock(ClockIf* clock) { g_clock = clock; }
-
-void UpgradeClientIf::sleepForever(ClockIf& clock) {
+void UpgradeClientIf::sleepForever(Env& env) {
   std::printf("Entering the never ending loop, if you want to terminate this program you are going to have to kill it.\n");
   std::fflush(stdout);
   for (;;) {
-    unsigned int left = clock.sleepSeconds(kSleepInterval);
+    unsigned int left = env.sleepSeconds(kSleepInterval);
     if (left > 0) {
       std::printf("sleep was disturbed, time left: %ds (sleep interval: %ds).", static_cast<int>(left),
                   static_cast<int>(kSleepInterval));

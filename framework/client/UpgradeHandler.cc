@@ -1,8 +1,6 @@
 #include "client/UpgradeHandler.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 #include "actions/BuiltInActions.h"
 #include "common/Log.h"
@@ -19,11 +17,6 @@ constexpr const char* kNewSchemaVersion = "0_0_0";
 constexpr const char* kCreatingFile = "modification_0_0_0";
 constexpr size_t kVersionTextSize = 49;
 
-bool environmentEquals(const char* variable, const char* expected) {
-  const char* value = std::getenv(variable);
-  return value != nullptr && std::strcmp(value, expected) == 0;
-}
-
 std::string versionText(const SafcImmCtSchemaVersionT_2& v) {
   char text[kVersionTextSize];
   std::snprintf(text, sizeof text, "%d_%d_%d", static_cast<int>(v.version), static_cast<int>(v.release),
@@ -36,14 +29,14 @@ std::string versionText(const SafcImmCtSchemaVersionT_2& v) {
 UpgradeHandler::UpgradeHandler(const std::string& schemaName, const std::string& schemaPath,
                                const std::vector<std::string>& modificationFiles, const std::string& immNs,
                                const std::vector<UpgradeActionIf*>& clientActions, IctiHandler* ictiHandler,
-                               XmlHandler* parser, ClockIf& clock)
+                               XmlHandler* parser, Env& env)
     : schemaName_(schemaName),
       schemaPath_(schemaPath),
       modificationFiles_(modificationFiles),
       immNs_(immNs),
       ictiHandler_(ictiHandler),
       parser_(parser),
-      clock_(clock),
+      env_(env),
       builtInActions_(createBuiltInActions()) {
   for (UpgradeActionIf* action : builtInActions_) parser_->addAction(action);
   for (UpgradeActionIf* action : clientActions) parser_->addAction(action);
@@ -54,21 +47,21 @@ UpgradeHandler::~UpgradeHandler() {
   for (UpgradeActionIf* action : builtInActions_) delete action;
 }
 
-bool UpgradeHandler::isUpgradeRestart() {
-  return environmentEquals("RESTART_TYPE", "UPGRADE") || environmentEquals("RESTART_TYPE_3", "DYNAMIC_UPGRADE");
+bool UpgradeHandler::isUpgradeRestart(Env& env) {
+  return env.variable("RESTART_TYPE") == "UPGRADE" || env.variable("RESTART_TYPE_3") == "DYNAMIC_UPGRADE";
 }
 
 bool UpgradeHandler::upgrade() {
-  if (!isUpgradeRestart()) {
+  if (!isUpgradeRestart(env_)) {
     TAV_LOG(INFO, "Non-upgrade restart, nothing to do.");
     return true;
   }
   TAV_LOG(INFO, "Starting upgrade.");
-  struct timespec t0 = clock_.monotonicNow();
+  struct timespec t0 = env_.monotonicNow();
   TAV_LOG(INFO, "Running with schemaName: '%s', schemaPath: '%s', and IMM ns: '%s'", schemaName_.c_str(),
           schemaPath_.c_str(), immNs_.c_str());
   bool opened = loadClasses();
-  struct timespec t1 = clock_.monotonicNow();
+  struct timespec t1 = env_.monotonicNow();
   if (!opened) {
     ictiHandler_->failUpgrade(MessageFormatter::plain("Could not init ICTI session for schemaName: \"%s\"", schemaName_.c_str()).c_str());
     return failureEnd();
@@ -89,7 +82,7 @@ bool UpgradeHandler::upgrade() {
     return failureEnd();
   }
 
-  struct timespec t2 = clock_.monotonicNow();
+  struct timespec t2 = env_.monotonicNow();
   TAV_LOG(INFO, "Call write/copy classes, finalize and wait. If no 'Upgrade done' seen in this log check SwmInternal log.");
   // Whatever asked for a rollback on the way has failed the schema: its
   // model is not finalized, so nothing of it takes effect.
@@ -97,11 +90,11 @@ bool UpgradeHandler::upgrade() {
     return failureEnd();
   }
   TAV_LOG(INFO, "Successfully finalized ICTI write. Upgrade complete.");
-  struct timespec t3 = clock_.monotonicNow();
+  struct timespec t3 = env_.monotonicNow();
   TAV_LOG_ONLY(PersistentLog::kSeverityInfo,
                "Upgrade done in %d ms (icti init took %d ms, actions took %d ms, finalize took %d ms, UpgType=%d )",
-               ClockIf::millisecondsBetween(t0, t3), ClockIf::millisecondsBetween(t0, t1),
-               ClockIf::millisecondsBetween(t1, t2), ClockIf::millisecondsBetween(t2, t3),
+               Env::millisecondsBetween(t0, t3), Env::millisecondsBetween(t0, t1),
+               Env::millisecondsBetween(t1, t2), Env::millisecondsBetween(t2, t3),
                UpgType.load(std::memory_order_relaxed));
   return true;
 }

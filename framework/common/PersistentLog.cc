@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "common/MessageFormatter.h"
-#include "common/SaLogWrapper.h"
 #include "common/Trace.h"
+#include "env/PlatformEnv.h"
 
 namespace {
 
@@ -17,11 +17,12 @@ constexpr SaUint64T kMaxFileSize = 2000000;
 constexpr SaUint32T kMaxRecordSize = 512;
 constexpr SaUint16T kRotatedFiles = 3;
 
-SaLogWrapperIf* g_wrapper = nullptr;
+// The Env of the process-wide log; set once, before the log is first used.
+Env* g_processEnv = nullptr;
 
-std::string upgraderNameFromEnvironment() {
-  const char* name = std::getenv("WMT_NAME");
-  return name != nullptr ? name : "(null)";
+Env& processEnv() {
+  if (g_processEnv == nullptr) g_processEnv = &PlatformEnv::instance();
+  return *g_processEnv;
 }
 
 SaLogSeverityT logSeverity(int severity) {
@@ -41,16 +42,20 @@ thread_local bool t_inNestedWrite = false;
 
 }  // namespace
 
+void PersistentLog::chooseEnv(Env& env) {
+  if (g_processEnv != nullptr) {
+    std::fprintf(stderr, "The persistent log's Env is chosen already\n");
+    std::abort();
+  }
+  g_processEnv = &env;
+}
+
 PersistentLog& PersistentLog::instance() {
-  static SaLogWrapper platformWrapper;
-  static PersistentLog log(g_wrapper != nullptr ? *g_wrapper : platformWrapper, upgraderNameFromEnvironment());
+  static PersistentLog log(processEnv(), processEnv().variable("WMT_NAME").value_or("(null)"));
   return log;
 }
 
-void PersistentLog::useWrapper(SaLogWrapperIf* wrapper) { g_wrapper = wrapper; }
-
-PersistentLog::PersistentLog(SaLogWrapperIf& wrapper, std::string upgraderName)
-    : wrapper_(wrapper), upgraderName_(std::move(upgraderName)) {
+PersistentLog::PersistentLog(Env& env, std::string upgraderName) : env_(env), upgraderName_(std::move(upgraderName)) {
   open();
 }
 
@@ -58,7 +63,7 @@ PersistentLog::~PersistentLog() { close(); }
 
 void PersistentLog::open() {
   SaVersionT version = {'A', 2, 1};
-  SaAisErrorT rc = wrapper_.initialize(&logHandle_, nullptr, &version);
+  SaAisErrorT rc = env_.logInitialize(&logHandle_, nullptr, &version);
   if (rc != SA_AIS_OK) {
     TAV_TRACE(ERROR, "Failed to initialize the log by upgrader %s, retCode = %d", upgraderName_.c_str(), rc);
     return;
@@ -83,8 +88,8 @@ void PersistentLog::openStream() {
   attributes.maxFilesRotated = kRotatedFiles;
   attributes.logFileFmt = const_cast<char*>(kFileFormat);
 
-  SaAisErrorT rc = wrapper_.streamOpen(logHandle_, &streamName, &attributes, SA_LOG_STREAM_CREATE,
-                                       SA_TIME_ONE_SECOND, &streamHandle_);
+  SaAisErrorT rc = env_.logStreamOpen(logHandle_, &streamName, &attributes, SA_LOG_STREAM_CREATE, SA_TIME_ONE_SECOND,
+                                      &streamHandle_);
   if (rc != SA_AIS_OK) {
     TAV_TRACE(ERROR, "Failed to initialize the stream by upgrader %s, retCode = %d", upgraderName_.c_str(), rc);
     return;
@@ -129,7 +134,7 @@ bool PersistentLog::writeRecord(int severity, const char* file, int line, const 
   record.logHeader.genericHdr.logSeverity = logSeverity(severity);
   record.logBuffer = &buffer;
 
-  SaAisErrorT rc = wrapper_.writeLogAsync(streamHandle_, 0, 0, &record);
+  SaAisErrorT rc = env_.logWriteLogAsync(streamHandle_, 0, 0, &record);
   if (rc == SA_AIS_OK) return true;
   if (t_inNestedWrite) {
     writingEnabled_ = false;
@@ -151,7 +156,7 @@ void PersistentLog::writeFailed(SaAisErrorT error, const char* file, int line) {
 void PersistentLog::close() {
   streamOpen_ = false;
   if (logInitialized_) {
-    if (wrapper_.finalize(logHandle_) != SA_AIS_OK) {
+    if (env_.logFinalize(logHandle_) != SA_AIS_OK) {
       TAV_TRACE(INFO_ABN, "Failed to close the log");
       write(kSeverityInfo, TAV_SOURCE_FILE, __LINE__, "Failed to close the log");
     }

@@ -14,10 +14,7 @@ namespace {
 
 constexpr size_t kFailureTextSize = 700;
 
-const char* identity(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value != nullptr ? value : "(null)";
-}
+std::string identity(Env& env, const char* variable) { return env.variable(variable).value_or("(null)"); }
 
 // A null-terminated array of records built for one platform call; the
 // records are freed with the array.
@@ -63,9 +60,8 @@ std::string withoutPrefix(const std::string& immName, const std::string& prefix)
 
 }  // namespace
 
-IctiHandler::IctiHandler(SafcImmCtWrapperIf& wrapper, ClockIf& clock, const std::string& schemaName,
-                         const std::string& immNs)
-    : wrapper_(wrapper), clock_(clock), schemaName_(schemaName), immNs_(immNs) {}
+IctiHandler::IctiHandler(Env& env, const std::string& schemaName, const std::string& immNs)
+    : env_(env), schemaName_(schemaName), immNs_(immNs) {}
 
 IctiHandler::~IctiHandler() {
   for (auto& entry : instanceGroupMap_) delete entry.second;
@@ -92,10 +88,9 @@ bool IctiHandler::init(const ClassList& configClasses, const ClassList& rtpClass
 }
 
 bool IctiHandler::openSession() {
-  const char* bt = std::getenv("BT");
-  SaUint32T mode = (bt != nullptr && std::strcmp(bt, "VM") == 0) ? 1 : 0;
+  SaUint32T mode = env_.variable("BT") == "VM" ? 1 : 0;
   for (int attempt = 1; attempt <= kInitAttempts; ++attempt) {
-    SaAisErrorT rc = wrapper_.initialize(&handle_, mode);
+    SaAisErrorT rc = env_.immCtInitialize(&handle_, mode);
     if (rc == SA_AIS_OK) {
       sessionOpen_ = true;
       return true;
@@ -109,7 +104,7 @@ bool IctiHandler::openSession() {
             rc, static_cast<unsigned long long>(handle_), attempt, kInitAttempts);
     if (attempt == kInitAttempts) break;
     // A signal may end the pause early; the rest of it is still waited.
-    for (unsigned int left = kInitPauseSeconds; left > 0;) left = clock_.sleepSeconds(left);
+    for (unsigned int left = kInitPauseSeconds; left > 0;) left = env_.sleepSeconds(left);
   }
   return false;
 }
@@ -117,7 +112,7 @@ bool IctiHandler::openSession() {
 void IctiHandler::readVersions() {
   fromVersion_ = new SafcImmCtSchemaVersionT_2();
   toVersion_ = new SafcImmCtSchemaVersionT_2();
-  SaAisErrorT rc = wrapper_.readSchemaVersion(handle_, schemaName_.c_str(), fromVersion_, toVersion_);
+  SaAisErrorT rc = env_.immCtReadSchemaVersion(handle_, schemaName_.c_str(), fromVersion_, toVersion_);
   versionsRead_ = rc == SA_AIS_OK;
   if (!versionsRead_) {
     failUpgrade(MessageFormatter::plain("Failed to get schema versions for %s, error %d!\n", schemaName_.c_str(), rc).c_str());
@@ -166,7 +161,7 @@ InstanceGroupIf* IctiHandler::getInstanceGroup(const std::string& className, con
 
 InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName, SaAisErrorT* rc) {
   SafcImmCtInstanceGroupT** records = nullptr;
-  *rc = wrapper_.readInstances(handle_, const_cast<char*>(immName.c_str()), &records);
+  *rc = env_.immCtReadInstances(handle_, const_cast<char*>(immName.c_str()), &records);
   if (*rc != SA_AIS_OK) {
     TAV_LOG(INFO_ABN, "Failed to read instances for %s, error code %d\n", immName.c_str(), *rc);
     return nullptr;
@@ -179,7 +174,7 @@ InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName, SaAisE
                              : new InstanceGroup(immNs_, withoutPrefix(immName, immNs_));
   instanceGroupMap_[immName] = group;
   TAV_LOG(TRACE1, "created %s", immName.c_str());
-  SaAisErrorT freed = wrapper_.instanceGroupsMemoryFree(handle_, records);
+  SaAisErrorT freed = env_.immCtInstanceGroupsMemoryFree(handle_, records);
   if (freed != SA_AIS_OK) {
     failUpgrade(MessageFormatter::plain("Failed to free memory, error code %d\n", freed).c_str());
     return nullptr;
@@ -256,11 +251,12 @@ void IctiHandler::failUpgrade(const char* message) {
   std::snprintf(text, sizeof text,
                 "UPGRADE FAIL: Application identity: wmtName = %s, wmtNumber = %s, wmtRevision = %s, "
                 "wpkRevision = %s. %s",
-                identity("WMT_NAME"), identity("WMT_NO"), identity("WMT_REV"), identity("WPK_REV"), reason.c_str());
+                identity(env_, "WMT_NAME").c_str(), identity(env_, "WMT_NO").c_str(), identity(env_, "WMT_REV").c_str(),
+                identity(env_, "WPK_REV").c_str(), reason.c_str());
   TAV_LOG(ERROR, "%s", text);
   // Without a session the request goes out with the null handle: the node
   // may still take it, and a refusal must not end the other schemas' runs.
-  SaAisErrorT rc = wrapper_.failUpgrade(sessionOpen_ ? handle_ : 0, text);
+  SaAisErrorT rc = env_.immCtFailUpgrade(sessionOpen_ ? handle_ : 0, text);
   if (rc == SA_AIS_OK) return;
   TAV_LOG(ERROR, "Failed to trigger rollback. Error: %d, handle value: %llu.", rc,
           static_cast<unsigned long long>(handle_));
@@ -301,7 +297,7 @@ void IctiHandler::splitRuntimePersistentGroups() {
 }
 
 bool IctiHandler::writeCopyClasses() {
-  struct timespec start = clock_.monotonicNow();
+  struct timespec start = env_.monotonicNow();
   if (!implementerName_.empty()) splitRuntimePersistentGroups();
 
   GroupRecords toWrite;
@@ -329,8 +325,8 @@ bool IctiHandler::writeCopyClasses() {
             cached->second->getNumberOfInstances());
     rtpToWrite.add(cached->second->createInstanceGroupRecord());
   }
-  struct timespec tablesDone = clock_.monotonicNow();
-  tablesMs_ = ClockIf::millisecondsBetween(start, tablesDone);
+  struct timespec tablesDone = env_.monotonicNow();
+  tablesMs_ = Env::millisecondsBetween(start, tablesDone);
   writeCount_ = toWrite.size();
   copyCount_ = toCopy.size();
   rtpCount_ = rtpToWrite.size();
@@ -338,26 +334,26 @@ bool IctiHandler::writeCopyClasses() {
   bool written = true;
   if (toWrite.size() > 0) {
     TAV_LOG(INFO, "Write instances to CS.");
-    written = checked(wrapper_.writeInstances(handle_, toWrite.terminated()),
+    written = checked(env_.immCtWriteInstances(handle_, toWrite.terminated()),
                       "Write instances init failed, SaAisErrorT = %d");
   }
-  struct timespec writeDone = clock_.monotonicNow();
-  writeMs_ = ClockIf::millisecondsBetween(tablesDone, writeDone);
+  struct timespec writeDone = env_.monotonicNow();
+  writeMs_ = Env::millisecondsBetween(tablesDone, writeDone);
   if (rtpToWrite.size() > 0) {
     TAV_LOG(INFO, "Write runtime persistent instances to CS with implmenterName: %s ", implementerName_.c_str());
-    written = checked(wrapper_.writeRtInstances(handle_, const_cast<char*>(implementerName_.c_str()),
-                                                rtpToWrite.terminated()),
+    written = checked(env_.immCtWriteRtInstances(handle_, const_cast<char*>(implementerName_.c_str()),
+                                                 rtpToWrite.terminated()),
                       "Write RTP instances failed, SaAisErrorT = %d") &&
               written;
   }
-  struct timespec copyStart = clock_.monotonicNow();
+  struct timespec copyStart = env_.monotonicNow();
   if (toCopy.size() > 0) {
     TAV_LOG(INFO, "Copy instances to CS.");
-    written = checked(wrapper_.copyInstances(handle_, toCopy.terminated()),
+    written = checked(env_.immCtCopyInstances(handle_, toCopy.terminated()),
                       "Copy instances init failed, SaAisErrorT = %d") &&
               written;
   }
-  copyMs_ = ClockIf::millisecondsBetween(copyStart, clock_.monotonicNow());
+  copyMs_ = Env::millisecondsBetween(copyStart, env_.monotonicNow());
   // A model that could not be written whole must not take effect.
   return written && callFinalize();
 }
@@ -369,7 +365,7 @@ bool IctiHandler::checked(SaAisErrorT rc, const char* failureFormat) {
 }
 
 bool IctiHandler::writeIntroducedClasses() {
-  struct timespec start = clock_.monotonicNow();
+  struct timespec start = env_.monotonicNow();
   GroupRecords toWrite;
   for (const auto& configClass : configClasses_) {
     auto cached = instanceGroupMap_.find(configClass.first);
@@ -377,20 +373,20 @@ bool IctiHandler::writeIntroducedClasses() {
   }
   writeCount_ = toWrite.size();
   bool written =
-      checked(wrapper_.writeInstances(handle_, toWrite.terminated()), "Write instances init failed, SaAisErrorT = %d");
-  introduceMs_ = ClockIf::millisecondsBetween(start, clock_.monotonicNow());
+      checked(env_.immCtWriteInstances(handle_, toWrite.terminated()), "Write instances init failed, SaAisErrorT = %d");
+  introduceMs_ = Env::millisecondsBetween(start, env_.monotonicNow());
   return written && callFinalize();
 }
 
 bool IctiHandler::callFinalize() {
   TAV_LOG(INFO, "IctiHandler::callFinalize()");
-  struct timespec start = clock_.monotonicNow();
-  SaAisErrorT rc = wrapper_.finalize(handle_);
-  struct timespec end = clock_.monotonicNow();
+  struct timespec start = env_.monotonicNow();
+  SaAisErrorT rc = env_.immCtFinalize(handle_);
+  struct timespec end = env_.monotonicNow();
   TAV_LOG(INFO,
           "icti finalize %d ms, tables %d ms, writeClasses %d ms size %d, copyClasses %d ms, size %d, "
           "writeRTPClasses size %d, introduce %d ms",
-          ClockIf::millisecondsBetween(start, end), tablesMs_, writeMs_, writeCount_, copyMs_, copyCount_, rtpCount_,
+          Env::millisecondsBetween(start, end), tablesMs_, writeMs_, writeCount_, copyMs_, copyCount_, rtpCount_,
           introduceMs_);
   if (rc != SA_AIS_OK) {
     TAV_LOG(ERROR, "Finalize failed, SaAisErrorT = %d", rc);

@@ -5,86 +5,94 @@
 
 #include <stdexcept>
 
-#include "FakeLmhiWrapper.h"
 #include "LogRecorder.h"
+#include "MockEnv.h"
 
-using testing::ElementsAre;
+using testing::_;
 using testing::ElementsAreArray;
-using testing::IsEmpty;
+using testing::Invoke;
+using testing::NiceMock;
+using testing::StrEq;
 
 namespace {
 
-TEST(ModificationFileLookupTest, TwoLoadModulesOfTwoFilesGiveFourPathsInOrder) {
-  FakeLmhiWrapper lmhi({{"/lm/a/1.xml", "/lm/a/2.xml"}, {"/lm/b/1.xml", "/lm/b/2.xml"}}, 0);
-  std::vector<std::string> files;
+// The handler's answer: load modules, each a list of file paths (nullptr
+// for an entry without a path).
+using LoadModules = std::vector<std::vector<const char*>>;
 
-  getModificationFiles(lmhi, "RadioNode", &files);
+class ModificationFileLookupTest : public testing::Test {
+ protected:
+  // Lets the handler answer `rc` and, on success, `modules` for board type
+  // "Bt" under the modification files' tag.
+  void answer(const LoadModules& modules, int rc) {
+    files_.clear();
+    for (const auto& paths : modules) {
+      files_.emplace_back();
+      for (const char* path : paths) files_.back().push_back(LmhiFileEntry{nullptr, const_cast<char*>(path)});
+    }
+    lms_.clear();
+    for (auto& entries : files_) {
+      lms_.push_back(LmhiLoadModule{nullptr, nullptr, nullptr, static_cast<uint32_t>(entries.size()), entries.data()});
+    }
+    EXPECT_CALL(env, lmhiGetLms(StrEq("Bt"), StrEq("modification_files"), _))
+        .WillOnce(Invoke([this, rc](char*, char*, LmhiLms* result) {
+          if (rc == 0) *result = LmhiLms{static_cast<uint32_t>(lms_.size()), lms_.data()};
+          return rc;
+        }));
+  }
 
-  EXPECT_THAT(files, ElementsAre("/lm/a/1.xml", "/lm/a/2.xml", "/lm/b/1.xml", "/lm/b/2.xml"));
-  EXPECT_THAT(lmhi.boardTypes, ElementsAre("RadioNode"));
-  EXPECT_THAT(lmhi.tags, ElementsAre("modification_files"));
-  ASSERT_THAT(lmhi.freed, ElementsAre(lmhi.handedOut));
-  std::vector<LoggedRecord> records = LogRecorder::installed().records();
-  ASSERT_EQ(2u, records.size());
-  EXPECT_EQ("Getting modification files using tag RadioNode ", records[0].text);
-  EXPECT_EQ("Found 4 modification files through LMHI using tag RadioNode", records[1].text);
-  EXPECT_EQ(SA_LOG_SEV_INFO, records[0].severity);
-  EXPECT_EQ(SA_LOG_SEV_INFO, records[1].severity);
-}
+  NiceMock<MockEnv> env;
 
-TEST(ModificationFileLookupTest, AnErrorIsReportedAndLeavesTheListEmpty) {
-  FakeLmhiWrapper lmhi({{"/never/returned.xml"}}, 3);
-  std::vector<std::string> files;
+ private:
+  std::vector<std::vector<LmhiFileEntry>> files_;
+  std::vector<LmhiLoadModule> lms_;
+};
 
-  getModificationFiles(lmhi, "Lrat", &files);
-
-  EXPECT_THAT(files, IsEmpty());
-  EXPECT_THAT(lmhi.freed, IsEmpty());
-  std::vector<LoggedRecord> records = LogRecorder::installed().records();
-  ASSERT_EQ(2u, records.size());
-  EXPECT_EQ("Getting modification files using tag Lrat ", records[0].text);
-  EXPECT_EQ("Could not get list of modification files from LMHI using tag modification_files, boardType Lrat, "
-            "return code was 3",
-            records[1].text);
-  EXPECT_EQ(SA_LOG_SEV_INFO, records[1].severity);
-  EXPECT_FALSE(LogRecorder::installed().containsPart("Found"));
-}
-
-TEST(ModificationFileLookupTest, AnswersOfEveryShapeAreFlattenedInOrder) {
+TEST_F(ModificationFileLookupTest, AnswersOfEveryShapeAreFlattenedInOrder) {
   struct Case {
     const char* name;
-    FakeLmhiWrapper::LoadModules modules;
+    LoadModules modules;
+    int rc;
     std::vector<std::string> before;
     std::vector<std::string> expected;
-    const char* found;
+    const char* logged;
   };
   const Case cases[] = {
-      {"no load modules", {}, {}, {}, "Found 0 modification files through LMHI using tag Bt"},
-      {"load module without files", {{}, {"/b/1.xml"}}, {}, {"/b/1.xml"},
-       "Found 1 modification files through LMHI using tag Bt"},
-      {"duplicates kept", {{"/x.xml", "/x.xml"}, {"/x.xml"}}, {}, {"/x.xml", "/x.xml", "/x.xml"},
+      {"two load modules", {{"/a/1.xml", "/a/2.xml"}, {"/b/1.xml"}}, 0, {}, {"/a/1.xml", "/a/2.xml", "/b/1.xml"},
        "Found 3 modification files through LMHI using tag Bt"},
-      {"appended to the list", {{"/new.xml"}}, {"/old.xml"}, {"/old.xml", "/new.xml"},
+      {"no load modules", {}, 0, {}, {}, "Found 0 modification files through LMHI using tag Bt"},
+      {"load module without files", {{}, {"/b/1.xml"}}, 0, {}, {"/b/1.xml"},
+       "Found 1 modification files through LMHI using tag Bt"},
+      {"duplicates kept", {{"/x.xml", "/x.xml"}, {"/x.xml"}}, 0, {}, {"/x.xml", "/x.xml", "/x.xml"},
+       "Found 3 modification files through LMHI using tag Bt"},
+      {"appended to the list", {{"/new.xml"}}, 0, {"/old.xml"}, {"/old.xml", "/new.xml"},
        "Found 2 modification files through LMHI using tag Bt"},
+      {"handler error", {{"/never/returned.xml"}}, 3, {"/old.xml"}, {"/old.xml"},
+       "Could not get list of modification files from LMHI using tag modification_files, boardType Bt, "
+       "return code was 3"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     LogRecorder::installed().clear();
-    FakeLmhiWrapper lmhi(c.modules, 0);
+    answer(c.modules, c.rc);
+    // A successful answer is handed back once; a failed one holds nothing.
+    EXPECT_CALL(env, lmhiFreeBuffers(_)).Times(c.rc == 0 ? 1 : 0);
     std::vector<std::string> files = c.before;
 
-    getModificationFiles(lmhi, "Bt", &files);
+    getModificationFiles(env, "Bt", &files);
 
     EXPECT_THAT(files, ElementsAreArray(c.expected));
-    EXPECT_EQ(1u, lmhi.freed.size());
-    EXPECT_TRUE(LogRecorder::installed().contains(c.found));
+    EXPECT_EQ((std::vector<std::string>{"Getting modification files using tag Bt ", c.logged}),
+              LogRecorder::installed().texts());
+    testing::Mock::VerifyAndClearExpectations(&env);
   }
 }
 
-TEST(ModificationFileLookupTest, AFileEntryWithoutPathIsALogicError) {
-  FakeLmhiWrapper lmhi({{"/a.xml", nullptr}}, 0);
+TEST_F(ModificationFileLookupTest, AFileEntryWithoutPathIsALogicError) {
+  answer({{"/a.xml", nullptr}}, 0);
   std::vector<std::string> files;
-  EXPECT_THROW(getModificationFiles(lmhi, "Bt", &files), std::logic_error);
+  EXPECT_THROW(getModificationFiles(env, "Bt", &files), std::logic_error);
+  testing::Mock::VerifyAndClearExpectations(&env);
 }
 
 }  // namespace

@@ -1,138 +1,107 @@
-#include "common/PersistentLog.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
-#include "MockSaLogWrapper.h"
+#include "LogRecorder.h"
+#include "MockEnv.h"
+#include "common/PersistentLog.h"
 
 using testing::_;
 using testing::DoAll;
 using testing::Invoke;
 using testing::NiceMock;
 using testing::Return;
+using testing::SaveArgPointee;
 using testing::SetArgPointee;
 
 namespace {
 
-struct Written {
-  SaLogSeverityT severity;
-  std::string text;
-};
-
-class PersistentLogTest : public testing::Test {
- protected:
-  void SetUp() override {
-    ON_CALL(wrapper, initialize(_, _, _)).WillByDefault(DoAll(SetArgPointee<0>(7), Return(SA_AIS_OK)));
-    ON_CALL(wrapper, streamOpen(_, _, _, _, _, _)).WillByDefault(DoAll(SetArgPointee<5>(8), Return(SA_AIS_OK)));
-    ON_CALL(wrapper, finalize(_)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(wrapper, writeLogAsync(_, _, _, _))
-        .WillByDefault(Invoke([this](SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT* r) {
-          written.push_back({r->logHeader.genericHdr.logSeverity,
-                             std::string(reinterpret_cast<const char*>(r->logBuffer->logBuf),
-                                         r->logBuffer->logBufSize)});
-          return SA_AIS_OK;
-        }));
-  }
-
-  NiceMock<MockSaLogWrapper> wrapper;
-  std::vector<Written> written;
-};
-
-TEST_F(PersistentLogTest, OpensTheUpgradeStreamAsConfigured) {
+TEST(PersistentLogTest, OpensTheUpgradeStreamAsConfigured) {
+  NiceMock<MockEnv> env;
   SaVersionT version{};
-  SaNameT name{};
+  std::string name, fileName, pathName, format;
   SaLogFileCreateAttributesT_2 attributes{};
-  std::string fileName, pathName, format;
-  EXPECT_CALL(wrapper, initialize(_, nullptr, _))
-      .WillOnce(DoAll(Invoke([&](SaLogHandleT*, const SaLogCallbacksT*, SaVersionT* v) { version = *v; }),
-                      SetArgPointee<0>(7), Return(SA_AIS_OK)));
-  EXPECT_CALL(wrapper, streamOpen(7, _, _, SA_LOG_STREAM_CREATE, SA_TIME_ONE_SECOND, _))
+  EXPECT_CALL(env, logInitialize(_, nullptr, _))
+      .WillOnce(DoAll(SaveArgPointee<2>(&version), SetArgPointee<0>(7), Return(SA_AIS_OK)));
+  EXPECT_CALL(env, logStreamOpen(7, _, _, SA_LOG_STREAM_CREATE, SA_TIME_ONE_SECOND, _))
       .WillOnce(DoAll(Invoke([&](SaLogHandleT, const SaNameT* n, const SaLogFileCreateAttributesT_2* a,
                                  SaLogStreamOpenFlagsT, SaTimeT, SaLogStreamHandleT*) {
-                        name = *n;
+                        name.assign(reinterpret_cast<const char*>(n->value), n->length);
                         attributes = *a;
                         fileName = a->logFileName;
                         pathName = a->logFilePathName;
                         format = a->logFileFmt;
                       }),
-                      SetArgPointee<5>(8), Return(SA_AIS_OK)));
-  PersistentLog log(wrapper, "upgrader");
+                      Return(SA_AIS_OK)));
+  PersistentLog log(env, "upgrader");
 
-  EXPECT_EQ('A', version.releaseCode);
-  EXPECT_EQ(2, version.majorVersion);
-  EXPECT_EQ(1, version.minorVersion);
-  EXPECT_EQ("safLgStr=upgrade,safApp=safLogService",
-            std::string(reinterpret_cast<const char*>(name.value), name.length));
-  EXPECT_EQ("upgrade", fileName);
-  EXPECT_EQ("saLogUpgrade", pathName);
+  EXPECT_EQ("A.2.1", std::string(1, version.releaseCode) + "." + std::to_string(version.majorVersion) + "." +
+                         std::to_string(version.minorVersion));
+  EXPECT_EQ("safLgStr=upgrade,safApp=safLogService", name);
+  EXPECT_EQ("saLogUpgrade/upgrade [@CY-@Cm-@Cd @Ch:@Cn:@Cs] @Cr @Sv @Cb", pathName + "/" + fileName + " " + format);
   EXPECT_EQ(2000000u, attributes.maxLogFileSize);
   EXPECT_EQ(512u, attributes.maxLogRecordSize);
   EXPECT_EQ(SA_TRUE, attributes.haProperty);
   EXPECT_EQ(SA_LOG_FILE_FULL_ACTION_ROTATE, attributes.logFileFullAction);
   EXPECT_EQ(3, attributes.maxFilesRotated);
-  EXPECT_EQ("[@CY-@Cm-@Cd @Ch:@Cn:@Cs] @Cr @Sv @Cb", format);
 }
 
-TEST_F(PersistentLogTest, MapsSeveritiesAndWritesTheTextWithoutItsTerminator) {
+TEST(PersistentLogTest, RecordsCarryTheMappedSeverityTheTextAndAGenericHeader) {
   struct Case {
     int severity;
     SaLogSeverityT expected;
   };
   const Case cases[] = {{0, SA_LOG_SEV_INFO}, {1, SA_LOG_SEV_ERROR}, {2, SA_LOG_SEV_WARNING}, {5, SA_LOG_SEV_INFO}};
-  PersistentLog log(wrapper, "upgrader");
+  NiceMock<MockEnv> env;
+  SaLogRecordT seen{};
+  EXPECT_CALL(env, logWriteLogAsync(8, 0, 0, _)).Times(4).WillRepeatedly(Invoke([&](auto, auto, auto, auto r) {
+    seen = *r;
+    EXPECT_EQ(0, r->logHeader.genericHdr.logSvcUsrName->length);
+    LogRecorder::installed().record(r);
+    return SA_AIS_OK;
+  }));
+  PersistentLog log(env, "upgrader");
   for (const Case& c : cases) {
-    written.clear();
+    LogRecorder::installed().clear();
     log.write(c.severity, "f.cc", 1, "hello");
-    ASSERT_EQ(1u, written.size()) << c.severity;
-    EXPECT_EQ(c.expected, written[0].severity) << c.severity;
-    EXPECT_EQ("hello", written[0].text);
+    std::vector<LoggedRecord> records = LogRecorder::installed().records();
+    ASSERT_EQ(1u, records.size()) << c.severity;
+    EXPECT_EQ(c.expected, records[0].severity) << c.severity;
+    EXPECT_EQ("hello", records[0].text);
+    EXPECT_EQ(SA_TIME_UNKNOWN, seen.logTimeStamp);
+    EXPECT_EQ(SA_LOG_GENERIC_HEADER, seen.logHdrType);
+    EXPECT_EQ(nullptr, seen.logHeader.genericHdr.notificationClassId);
   }
 }
 
-TEST_F(PersistentLogTest, RecordsCarryAnUnknownTimeAndAGenericHeader) {
-  SaLogRecordT seen{};
-  EXPECT_CALL(wrapper, writeLogAsync(8, 0, 0, _))
-      .WillOnce(DoAll(Invoke([&](SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT* r) {
-                        seen = *r;
-                        EXPECT_EQ(0, r->logHeader.genericHdr.logSvcUsrName->length);
-                      }),
-                      Return(SA_AIS_OK)));
-  PersistentLog log(wrapper, "upgrader");
-  log.write(0, "f.cc", 1, "x");
-  EXPECT_EQ(SA_TIME_UNKNOWN, seen.logTimeStamp);
-  EXPECT_EQ(SA_LOG_GENERIC_HEADER, seen.logHdrType);
-  EXPECT_EQ(nullptr, seen.logHeader.genericHdr.notificationClassId);
-}
-
-TEST_F(PersistentLogTest, AFailedWriteIsReportedOnceAndDisablesTheStreamForGood) {
-  PersistentLog log(wrapper, "upgrader");
-  EXPECT_CALL(wrapper, writeLogAsync(_, _, _, _))
+TEST(PersistentLogTest, AFailedWriteIsReportedOnceAndDisablesTheStreamForGood) {
+  NiceMock<MockEnv> env;
+  PersistentLog log(env, "upgrader");
+  EXPECT_CALL(env, logWriteLogAsync(_, _, _, _))
       .WillOnce(Return(SA_AIS_ERR_TRY_AGAIN))
-      .WillOnce(Invoke([this](SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT* r) {
-        written.push_back({r->logHeader.genericHdr.logSeverity,
-                           std::string(reinterpret_cast<const char*>(r->logBuffer->logBuf),
-                                       r->logBuffer->logBufSize)});
+      .WillOnce(Invoke([](auto, auto, auto, const SaLogRecordT* r) {
+        LogRecorder::installed().record(r);
         return SA_AIS_OK;
       }));
   log.write(0, "f.cc", 1, "lost");
   log.write(0, "f.cc", 2, "goes to a tracepoint");
-  ASSERT_EQ(1u, written.size());
-  EXPECT_EQ(SA_LOG_SEV_ERROR, written[0].severity);
-  EXPECT_EQ("Failed to write to the stream, error = 6", written[0].text);
+  std::vector<LoggedRecord> records = LogRecorder::installed().records();
+  ASSERT_EQ(1u, records.size());
+  EXPECT_EQ(SA_LOG_SEV_ERROR, records[0].severity);
+  EXPECT_EQ("Failed to write to the stream, error = 6", records[0].text);
 }
 
-TEST_F(PersistentLogTest, APersistentWriteFailureEndsAfterOneNestedAttempt) {
-  PersistentLog log(wrapper, "upgrader");
-  EXPECT_CALL(wrapper, writeLogAsync(_, _, _, _)).Times(2).WillRepeatedly(Return(SA_AIS_ERR_BAD_HANDLE));
+TEST(PersistentLogTest, APersistentWriteFailureEndsAfterOneNestedAttempt) {
+  NiceMock<MockEnv> env;
+  PersistentLog log(env, "upgrader");
+  EXPECT_CALL(env, logWriteLogAsync(_, _, _, _)).Times(2).WillRepeatedly(Return(SA_AIS_ERR_BAD_HANDLE));
   log.write(1, "f.cc", 1, "lost");
   log.write(1, "f.cc", 1, "not tried");
 }
 
-TEST_F(PersistentLogTest, WithoutALogServiceNothingIsWrittenAndNothingFails) {
+TEST(PersistentLogTest, WithoutALogServiceNothingIsWrittenAndNothingFails) {
   struct Case {
     const char* name;
     SaAisErrorT initialize;
@@ -141,22 +110,28 @@ TEST_F(PersistentLogTest, WithoutALogServiceNothingIsWrittenAndNothingFails) {
   const Case cases[] = {{"initialize fails", SA_AIS_ERR_LIBRARY, SA_AIS_OK},
                         {"stream open fails", SA_AIS_OK, SA_AIS_ERR_TIMEOUT}};
   for (const Case& c : cases) {
-    NiceMock<MockSaLogWrapper> service;
-    ON_CALL(service, initialize(_, _, _)).WillByDefault(Return(c.initialize));
-    ON_CALL(service, streamOpen(_, _, _, _, _, _)).WillByDefault(Return(c.open));
-    EXPECT_CALL(service, writeLogAsync(_, _, _, _)).Times(0);
-    PersistentLog log(service, "upgrader");
+    NiceMock<MockEnv> env;
+    ON_CALL(env, logInitialize(_, _, _)).WillByDefault(Return(c.initialize));
+    ON_CALL(env, logStreamOpen(_, _, _, _, _, _)).WillByDefault(Return(c.open));
+    EXPECT_CALL(env, logWriteLogAsync(_, _, _, _)).Times(0);
+    PersistentLog log(env, "upgrader");
     for (int severity : {0, 1, 2, 9}) log.write(severity, "f.cc", 1, c.name);
   }
 }
 
-TEST_F(PersistentLogTest, CloseFinalizesOnceAndStopsWriting) {
-  EXPECT_CALL(wrapper, finalize(7)).Times(1).WillOnce(Return(SA_AIS_OK));
-  PersistentLog log(wrapper, "upgrader");
+TEST(PersistentLogTest, CloseFinalizesOnceAndStopsWriting) {
+  NiceMock<MockEnv> env;
+  EXPECT_CALL(env, logFinalize(7)).Times(1).WillOnce(Return(SA_AIS_OK));
+  PersistentLog log(env, "upgrader");
   log.close();
   log.close();
-  EXPECT_CALL(wrapper, writeLogAsync(_, _, _, _)).Times(0);
+  EXPECT_CALL(env, logWriteLogAsync(_, _, _, _)).Times(0);
   log.write(0, "f.cc", 1, "after close");
+}
+
+TEST(PersistentLogDeathTest, TheProcessLogsEnvIsChosenOnce) {
+  NiceMock<MockEnv> env;
+  EXPECT_DEATH(PersistentLog::chooseEnv(env), "The persistent log's Env is chosen already");
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 
 #include "FrontTrace.h"
 #include "common/Log.h"
+#include "env/PlatformEnv.h"
 
 namespace {
 
@@ -31,18 +32,19 @@ void expectFrontTrace(const char* event, int line, const std::string& msg) {
 
 void expectLog(const char* severity, const std::string& text) { std::printf("log: %s %s\n", severity, text.c_str()); }
 
-// A log service that is not there: every call fails as an unloadable library.
-class MissingLogService : public SaLogWrapperIf {
+// A node whose log service is not there: every log call fails as an
+// unloadable library.
+class MissingLogService : public PlatformEnv {
  public:
-  SaAisErrorT initialize(SaLogHandleT*, const SaLogCallbacksT*, SaVersionT*) override { return SA_AIS_ERR_LIBRARY; }
-  SaAisErrorT streamOpen(SaLogHandleT, const SaNameT*, const SaLogFileCreateAttributesT_2*, SaLogStreamOpenFlagsT,
-                         SaTimeT, SaLogStreamHandleT*) override {
+  SaAisErrorT logInitialize(SaLogHandleT*, const SaLogCallbacksT*, SaVersionT*) override { return SA_AIS_ERR_LIBRARY; }
+  SaAisErrorT logStreamOpen(SaLogHandleT, const SaNameT*, const SaLogFileCreateAttributesT_2*, SaLogStreamOpenFlagsT,
+                            SaTimeT, SaLogStreamHandleT*) override {
     return SA_AIS_ERR_LIBRARY;
   }
-  SaAisErrorT writeLogAsync(SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT*) override {
+  SaAisErrorT logWriteLogAsync(SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT*) override {
     return SA_AIS_ERR_LIBRARY;
   }
-  SaAisErrorT finalize(SaLogHandleT) override { return SA_AIS_ERR_LIBRARY; }
+  SaAisErrorT logFinalize(SaLogHandleT) override { return SA_AIS_ERR_LIBRARY; }
 };
 
 void frameworkMessages() {
@@ -108,6 +110,7 @@ void messagesWithoutLogService() {
 }  // namespace
 
 int main() {
+  PersistentLog::chooseEnv(PlatformEnv::instance());
   frameworkMessages();
   frontMessages();
   messagesWithoutLogService();

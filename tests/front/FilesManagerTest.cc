@@ -63,8 +63,6 @@ TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
       {"a schema name that is no valid expression", {"share/imm/Foo\\(_imm.xml"}, {"Foo\\("}, noImmFile, {},
        {"ERROR: Regular expression compilation failed with error: " + std::to_string(REG_EPAREN), walkFailed}},
       {"an empty schema set does not look at the disk", {}, {}, APP_RESULT_OK, {}, {}, "/nonexistent/root"},
-      {"without a package root the search fails silently", {}, {"Foo"}, APP_RESULT_NO_WPK_ROOT, {}, {}, ""},
-      {"even for an empty schema set", {}, {}, APP_RESULT_NO_WPK_ROOT, {}, {}, ""},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);

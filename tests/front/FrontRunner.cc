@@ -11,6 +11,7 @@
 #include "FilesManager.h"
 #include "TavClientIfBase.h"
 #include "VoskOamUpgraderApp.h"
+#include "env/PlatformEnv.h"
 
 namespace {
 
@@ -28,12 +29,11 @@ class PrintingClient : public voskoamupgrader::TavClientIfBase {
   }
 };
 
-voskoamupgrader::FilesManager g_filesManager;
-voskoamupgrader::AppdataParser g_appdataParser;
-
 }  // namespace
 
 int main(int argc, char** argv) {
+  voskoamupgrader::FilesManager filesManager(PlatformEnv::instance());
+  voskoamupgrader::AppdataParser appdataParser;
   PrintingClient client;
-  return voskoamupgrader::runApp(argc, argv, g_filesManager, g_appdataParser, client);
+  return voskoamupgrader::runApp(argc, argv, filesManager, appdataParser, client);
 }

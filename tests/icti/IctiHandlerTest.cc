@@ -3,16 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <deque>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "FakeClock.h"
 #include "GroupRecordBuilder.h"
 #include "LogRecorder.h"
-#include "MockSafcImmCtWrapper.h"
+#include "MockEnv.h"
 
 using testing::_;
 using testing::DoAll;
@@ -43,41 +41,34 @@ std::vector<std::string> groupNames(SafcImmCtInstanceGroupT** groups) {
 class IctiHandlerTest : public testing::Test {
  protected:
   void SetUp() override {
-    setenv("WMT_NAME", "Upgrader", 1);
-    setenv("WMT_NO", "CXP1", 1);
-    setenv("WMT_REV", "R1A", 1);
-    unsetenv("WPK_REV");
-    unsetenv("BT");
-    answerOk(wrapper);
-  }
-  void TearDown() override {
-    for (const char* v : {"WMT_NAME", "WMT_NO", "WMT_REV", "BT"}) unsetenv(v);
+    env.variables = {{"WMT_NAME", "Upgrader"}, {"WMT_NO", "CXP1"}, {"WMT_REV", "R1A"}};
+    answerOk(env);
   }
 
   // Every call succeeds; failure texts are collected in `failures`.
-  void answerOk(NiceMock<MockSafcImmCtWrapper>& tool) {
-    ON_CALL(tool, initialize(_, _)).WillByDefault(DoAll(SetArgPointee<0>(42), Return(SA_AIS_OK)));
-    ON_CALL(tool, readSchemaVersion(_, _, _, _))
+  void answerOk(NiceMock<MockEnv>& tool) {
+    ON_CALL(tool, immCtInitialize(_, _)).WillByDefault(DoAll(SetArgPointee<0>(42), Return(SA_AIS_OK)));
+    ON_CALL(tool, immCtReadSchemaVersion(_, _, _, _))
         .WillByDefault(DoAll(SetArgPointee<2>(SafcImmCtSchemaVersionT_2{1, 0, 0}),
                              SetArgPointee<3>(SafcImmCtSchemaVersionT_2{2, 1, 3}), Return(SA_AIS_OK)));
-    ON_CALL(tool, failUpgrade(_, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, const char* text) {
+    ON_CALL(tool, immCtFailUpgrade(_, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, const char* text) {
       failures.push_back(text);
       return SA_AIS_OK;
     }));
-    ON_CALL(tool, instanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(tool, finalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) {
+    ON_CALL(tool, immCtInstanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
+    ON_CALL(tool, immCtFinalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) {
       ++finalizeCalls;
       return finalizeAnswer;
     }));
-    ON_CALL(tool, writeInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
+    ON_CALL(tool, immCtWriteInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
       written = groupNames(g);
       return writeAnswer;
     }));
-    ON_CALL(tool, copyInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SaImmClassNameT* n) {
+    ON_CALL(tool, immCtCopyInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SaImmClassNameT* n) {
       copied = names(n);
       return copyAnswer;
     }));
-    ON_CALL(tool, writeRtInstances(42, StrEq("upgradeImpl"), _))
+    ON_CALL(tool, immCtWriteRtInstances(42, StrEq("upgradeImpl"), _))
         .WillByDefault(Invoke([this](SafcImmCtHandleT, const SaImmOiImplementerNameT, SafcImmCtInstanceGroupT** g) {
           rtpWritten = groupNames(g);
           return rtpAnswer;
@@ -86,7 +77,7 @@ class IctiHandlerTest : public testing::Test {
 
   // Lets readInstances of `className` answer with `builder`'s record.
   void answerRead(const std::string& className, GroupRecordBuilder& builder) {
-    EXPECT_CALL(wrapper, readInstances(42, StrEq(className), _))
+    EXPECT_CALL(env, immCtReadInstances(42, StrEq(className), _))
         .WillOnce(DoAll(SetArgPointee<2>(builder.build()), Return(SA_AIS_OK)));
   }
 
@@ -94,9 +85,8 @@ class IctiHandlerTest : public testing::Test {
     return handler.init(config, rtp);
   }
 
-  NiceMock<MockSafcImmCtWrapper> wrapper;
-  FakeClock clock;
-  IctiHandler handler{wrapper, clock, "RadioNode", "Ns"};
+  NiceMock<MockEnv> env;
+  IctiHandler handler{env, "RadioNode", "Ns"};
   std::vector<std::string> failures, written, copied, rtpWritten;
   SaAisErrorT writeAnswer = SA_AIS_OK, copyAnswer = SA_AIS_OK, rtpAnswer = SA_AIS_OK, finalizeAnswer = SA_AIS_OK;
   int finalizeCalls = 0;
@@ -116,26 +106,25 @@ TEST_F(IctiHandlerTest, OpeningRetriesOnlyWhileTheToolAsksToTryAgainLater) {
       {{SA_AIS_ERR_LIBRARY}, {}, false, {}},
   };
   for (const auto& c : cases) {
-    NiceMock<MockSafcImmCtWrapper> tool;
-    FakeClock pauses;
-    pauses.interruptions = c.interruptions;
-    auto& expectation = EXPECT_CALL(tool, initialize(_, 0)).Times(static_cast<int>(c.answers.size()));
+    NiceMock<MockEnv> tool;
+    tool.interruptions = c.interruptions;
+    auto& expectation = EXPECT_CALL(tool, immCtInitialize(_, 0)).Times(static_cast<int>(c.answers.size()));
     for (SaAisErrorT answer : c.answers) expectation.WillOnce(Return(answer));
-    IctiHandler fresh(tool, pauses, "RadioNode", "");
+    IctiHandler fresh(tool, "RadioNode", "");
     EXPECT_EQ(c.opened, fresh.init({}, {})) << c.answers.size();
-    EXPECT_EQ(c.sleeps, pauses.sleeps) << c.answers.size();
+    EXPECT_EQ(c.sleeps, tool.sleeps) << c.answers.size();
   }
   EXPECT_TRUE(LogRecorder::installed().contains(
       "Failed to init upgrade, error 31, handle value 0. Initialize ICTI attempt: 3 out of 3."));
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to init upgrade, error 2, handle value 0."));
   // The virtual machine mode follows BT.
-  setenv("BT", "VM", 1);
-  EXPECT_CALL(wrapper, initialize(_, 1)).WillOnce(Return(SA_AIS_OK));
+  env.variables["BT"] = "VM";
+  EXPECT_CALL(env, immCtInitialize(_, 1)).WillOnce(Return(SA_AIS_OK));
   EXPECT_TRUE(initWith({}));
 }
 
 TEST_F(IctiHandlerTest, VersionsAreReadForTheSchemaAndAFailureIsReported) {
-  EXPECT_CALL(wrapper, readSchemaVersion(42, StrEq("RadioNode"), _, _));
+  EXPECT_CALL(env, immCtReadSchemaVersion(42, StrEq("RadioNode"), _, _));
   ASSERT_TRUE(initWith({{"NsManagedElement", "managedElementId"}}));
   EXPECT_TRUE(LogRecorder::installed().contains("Inserting class NsManagedElement, rdn attr managedElementId"));
   SafcImmCtSchemaVersionT_2 from{}, to{};
@@ -143,8 +132,8 @@ TEST_F(IctiHandlerTest, VersionsAreReadForTheSchemaAndAFailureIsReported) {
   EXPECT_EQ(1u, from.version);
   EXPECT_EQ(3u, to.correction);
 
-  EXPECT_CALL(wrapper, readSchemaVersion(_, _, _, _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  IctiHandler failing(wrapper, clock, "RadioNode", "Ns");
+  EXPECT_CALL(env, immCtReadSchemaVersion(_, _, _, _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  IctiHandler failing(env, "RadioNode", "Ns");
   EXPECT_TRUE(failing.init({}, {}));
   EXPECT_FALSE(failing.getSchemaVersions(from, to));
   EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) +
@@ -156,10 +145,10 @@ TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCacheButAFailedReadI
   ASSERT_TRUE(initWith({{"NsEUtranCellFDD", "eUtranCellFDDId"}}));
   GroupRecordBuilder cells("NsEUtranCellFDD");
   cells.instance("ENodeBFunction=1", {{"eUtranCellFDDId", "1"}}).instance("ENodeBFunction=1", {{"eUtranCellFDDId", "2"}});
-  EXPECT_CALL(wrapper, readInstances(42, StrEq("NsEUtranCellFDD"), _))
+  EXPECT_CALL(env, immCtReadInstances(42, StrEq("NsEUtranCellFDD"), _))
       .WillOnce(Return(SA_AIS_ERR_TRY_AGAIN))
       .WillOnce(DoAll(SetArgPointee<2>(cells.build()), Return(SA_AIS_OK)));
-  EXPECT_CALL(wrapper, instanceGroupsMemoryFree(42, _)).Times(1);
+  EXPECT_CALL(env, immCtInstanceGroupsMemoryFree(42, _)).Times(1);
 
   EXPECT_EQ(nullptr, handler.getInstanceGroup("EUtranCellFDD"));
   InstanceGroupIf* first = handler.getInstanceGroup("EUtranCellFDD");
@@ -173,7 +162,7 @@ TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCacheButAFailedReadI
 
   GroupRecordBuilder other("NsCell");
   answerRead("NsCell", other);
-  EXPECT_CALL(wrapper, instanceGroupsMemoryFree(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
+  EXPECT_CALL(env, immCtInstanceGroupsMemoryFree(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
   EXPECT_EQ(nullptr, handler.getInstanceGroup("Cell"));
   EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) + "Failed to free memory, error code 2\n"}, failures);
 }
@@ -186,11 +175,11 @@ TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
       {"KmovENodeBFunction", "Other", true, "KmovENodeBFunction"}};
   ASSERT_TRUE(initWith({}));
   for (const auto& [className, prefix, usePrefix, immName] : cases) {
-    EXPECT_CALL(wrapper, readInstances(_, StrEq(immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+    EXPECT_CALL(env, immCtReadInstances(_, StrEq(immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
     EXPECT_EQ(nullptr, handler.getInstanceGroup(className, prefix, usePrefix)) << immName;
   }
   // The group of an LDN is the class of its first RDN.
-  EXPECT_CALL(wrapper, readInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_CALL(env, immCtReadInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
   EXPECT_EQ(nullptr, handler.getInstanceGroupForLdn("eUtranCellFDDId=1,eNodeBFunctionId=1"));
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to read instances for NsCell, error code 12\n"));
 }
@@ -208,7 +197,7 @@ TEST_F(IctiHandlerTest, TheOnlyInstanceNeedsExactlyOne) {
   ASSERT_NE(nullptr, only);
   EXPECT_EQ("oneId=1", only->getLdn());
   EXPECT_EQ(nullptr, handler.getTheOnlyInstance("Two", ""));
-  EXPECT_CALL(wrapper, readInstances(_, StrEq("NsMissing"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_CALL(env, immCtReadInstances(_, StrEq("NsMissing"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
   EXPECT_EQ(nullptr, handler.getTheOnlyInstance("Missing", ""));
 }
 
@@ -220,8 +209,8 @@ TEST_F(IctiHandlerTest, GroupsAreAddedWithoutLosingOldInstancesAndRemovedForGood
   old.instance("", {{"oldId", "1"}});
   answerRead("NsOld", old);
   answerRead("NsEmpty", empty);
-  EXPECT_CALL(wrapper, readInstances(42, StrEq("NsNewClass"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  EXPECT_CALL(wrapper, readInstances(42, StrEq("NsBroken"), _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
+  EXPECT_CALL(env, immCtReadInstances(42, StrEq("NsNewClass"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_CALL(env, immCtReadInstances(42, StrEq("NsBroken"), _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
 
   InstanceGroupIf* added = handler.addInstanceGroup("NewClass");
   ASSERT_NE(nullptr, added);
@@ -255,7 +244,7 @@ TEST_F(IctiHandlerTest, GroupsAreAddedWithoutLosingOldInstancesAndRemovedForGood
 
 TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntimePersistentOnes) {
   std::deque<GroupRecordBuilder> records;
-  ON_CALL(wrapper, readInstances(42, _, _))
+  ON_CALL(env, immCtReadInstances(42, _, _))
       .WillByDefault(Invoke([&](SafcImmCtHandleT, const SaImmClassNameT name, SafcImmCtInstanceGroupT*** out) {
         *out = records.emplace_back(name).build();
         return SA_AIS_OK;
@@ -278,7 +267,7 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::Message() << c.implementer << c.write << c.copy << c.rtp << c.finalize);
-    IctiHandler fresh(wrapper, clock, "RadioNode", "Ns");
+    IctiHandler fresh(env, "RadioNode", "Ns");
     ASSERT_TRUE(fresh.init({{"NsA", "aId"}, {"NsB", "bId"}, {"NsC", "cId"}, {"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
     ASSERT_NE(nullptr, fresh.getInstanceGroup("A"));
     ASSERT_NE(nullptr, fresh.getInstanceGroup("Rt"));
@@ -308,16 +297,16 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
 
 TEST_F(IctiHandlerTest, AnIntroducedSchemaWritesItsCachedGroups) {
   ASSERT_TRUE(initWith({{"NsA", "aId"}, {"NsB", "bId"}}));
-  ON_CALL(wrapper, readInstances(_, _, _)).WillByDefault(Return(SA_AIS_ERR_NOT_EXIST));
+  ON_CALL(env, immCtReadInstances(_, _, _)).WillByDefault(Return(SA_AIS_ERR_NOT_EXIST));
   ASSERT_NE(nullptr, handler.addInstanceGroup("A"));
-  EXPECT_CALL(wrapper, copyInstances(_, _)).Times(0);
+  EXPECT_CALL(env, immCtCopyInstances(_, _)).Times(0);
   EXPECT_TRUE(handler.writeIntroducedClasses());
   EXPECT_EQ(std::vector<std::string>{"NsA"}, written);
 }
 
 TEST_F(IctiHandlerTest, TheFailureTextNamesTheIdentityAndIsBounded) {
-  setenv("WPK_REV", "R9", 1);
-  unsetenv("WMT_NO");
+  env.variables["WPK_REV"] = "R9";
+  env.variables.erase("WMT_NO");
   handler.failUpgrade(std::string(1000, 'x').c_str());
   ASSERT_EQ(1u, failures.size());
   EXPECT_EQ(699u, failures[0].size());
@@ -325,7 +314,7 @@ TEST_F(IctiHandlerTest, TheFailureTextNamesTheIdentityAndIsBounded) {
       "UPGRADE FAIL: Application identity: wmtName = Upgrader, wmtNumber = (null), wmtRevision = R1A, wpkRevision = "
       "R9. xxx";
   EXPECT_EQ(expected, failures[0].substr(0, expected.size()));
-  unsetenv("WPK_REV");
+  env.variables.erase("WPK_REV");
   // A context says where the failure comes from, after the reason.
   handler.setFailureContext("at m.xml:3, Mo Cell");
   handler.failUpgrade("bad");
@@ -335,17 +324,17 @@ TEST_F(IctiHandlerTest, TheFailureTextNamesTheIdentityAndIsBounded) {
 // Without a session the request goes out with the null handle and a
 // refusal only ends up in the log; with one, a bad handle aborts.
 TEST_F(IctiHandlerTest, ARefusedRollbackIsLoggedAndOnlyABadHandleOfAnOpenSessionAborts) {
-  EXPECT_CALL(wrapper, failUpgrade(0, _)).WillOnce(Return(SA_AIS_ERR_BAD_HANDLE));
+  EXPECT_CALL(env, immCtFailUpgrade(0, _)).WillOnce(Return(SA_AIS_ERR_BAD_HANDLE));
   handler.failUpgrade("reason");
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to trigger rollback. Error: 9, handle value: 0."));
   ASSERT_TRUE(initWith({}));
-  EXPECT_CALL(wrapper, failUpgrade(42, _)).WillOnce(Return(SA_AIS_ERR_TRY_AGAIN));
+  EXPECT_CALL(env, immCtFailUpgrade(42, _)).WillOnce(Return(SA_AIS_ERR_TRY_AGAIN));
   handler.failUpgrade("reason");
   EXPECT_TRUE(LogRecorder::installed().contains("Failed to trigger rollback. Error: 6, handle value: 42."));
   EXPECT_EQ(2, handler.failureCount());
   EXPECT_DEATH(
       {
-        ON_CALL(wrapper, failUpgrade(_, _)).WillByDefault(Return(SA_AIS_ERR_BAD_HANDLE));
+        ON_CALL(env, immCtFailUpgrade(_, _)).WillByDefault(Return(SA_AIS_ERR_BAD_HANDLE));
         handler.failUpgrade("reason");
       },
       "");

@@ -1,33 +1,18 @@
 #include "LogRecorder.h"
 
-#include "common/PersistentLog.h"
+#include <algorithm>
 
 LogRecorder& LogRecorder::installed() {
   static LogRecorder recorder;
   return recorder;
 }
 
-SaAisErrorT LogRecorder::initialize(SaLogHandleT* logHandle, const SaLogCallbacksT*, SaVersionT*) {
-  *logHandle = 1;
-  return SA_AIS_OK;
-}
-
-SaAisErrorT LogRecorder::streamOpen(SaLogHandleT, const SaNameT*, const SaLogFileCreateAttributesT_2*,
-                                    SaLogStreamOpenFlagsT, SaTimeT, SaLogStreamHandleT* logStreamHandle) {
-  *logStreamHandle = 2;
-  return SA_AIS_OK;
-}
-
-SaAisErrorT LogRecorder::writeLogAsync(SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT,
-                                       const SaLogRecordT* logRecord) {
+void LogRecorder::record(const SaLogRecordT* logRecord) {
   std::lock_guard<std::mutex> lock(mutex_);
-  records_.push_back({logRecord->logHeader.genericHdr.logSeverity,
-                      std::string(reinterpret_cast<const char*>(logRecord->logBuffer->logBuf),
-                                  logRecord->logBuffer->logBufSize)});
-  return SA_AIS_OK;
+  records_.push_back(
+      {logRecord->logHeader.genericHdr.logSeverity,
+       std::string(reinterpret_cast<const char*>(logRecord->logBuffer->logBuf), logRecord->logBuffer->logBufSize)});
 }
-
-SaAisErrorT LogRecorder::finalize(SaLogHandleT) { return SA_AIS_OK; }
 
 void LogRecorder::clear() {
   std::lock_guard<std::mutex> lock(mutex_);
@@ -45,17 +30,12 @@ std::vector<std::string> LogRecorder::texts() const {
   return texts;
 }
 
-bool LogRecorder::contains(const std::string& text) const { return count(text) > 0; }
-
 size_t LogRecorder::count(const std::string& text) const {
-  size_t n = 0;
-  for (const LoggedRecord& r : records()) n += r.text == text ? 1 : 0;
-  return n;
+  std::vector<std::string> all = texts();
+  return static_cast<size_t>(std::count(all.begin(), all.end(), text));
 }
 
 bool LogRecorder::containsPart(const std::string& part) const {
-  for (const LoggedRecord& r : records()) {
-    if (r.text.find(part) != std::string::npos) return true;
-  }
-  return false;
+  std::vector<std::string> all = texts();
+  return std::any_of(all.begin(), all.end(), [&](const std::string& t) { return t.find(part) != std::string::npos; });
 }

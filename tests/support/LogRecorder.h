@@ -1,6 +1,6 @@
-// A log service for tests: every record written to the persistent log is
-// kept in memory, so a test can check the messages a log reader would see.
-// The test main installs one for the whole test program.
+// The log service of the test program's node: every record a MockEnv writes
+// to the log is kept in memory, so a test can check the messages a log
+// reader would see. The test main clears it before each test.
 
 #ifndef VOSK_TESTS_SUPPORT_LOG_RECORDER_H
 #define VOSK_TESTS_SUPPORT_LOG_RECORDER_H
@@ -9,31 +9,24 @@
 #include <string>
 #include <vector>
 
-#include "common/SaLogWrapperIf.h"
+#include "env/Env.h"
 
 struct LoggedRecord {
   SaLogSeverityT severity;
   std::string text;
 };
 
-class LogRecorder : public SaLogWrapperIf {
+class LogRecorder {
  public:
-  // The recorder installed for this test program.
+  // The recorder of this test program.
   static LogRecorder& installed();
 
-  SaAisErrorT initialize(SaLogHandleT* logHandle, const SaLogCallbacksT* callbacks, SaVersionT* version) override;
-  SaAisErrorT streamOpen(SaLogHandleT logHandle, const SaNameT* logStreamName,
-                         const SaLogFileCreateAttributesT_2* attributes, SaLogStreamOpenFlagsT flags,
-                         SaTimeT timeout, SaLogStreamHandleT* logStreamHandle) override;
-  SaAisErrorT writeLogAsync(SaLogStreamHandleT logStreamHandle, SaInvocationT invocation,
-                            SaLogAckFlagsT ackFlags, const SaLogRecordT* logRecord) override;
-  SaAisErrorT finalize(SaLogHandleT logHandle) override;
-
+  void record(const SaLogRecordT* logRecord);
   void clear();
   std::vector<LoggedRecord> records() const;
   std::vector<std::string> texts() const;
   // True when some record's text equals `text` exactly.
-  bool contains(const std::string& text) const;
+  bool contains(const std::string& text) const { return count(text) > 0; }
   // How many records' texts equal `text` exactly.
   size_t count(const std::string& text) const;
   // True when some record's text contains `part`.

@@ -1,10 +1,12 @@
-// The main of every unit-test program: the persistent log writes into a
-// LogRecorder, and each test starts with an empty record list.
+// The main of every unit-test program: the persistent log writes through a
+// MockEnv into LogRecorder::installed(), and each test starts with an empty
+// record list.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
+#include "MockEnv.h"
 #include "common/PersistentLog.h"
 
 namespace {
@@ -17,7 +19,9 @@ class ClearLogRecorder : public testing::EmptyTestEventListener {
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
-  PersistentLog::useWrapper(&LogRecorder::installed());
+  static testing::NiceMock<MockEnv> processEnv;
+  testing::Mock::AllowLeak(&processEnv);
+  PersistentLog::chooseEnv(processEnv);
   testing::UnitTest::GetInstance()->listeners().Append(new ClearLogRecorder);
   return RUN_ALL_TESTS();
 }

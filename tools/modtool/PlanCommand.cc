@@ -7,8 +7,8 @@
 #include "JsonText.h"
 #include "ScratchFolder.h"
 #include "SimImmVersions.h"
-#include "client/LmhiWrapper.h"
 #include "client/ModificationFileLookup.h"
+#include "env/PlatformEnv.h"
 
 namespace fs = std::filesystem;
 
@@ -69,8 +69,7 @@ std::vector<std::string> PlanCommand::modificationFiles(const std::string& node,
   ScratchFolder scratch;
   ::setenv("VOSK_SIM_ROOT", node.c_str(), 1);
   ::setenv("VOSK_SIM_OUT", scratch.path().c_str(), 1);
-  LmhiWrapper lmhi;
-  getModificationFiles(lmhi, schema, &files);
+  getModificationFiles(PlatformEnv::instance(), schema, &files);
   return files;
 }
 

@@ -12,7 +12,8 @@
 #include "DiffCommand.h"
 #include "DryRunCommand.h"
 #include "PlanCommand.h"
-#include "QuietLog.h"
+#include "common/DiscardingLog.h"
+#include "common/PersistentLog.h"
 
 namespace {
 
@@ -38,7 +39,10 @@ std::string selfPath(const char* argv0) {
 extern char** environ;
 
 int main(int argc, char** argv) {
-  modtool::QuietLog::install();
+  // The framework's parts log as they do in the upgrader, but the records go
+  // nowhere: the tool reports for itself and never writes a node's log.
+  static DiscardingLog env;
+  PersistentLog::chooseEnv(env);
   const char* subcommand = argc > 1 ? argv[1] : "";
   if (std::strcmp(subcommand, "check") == 0) return modtool::CheckCommand::run(argc, argv, std::cout, std::cerr);
   if (std::strcmp(subcommand, "plan") == 0) return modtool::PlanCommand::run(argc, argv, std::cout, std::cerr);

@@ -5,7 +5,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <map>
 
@@ -21,11 +20,6 @@ constexpr const char* kShareFolder = "/share";
 constexpr const char* kImmDirectoryRegex = "[\\/]imm[\\/]";
 constexpr const char* kImmFileRegex = "[_].*[.]xml";
 constexpr const char* kSchemaNameMarker = "_imm";
-
-std::string wpkPathFromEnvironment() {
-  const char* path = std::getenv("WPK_PATH");
-  return path != nullptr ? path : "";
-}
 
 enum class MatchResult { kMatch, kNoMatch, kFailed };
 
@@ -47,7 +41,7 @@ bool isDotOrDotDot(const char* name) { return std::strcmp(name, ".") == 0 || std
 
 }  // namespace
 
-FilesManager::FilesManager() : FilesManager(wpkPathFromEnvironment()) {}
+FilesManager::FilesManager(Env& env) : FilesManager(env.variable("WPK_PATH").value_or("")) {}
 
 FilesManager::FilesManager(std::string wpkPath) : wpkPath_(std::move(wpkPath)) {}
 

@@ -17,13 +17,15 @@
 #include <vector>
 
 #include "FilesManagerBase.h"
+#include "env/Env.h"
 
 namespace voskoamupgrader {
 
 class FilesManager : public FilesManagerBase {
  public:
-  // The package root is WPK_PATH's value, empty when it is unset.
-  FilesManager();
+  // The package root is the value of `env`'s WPK_PATH, empty when it is
+  // unset.
+  explicit FilesManager(Env& env);
   explicit FilesManager(std::string wpkPath);
 
   AppResult findAppdataFiles() override;

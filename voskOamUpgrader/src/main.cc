@@ -7,18 +7,14 @@
 #include "FilesManager.h"
 #include "TavClientIf.h"
 #include "VoskOamUpgraderApp.h"
+#include "common/PersistentLog.h"
+#include "env/PlatformEnv.h"
 
-namespace voskoamupgrader {
-
-// Built before main, in this order.
-FilesManager filesManager;
-AppdataParser appdataParser;
-
-AppResult runApp(int argc, char** argv) {
-  TavClientIf client;
-  return runApp(argc, argv, filesManager, appdataParser, client);
+int main(int argc, char** argv) {
+  Env& env = PlatformEnv::instance();
+  PersistentLog::chooseEnv(env);
+  voskoamupgrader::FilesManager filesManager(env);
+  voskoamupgrader::AppdataParser appdataParser;
+  voskoamupgrader::TavClientIf client;
+  return voskoamupgrader::runApp(argc, argv, filesManager, appdataParser, client);
 }
-
-}  // namespace voskoamupgrader
-
-int main(int argc, char** argv) { return voskoamupgrader::runApp(argc, argv); }

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "client/LmhiWrapper.h"
+#include "env/Env.h"
 
 // Appends the file paths to `files`, load module by load module and within
 // one in the handler's order; duplicates are kept. A handler error is logged
 // and leaves `files` as it was. A file entry without a path throws
 // std::logic_error, as building a string from it would.
-void getModificationFiles(LmhiWrapper& lmhi, const std::string& boardType, std::vector<std::string>* files);
+void getModificationFiles(Env& env, const std::string& boardType, std::vector<std::string>* files);
 
 #endif

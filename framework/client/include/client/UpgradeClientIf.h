@@ -5,6 +5,9 @@
 // wrapper is signalled. Then the process sleeps until it is killed: upgrade()
 // never returns. A failed schema sends no signal; it has already asked the
 // platform to roll the node back.
+//
+// The public entries run on the platform's Env; the others take the Env that
+// the schema threads, the load-module lookup and the final sleep use.
 
 #ifndef VOSK_CLIENT_UPGRADE_CLIENT_IF_H
 #define VOSK_CLIENT_UPGRADE_CLIENT_IF_H
@@ -13,7 +16,7 @@
 #include <vector>
 
 #include "client/SchemaData.h"
-#include "common/ClockIf.h"
+#include "env/Env.h"
 
 class UpgradeActionIf;
 
@@ -30,21 +33,19 @@ class UpgradeClientIf {
   // Schemas given as rows of (name, path, board type, namespace).
   [[noreturn]] static void upgrade(int argc, char** argv, const std::vector<std::vector<std::string>>& schemas,
                                    std::vector<UpgradeActionIf*>& actions);
+  [[noreturn]] static void upgrade(Env& env, int argc, char** argv, const std::vector<SchemaData>& schemas,
+                                   std::vector<UpgradeActionIf*>& actions);
 
   // Upgrades one schema on the calling thread; clears the process's success
   // flag when it fails.
-  static void upgradeSchema(const SchemaData& schema, const std::vector<std::string>& modificationFiles,
+  static void upgradeSchema(Env& env, const SchemaData& schema, const std::vector<std::string>& modificationFiles,
                             const std::vector<UpgradeActionIf*>& actions);
 
   // Whether no schema has failed since the last upgrade() started.
   static bool succeeded();
 
   // Prints the never-ending-loop line and sleeps in 10-second steps for ever.
-  [[noreturn]] static void sleepForever(ClockIf& clock);
-
-  // The clock of the schema threads (default: the system's); tests replace
-  // it before calling upgradeSchema().
-  static void useClock(ClockIf* clock);
+  [[noreturn]] static void sleepForever(Env& env);
 
   UpgradeClientIf() = delete;
 };

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "common/ClockIf.h"
+#include "env/Env.h"
 
 class IctiHandler;
 class UpgradeActionIf;
@@ -27,20 +27,21 @@ class UpgradeHandler {
  public:
   // Registers the built-in actions and then `clientActions` with `parser`,
   // and makes the calling thread's messages begin with the schema name.
+  // `env` gives the restart type and the clock of the timing report.
   UpgradeHandler(const std::string& schemaName, const std::string& schemaPath,
                  const std::vector<std::string>& modificationFiles, const std::string& immNs,
                  const std::vector<UpgradeActionIf*>& clientActions, IctiHandler* ictiHandler, XmlHandler* parser,
-                 ClockIf& clock);
+                 Env& env);
   ~UpgradeHandler();
 
   UpgradeHandler(const UpgradeHandler&) = delete;
   UpgradeHandler& operator=(const UpgradeHandler&) = delete;
 
   // True for success, also when there is nothing to do.
-  bool upgrade();
+  [[nodiscard]] bool upgrade();
 
   // True when RESTART_TYPE is "UPGRADE" or RESTART_TYPE_3 "DYNAMIC_UPGRADE".
-  static bool isUpgradeRestart();
+  static bool isUpgradeRestart(Env& env);
 
  private:
   bool loadClasses();
@@ -57,7 +58,7 @@ class UpgradeHandler {
   const std::string immNs_;
   IctiHandler* const ictiHandler_;
   XmlHandler* const parser_;
-  ClockIf& clock_;
+  Env& env_;
   std::vector<UpgradeActionIf*> builtInActions_;
 };
 

@@ -2,7 +2,10 @@
 // service ("safLgStr=upgrade,safApp=safLogService") that survives the upgrade
 // and is read afterwards.
 //
-// The process uses one instance, opened on first use. When the log service
+// The process uses one instance, opened on first use over the Env that the
+// program's main chose with chooseEnv(), or over the platform's when it chose
+// none.
+// When the log service
 // cannot be used, every record goes to a tracepoint of the matching level
 // instead, so writing never fails. After one failed write the stream is not
 // written again for the rest of the process.
@@ -16,7 +19,7 @@
 #include <atomic>
 #include <string>
 
-#include "common/SaLogWrapperIf.h"
+#include "env/Env.h"
 
 class PersistentLog {
  public:
@@ -24,17 +27,17 @@ class PersistentLog {
   static constexpr int kSeverityError = 1;
   static constexpr int kSeverityWarning = 2;
 
+  // Chooses the Env of the process-wide log. A program's main calls it once,
+  // before anything is logged; a second choice, or one after the log was
+  // opened, could not take effect and aborts the process.
+  static void chooseEnv(Env& env);
+
   // The process-wide log, opened on the first call.
   static PersistentLog& instance();
 
-  // Makes instance() use `wrapper` instead of the platform's log service.
-  // Must be called before the first instance(); tests use it to record what
-  // is logged.
-  static void useWrapper(SaLogWrapperIf* wrapper);
-
-  // Opens the stream through `wrapper`; `upgraderName` names the upgrader in
-  // the messages about a failed opening.
-  PersistentLog(SaLogWrapperIf& wrapper, std::string upgraderName);
+  // Opens the stream through `env`; `upgraderName` names the upgrader in the
+  // messages about a failed opening.
+  PersistentLog(Env& env, std::string upgraderName);
   ~PersistentLog();
 
   PersistentLog(const PersistentLog&) = delete;
@@ -53,7 +56,7 @@ class PersistentLog {
   bool writeRecord(int severity, const char* file, int line, const char* text);
   void writeFailed(SaAisErrorT error, const char* file, int line);
 
-  SaLogWrapperIf& wrapper_;
+  Env& env_;
   const std::string upgraderName_;
   SaLogHandleT logHandle_ = 0;
   SaLogStreamHandleT streamHandle_ = 0;

@@ -22,9 +22,8 @@
 #include <utility>
 #include <vector>
 
-#include "common/ClockIf.h"
+#include "env/Env.h"
 #include "icti/IctiHandlerIf.h"
-#include "icti/SafcImmCtWrapperIf.h"
 
 class InstanceGroup;
 
@@ -37,8 +36,9 @@ class IctiHandler : public IctiHandlerIf {
   static constexpr unsigned int kInitPauseSeconds = 5;
   static constexpr const char* kUnprefixedClass = "KmovENodeBFunction";
 
-  // `immNs` is the namespace prefix of the schema's IMM class names.
-  IctiHandler(SafcImmCtWrapperIf& wrapper, ClockIf& clock, const std::string& schemaName, const std::string& immNs);
+  // Talks to the conversion tool through `env`. `immNs` is the namespace
+  // prefix of the schema's IMM class names.
+  IctiHandler(Env& env, const std::string& schemaName, const std::string& immNs);
   ~IctiHandler() override;
 
   IctiHandler(const IctiHandler&) = delete;
@@ -62,10 +62,10 @@ class IctiHandler : public IctiHandlerIf {
   // Opens the session (three attempts while the tool answers "try again
   // later", 5 seconds apart), reads the schema's versions and records the
   // classes. False when the session could not be opened.
-  bool init(const ClassList& configClasses, const ClassList& rtpClasses);
+  [[nodiscard]] bool init(const ClassList& configClasses, const ClassList& rtpClasses);
 
   // The versions read by init(); false when they could not be read.
-  bool getSchemaVersions(SafcImmCtSchemaVersionT_2& from, SafcImmCtSchemaVersionT_2& to) const;
+  [[nodiscard]] bool getSchemaVersions(SafcImmCtSchemaVersionT_2& from, SafcImmCtSchemaVersionT_2& to) const;
 
   // The RDN attribute name of a configuration class; an unknown class is
   // recorded with an empty name.
@@ -76,16 +76,16 @@ class IctiHandler : public IctiHandlerIf {
   void setImplementerName(const std::string& implementerName);
 
   // Ends the session: the new model takes effect. False on failure.
-  bool callFinalize();
+  [[nodiscard]] bool callFinalize();
   // For a schema the upgrade introduces: writes every cached configuration
   // group, then finalizes. False when the write or the finalize failed; a
   // failed write leaves the session unfinalized.
-  bool writeIntroducedClasses();
+  [[nodiscard]] bool writeIntroducedClasses();
   // The ordinary end: writes the cached groups, has the platform copy every
   // configuration class no action touched, writes runtime-persistent groups
   // under the implementer, then finalizes. False when any of these failed;
   // after a failed write or copy the session is not finalized.
-  bool writeCopyClasses();
+  [[nodiscard]] bool writeCopyClasses();
 
  private:
   std::string immClassName(const std::string& className, const std::string& prefix, bool usePrefix);
@@ -99,8 +99,7 @@ class IctiHandler : public IctiHandlerIf {
   bool checked(SaAisErrorT rc, const char* failureFormat);
   void splitRuntimePersistentGroups();
 
-  SafcImmCtWrapperIf& wrapper_;
-  ClockIf& clock_;
+  Env& env_;
   const std::string schemaName_;
   const std::string immNs_;
   std::string implementerName_;
