@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <thread>
 
 #include "SimImmNodeTest.h"
 #include "safcImmCt.h"
@@ -41,38 +40,14 @@ class SimImmModelOutputTest : public SimImmCtTest {
 
   std::vector<SimImmObject> oldObjects() { return objectsIn(node.path() + "/imm/old/1-model.xml"); }
 
-  // A session of `schema` that reads Top and copies Child, finalized or not.
-  SafcImmCtHandleT convert(const char* schema, bool finalize) {
+  // A finalized session of `schema` that reads Top and copies Child.
+  void convert(const char* schema) {
     SafcImmCtHandleT handle = openSchema(schema);
     readAndWriteBack(handle, "Top");
     copy(handle, {"Child"});
-    if (finalize) {
-      EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-    }
-    return handle;
+    EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
   }
 };
-
-TEST_F(SimImmModelOutputTest, ADumpReadIntoRecordsAndWrittenBackGivesTheSameObjects) {
-  SafcImmCtHandleT handle = openSchema("SchemaA");
-  readAndWriteBack(handle, "Top");
-  readAndWriteBack(handle, "Child");
-  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-  std::string model = out("model/SchemaA.xml");
-  EXPECT_TRUE(sameObjects(oldObjects(), objectsIn(model)));
-
-  // The written model is a dump again: its definitions give the same types.
-  TempDir second;
-  second.write("imm/old/model.xml", TempDir::read(model));
-  setenv("VOSK_SIM_ROOT", second.path().c_str(), 1);
-  SafcImmCtHandleT again = open();
-  SafcImmCtInstanceGroupT** groups = nullptr;
-  ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(again, const_cast<char*>("Top"), &groups));
-  EXPECT_THAT(describe(groups),
-              ElementsAre("|topId:9=1|i32:1=-5|u32:2=4294967295|i64:3=-9223372036854775808|u64:4=18446744073709551615"
-                          "|t:5=1700000000000000000|n:6=x=1,topId=1;y=2|f:7=0.5|d:8=0.1|s:9=a & b|a:10=00ff10"));
-  EXPECT_NE(std::string::npos, TempDir::read(model).find("<default-value>7</default-value>"));
-}
 
 // Strings that XML cannot carry as text (control characters, bytes that are
 // no UTF-8) go to the model in base64, written and copied alike, and read
@@ -127,25 +102,6 @@ TEST_F(SimImmModelOutputTest, HugeValuesAreReadWrittenAndCopiedWhole) {
   EXPECT_TRUE(sameObjects(expected, objectsIn(out("model/SchemaB.xml"))));
 }
 
-TEST_F(SimImmModelOutputTest, UntouchedClassesAreCopiedAsTheyStand) {
-  // 007 and -0 are not how the tool writes numbers: a copy does not pass
-  // through records.
-  node.write("imm/old/2-odd.xml", immXml(R"(<class name="Odd"><rdn><name>oddId</name><type>SA_STRING_T</type></rdn>
-      <attr><name>n</name><type>SA_INT32_T</type></attr></class>
-      <object class="Odd"><dn>oddId=1,topId=1</dn>
-        <attr><name>n</name><value>007</value><value>-0</value></attr></object>
-      <object class="Top"><dn>topId=2</dn></object>)"));
-  SafcImmCtHandleT handle = openSchema("SchemaA");
-  copy(handle, {"Odd", "Top", "Empty"});
-  ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-  std::vector<SimImmObject> copied = objectsIn(out("model/SchemaA.xml"));
-  std::vector<SimImmObject> expected = oldObjects();
-  expected.erase(expected.begin() + 1, expected.end());  // Top only
-  std::vector<SimImmObject> more = objectsIn(node.path() + "/imm/old/2-odd.xml");
-  expected.insert(expected.end(), more.begin(), more.end());
-  EXPECT_TRUE(sameObjects(expected, copied));
-}
-
 // A bad object fails a copy, at finalize, as it fails a read; here far down
 // a long file.
 TEST_F(SimImmModelOutputTest, ObjectsThatDoNotFitTheirClassFailBothReadAndCopy) {
@@ -156,16 +112,9 @@ TEST_F(SimImmModelOutputTest, ObjectsThatDoNotFitTheirClassFailBothReadAndCopy) 
   };
   const Case cases[] = {
       {"", "topId", "malformed dn"},
-      {"", "topId=2," + std::string(600, 'p'), "name \"" + std::string(40, 'p') + "...\" is longer than 599"},
       {"<attr><name>color</name><value>red</value></attr>", "topId=2", "attribute color is not defined in class Top"},
       {"<attr><name>topId</name><value>3</value></attr>", "topId=2",
        "attribute topId is the naming attribute, carried by the dn only"},
-      {"<attr><name>i32</name><value xmlns:x=\"http://www.w3.org/2001/XMLSchema-instance\" "
-       "x:type=\"xs:base64Binary\">AQ==</value></attr>",
-       "topId=2", "attribute i32: a SA_INT32_T cannot be given in base64"},
-      {"<attr><name>s</name><value xmlns:x=\"http://www.w3.org/2001/XMLSchema-instance\" "
-       "x:type=\"xs:base64Binary\">A=B=</value></attr>",
-       "topId=2", "attribute s: value \"A=B=\" is marked xs:base64Binary but is no base64"},
       {"<attr><name>i32</name><value>12x</value></attr>", "topId=2", "attribute i32: value \"12x\" is not a SA_INT32_T"},
   };
   for (const Case& c : cases) {
@@ -215,57 +164,29 @@ TEST_F(SimImmModelOutputTest, WritingOrCopyingAClassTwiceInASessionIsRefused) {
   EXPECT_TRUE(recorded({"safcImmCtCopyInstances [SchemaA] error 14", "class Top is given twice"}));
 }
 
-// Each case is a run of its own: an output folder of its own.
+// A request without a session rolls back the run: models finalized before
+// and after it go to discarded/. The whole runs cover requests in a session.
 TEST_F(SimImmModelOutputTest, AFailedUpgradeLeavesNothingInModel) {
-  struct Case {
-    const char* name;
-    std::function<void(SimImmModelOutputTest&, const std::string& outDir)> run;
-  };
-  const Case cases[] = {
-      {"finalized before the request",
-       [](SimImmModelOutputTest& t, const std::string& outDir) {
-         t.convert("SchemaA", true);
-         SafcImmCtHandleT other = t.convert("SchemaB", false);
-         EXPECT_TRUE(TempDir::exists(outDir + "model/SchemaA.xml"));
-         EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(other, "Write failed\n"));
-         EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(other));
-       }},
-      {"requested without a session",
-       [](SimImmModelOutputTest& t, const std::string&) {
-         t.convert("SchemaA", true);
-         EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "Write failed\n"));
-         t.convert("SchemaB", true);
-       }},
-      {"finalized after the request",
-       [](SimImmModelOutputTest& t, const std::string&) {
-         SafcImmCtHandleT handle = t.convert("SchemaA", false);
-         SafcImmCtHandleT other = t.convert("SchemaB", false);
-         EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(handle, "Write failed\n"));
-         EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-         EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(other));
-       }},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    TempDir run;
-    setenv("VOSK_SIM_OUT", run.path().c_str(), 1);
-    std::string outDir = run.path() + "/";
-    c.run(*this, outDir);
-    EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaA.xml"));
-    EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaB.xml"));
-    EXPECT_TRUE(sameObjects(objectsIn(outDir + "discarded/SchemaA.xml"), objectsIn(outDir + "discarded/SchemaB.xml")));
-    EXPECT_EQ(3u, objectsIn(outDir + "discarded/SchemaA.xml").size());
-    EXPECT_THAT(TempDir::lines(outDir + "rollback"), ElementsAre("Write failed"));
-  }
+  TempDir run;
+  setenv("VOSK_SIM_OUT", run.path().c_str(), 1);
+  const std::string outDir = run.path() + "/";
+  convert("SchemaA");
+  EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "Write failed\n"));
+  convert("SchemaB");
+  EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaA.xml"));
+  EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaB.xml"));
+  EXPECT_TRUE(sameObjects(objectsIn(outDir + "discarded/SchemaA.xml"), objectsIn(outDir + "discarded/SchemaB.xml")));
+  EXPECT_EQ(3u, objectsIn(outDir + "discarded/SchemaA.xml").size());
+  EXPECT_THAT(TempDir::lines(outDir + "rollback"), ElementsAre("Write failed"));
   // Another run in the same process is not rolled back.
   unsetenv("VOSK_SIM_OUT");
-  convert("SchemaA", true);
+  convert("SchemaA");
   EXPECT_TRUE(TempDir::exists(out("model/SchemaA.xml")));
 }
 
 TEST_F(SimImmModelOutputTest, ARollbackFileAlreadyPresentSendsTheModelToDiscarded) {
   node.write("out/rollback", "an earlier request\n");
-  convert("SchemaA", true);
+  convert("SchemaA");
   EXPECT_FALSE(TempDir::exists(out("model/SchemaA.xml")));
   EXPECT_TRUE(TempDir::exists(out("discarded/SchemaA.xml")));
   EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "a later request"));
@@ -282,34 +203,6 @@ TEST_F(SimImmModelOutputTest, ASessionWithAModelButNoSchemaCannotFinalize) {
   ASSERT_EQ(SA_AIS_OK, safcImmCtReadSchemaVersion_2(handle, "SchemaB", &from, &to));
   EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
   EXPECT_EQ(1u, objectsIn(out("model/SchemaB.xml")).size());
-}
-
-TEST_F(SimImmModelOutputTest, SessionsOnTwoThreadsWriteTheirOwnSchemas) {
-  node.write("versions", "S0 1_0_0 2_0_0\nS1 1_0_0 2_0_0\nS2 1_0_0 2_0_0\nS3 1_0_0 2_0_0\n");
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([this, i] {
-      std::string schema = "S" + std::to_string(i);
-      SafcImmCtHandleT handle = openSchema(schema.c_str());
-      for (int round = 0; round < 20; ++round) {
-        SafcImmCtInstanceGroupT** groups = nullptr;
-        ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, const_cast<char*>("Child"), &groups));
-        ASSERT_EQ(SA_AIS_OK, safcImmCtInstanceGroupsMemoryFree(handle, groups));
-      }
-      GroupBuilder mine("Top");
-      mine.object(nullptr).attr("topId", SA_IMM_ATTR_SASTRINGT, {schema}).attr("i32", SA_IMM_ATTR_SAINT32T, {"1"});
-      ASSERT_EQ(SA_AIS_OK, safcImmCtWriteInstances(handle, mine.groups()));
-      copy(handle, {"Child"});
-      ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  for (int i = 0; i < 4; ++i) {
-    std::vector<SimImmObject> objects = objectsIn(out("model/S" + std::to_string(i) + ".xml"));
-    ASSERT_EQ(3u, objects.size());
-    EXPECT_EQ("topId=S" + std::to_string(i), objects[0].dn);
-    EXPECT_EQ("childId=a\\,b,topId=1", objects[1].dn);
-  }
 }
 
 // With a new model the written instances must fit it.

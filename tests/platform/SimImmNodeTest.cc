@@ -15,15 +15,8 @@ const char kOldDump[] = R"(<?xml version="1.0" encoding="UTF-8"?>
     <attr><name>i32</name><type>SA_INT32_T</type><category>SA_CONFIG</category><flag>SA_WRITABLE</flag>
       <default-value>7</default-value></attr>
     <attr><name>u32</name><type>SA_UINT32_T</type><category>SA_CONFIG</category></attr>
-    <attr><name>i64</name><type>SA_INT64_T</type><category>SA_CONFIG</category></attr>
-    <attr><name>u64</name><type>SA_UINT64_T</type><category>SA_CONFIG</category></attr>
-    <attr><name>t</name><type>SA_TIME_T</type><category>SA_CONFIG</category></attr>
-    <attr><name>n</name><type>SA_NAME_T</type><category>SA_CONFIG</category><flag>SA_MULTI_VALUE</flag></attr>
-    <attr><name>f</name><type>SA_FLOAT_T</type><category>SA_CONFIG</category></attr>
-    <attr><name>d</name><type>SA_DOUBLE_T</type><category>SA_CONFIG</category></attr>
     <attr><name>s</name><type>SA_STRING_T</type><category>SA_CONFIG</category></attr>
     <attr><name>a</name><type>SA_ANY_T</type><category>SA_CONFIG</category></attr>
-    <attr><name>unset</name><type>SA_INT32_T</type><category>SA_CONFIG</category></attr>
   </class>
   <class name="Child">
     <category>SA_CONFIG</category>
@@ -38,12 +31,6 @@ const char kOldDump[] = R"(<?xml version="1.0" encoding="UTF-8"?>
     <dn>topId=1</dn>
     <attr><name>i32</name><value>-5</value></attr>
     <attr><name>u32</name><value>4294967295</value></attr>
-    <attr><name>i64</name><value>-9223372036854775808</value></attr>
-    <attr><name>u64</name><value>18446744073709551615</value></attr>
-    <attr><name>t</name><value>1700000000000000000</value></attr>
-    <attr><name>n</name><value>x=1,topId=1</value><value>y=2</value></attr>
-    <attr><name>f</name><value>0.5</value></attr>
-    <attr><name>d</name><value>0.1</value></attr>
     <attr><name>s</name><value>a &amp; b</value></attr>
     <attr><name>a</name><value>00ff10</value></attr>
   </object>

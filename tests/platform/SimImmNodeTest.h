@@ -16,9 +16,9 @@
 #include "TempDir.h"
 #include "safcImmCt.h"
 
-// Classes Top (naming attribute topId, a string, and one attribute of every
-// type), Child (childId, a name) and Empty (no objects); objects topId=1,
-// childId=a\,b,topId=1 and childId=2,topId=1.
+// Classes Top (naming attribute topId, a string; i32 with a default, u32, a
+// string s and an SA_ANY_T a), Child (childId, a name) and Empty (no
+// objects); objects topId=1, childId=a\,b,topId=1 and childId=2,topId=1.
 extern const char kOldDump[];
 
 // An IMM XML document with `body` inside the root element.

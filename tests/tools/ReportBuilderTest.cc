@@ -60,8 +60,7 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
         {"old model [/n/a.xml] warning: line 3: given twice", "Call [S] error 12: no such class"},
         {failed, schema("Equipment", Kind::kNewSchema, Result::kDone, "0_0_0", "1_0_0"),
          schema("Transport", Kind::kSameVersion, Result::kDone, "3_1_0", "3_1_0"),
-         schema("S", Kind::kUnknown, Result::kNonUpgradeRestart),
-         schema("Empty", Kind::kConversion, Result::kFailed, "1_0_0", "9_0_0", 0), noFileFrom, cycle,
+         noFileFrom, cycle,
          schema("Rotated", Kind::kUnknown, Result::kNotFinished, "", "", -1,
                 {{"e.xml", State::kSuccess, ""}, {"f.xml", State::kFailure, ""},
                  {"g.xml", State::kNotFinished, "Cut short"}})},
@@ -76,7 +75,7 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "  Call [S] error 12: no such class\n"
        "Warnings of the simulated node (1):\n"
        "  old model [/n/a.xml] warning: line 3: given twice\n"
-       "Schemas (8):\n"
+       "Schemas (6):\n"
        "  RadioNode\n"
        "    versions: 1_0_0 -> 2_0_0 (conversion)\n"
        "    modification files found (3):\n"
@@ -95,9 +94,6 @@ TEST(ReportBuilderTest, OutcomeRollbackReasonsSchemasAndFiles) {
        "  Equipment\n    versions: 0_0_0 -> 1_0_0 (new schema)\n    result: done\n"
        "    new model: /o/model/Equipment.xml\n"
        "  Transport\n    versions: 3_1_0 -> 3_1_0 (same version)\n    result: done\n    new model: none written\n"
-       "  S\n    result: non-upgrade restart, nothing to do\n    new model: none written\n"
-       "  Empty\n    versions: 1_0_0 -> 9_0_0 (conversion)\n    conversion path: 0 modification files\n"
-       "    result: failed\n    new model: none written\n"
        "  NoPath\n    versions: 1_0_0 -> 9_0_0 (conversion)\n"
        "    conversion path: none, the chain from 1_0_0 breaks at 1_1_0: no file starts there\n"
        "    result: failed\n    new model: none written\n"

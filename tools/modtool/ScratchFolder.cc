@@ -6,9 +6,20 @@
 
 namespace modtool {
 
+namespace {
+
+// The system's temporary folder; /tmp when the environment names none that
+// exists.
+std::string temporaryFolder() {
+  std::error_code error;
+  std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+  return error ? "/tmp" : folder.string();
+}
+
+}  // namespace
+
 ScratchFolder::ScratchFolder() {
-  const char* base = ::getenv("TMPDIR");
-  std::string pattern = std::string(base != nullptr && *base != '\0' ? base : "/tmp") + "/vosk-modtool-XXXXXX";
+  std::string pattern = temporaryFolder() + "/vosk-modtool-XXXXXX";
   if (::mkdtemp(&pattern[0]) != nullptr) path_ = pattern;
 }
 

@@ -3,20 +3,17 @@
 #include <cstdio>
 #include <cstring>
 
+#include "AppResult.h"
+
 namespace wrappersim {
 
 namespace {
 
-const char* const kAppResultNames[] = {
-    "APP_RESULT_OK",
-    "APP_RESULT_NO_WPK_ROOT",
-    "APP_RESULT_FAILED_TO_FIND_MODS",
-    "APP_RESULT_FAILED_TO_OPEN_APPDATA_FILE",
-    "APP_RESULT_FAILED_TO_PARSE_APPDATA_FILE",
-    "APP_RESULT_FAILED_TO_FIND_IMM_FILE",
-    "APP_RESULT_FAILED_TO_PARSE_IMM_FILE_NAME",
-};
-const int kAppResultCount = sizeof kAppResultNames / sizeof kAppResultNames[0];
+// The front's name of an exit status, "NOT_DECODED (n)" for one it has no
+// name for.
+std::string appResultName(int code) {
+  return voskoamupgrader::appResultToString(static_cast<voskoamupgrader::AppResult>(code));
+}
 
 std::string seconds(double value) {
   char text[32];
@@ -25,11 +22,6 @@ std::string seconds(double value) {
 }
 
 }  // namespace
-
-std::string appResultName(int code) {
-  if (code >= 0 && code < kAppResultCount) return kAppResultNames[code];
-  return "NOT_DECODED (" + std::to_string(code) + ")";
-}
 
 std::string signalName(int signal) {
   const char* abbreviation = sigabbrev_np(signal);

@@ -37,10 +37,6 @@ struct RunOutcome {
   std::string describe() const;
 };
 
-// The name of an AppResult code of the upgrader's front, "NOT_DECODED (n)"
-// for a value outside the table.
-std::string appResultName(int code);
-
 // "SIGABRT" and the like; "signal n" when the number has no name.
 std::string signalName(int signal);
 

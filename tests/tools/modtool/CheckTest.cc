@@ -23,9 +23,6 @@ struct BrokenFile {
 };
 
 const BrokenFile kBrokenFiles[] = {
-    {"MalformedXml", R"(  <Mo name="SectorCarrier">
-  </Mx>)",
-     3, Severity::kError, "malformed XML: Opening and ending tag mismatch"},
     {"MisspeltAction", R"(  <Mo name="SectorCarrier">
     <MoAction name="RenameAtributeAction">
       <Arg name="name" value="configuredMaxTxPower"/>
@@ -40,13 +37,6 @@ const BrokenFile kBrokenFiles[] = {
     </MoAction>
   </Mo>)",
      5, Severity::kError, "takes no Arg typ; the closest it takes is type"},
-    {"ArgGivenTwice", R"(  <Mo name="SectorCarrier">
-    <MoAction name="RemoveAttributeAction">
-      <Arg name="name" value="noOfTxAntennas"/>
-      <Arg name="name" value="noOfRxAntennas"/>
-    </MoAction>
-  </Mo>)",
-     5, Severity::kError, "Arg name is given twice"},
     {"ClassNoModelDefines", R"(  <Mo name="EUtranCelFDD">
     <MoAction name="RemoveAttributeAction">
       <Arg name="name" value="tac"/>
@@ -54,12 +44,6 @@ const BrokenFile kBrokenFiles[] = {
   </Mo>)",
      2, Severity::kError,
      "Mo EUtranCelFDD names a class that neither the old nor the new model defines (did you mean EUtranCellFDD?)"},
-    {"ClassArgumentNoModelDefines", R"(  <Mo name="ENodeBFunction">
-    <MoAction name="CreateMoTypeAction">
-      <Arg name="moTypeName" value="EnergySavingFunctoin"/>
-    </MoAction>
-  </Mo>)",
-     4, Severity::kError, "moTypeName EnergySavingFunctoin is a class that neither the old nor the new model defines"},
     {"AttributeNoModelDefines", R"(  <Mo name="SectorCarrier">
     <MoAction name="SetAttributeValueAction">
       <Arg name="name" value="noOfTxAntenas"/>

@@ -10,11 +10,6 @@ namespace {
 std::mutex g_instanceMutex;
 std::unique_ptr<SimFaults> g_instance;
 
-std::string environmentFaults() {
-  const char* faults = std::getenv("VOSK_SIM_FAULTS");
-  return faults != nullptr ? faults : "";
-}
-
 bool parseNumber(const std::string& text, long* value) {
   if (text.empty()) return false;
   char* end = nullptr;
@@ -27,7 +22,7 @@ bool parseNumber(const std::string& text, long* value) {
 SimFaults& SimFaults::instance() {
   std::lock_guard<std::mutex> lock(g_instanceMutex);
   if (!g_instance) {
-    g_instance = std::make_unique<SimFaults>(environmentFaults());
+    g_instance = std::make_unique<SimFaults>(SimEnvironment::faults());
     for (const std::string& item : g_instance->malformedItems()) {
       SimEnvironment::reportReason("VOSK_SIM_FAULTS", item, 0, "ignoring malformed item \"" + item + "\"");
     }

@@ -1,5 +1,7 @@
 // Where the simulated node lives: VOSK_SIM_ROOT names the node's directory,
-// VOSK_SIM_OUT the folder the platform writes to (default: <root>/out).
+// VOSK_SIM_OUT the folder the platform writes to (default: <root>/out), and
+// VOSK_SIM_FAULTS the failures to inject. The only reader of the environment
+// in the simulated node.
 
 #ifndef VOSK_SIM_SIM_ENVIRONMENT_H
 #define VOSK_SIM_SIM_ENVIRONMENT_H
@@ -12,6 +14,8 @@ class SimEnvironment {
   static std::string root();
   // Empty when neither VOSK_SIM_OUT nor VOSK_SIM_ROOT is set.
   static std::string out();
+  // The items of VOSK_SIM_FAULTS (see SimFaults); empty when it is unset.
+  static std::string faults();
 
   // Creates `path` and its missing parents; false when that fails.
   static bool makeDirectories(const std::string& path);

@@ -18,6 +18,8 @@ std::string variable(const char* name) {
 
 std::string SimEnvironment::root() { return variable("VOSK_SIM_ROOT"); }
 
+std::string SimEnvironment::faults() { return variable("VOSK_SIM_FAULTS"); }
+
 std::string SimEnvironment::out() {
   std::string out = variable("VOSK_SIM_OUT");
   if (!out.empty()) return out;
