@@ -152,22 +152,6 @@ TEST_F(UpgradeHandlerTest, TheKindOfUpgradeFollowsTheVersions) {
   EXPECT_TRUE(LogRecorder::installed().contains("RadioNode: New IMM schema RadioNode introduced through upgrade"));
 }
 
-TEST_F(UpgradeHandlerTest, EveryFailureIsReportedWithItsReasonAndThenAsFinalFail) {
-  EXPECT_CALL(wrapper, initialize(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
-  EXPECT_FALSE(run({}));
-  EXPECT_EQ((std::vector<std::string>{"Could not init ICTI session for schemaName: \"RadioNode\"", "Final Fail"}),
-            failures);
-}
-
-TEST_F(UpgradeHandlerTest, UnreadableVersionsFailTheUpgrade) {
-  EXPECT_CALL(wrapper, readSchemaVersion(_, _, _, _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  EXPECT_FALSE(run({}));
-  EXPECT_EQ((std::vector<std::string>{"Failed to get schema versions for RadioNode, error 12!\n",
-                                      "Could not read schemaVersion for schemaName: \"RadioNode\"",
-                                      "Failed to get from and to version for schemaName: \"RadioNode\"", "Final Fail"}),
-            failures);
-}
-
 TEST_F(UpgradeHandlerTest, AMissingPathFailsBeforeAnyFileIsRead) {
   std::string unrelated = modificationFile("3_0_0", "4_0_0", kEmptyModification);
   EXPECT_CALL(wrapper, finalize(_)).Times(0);
@@ -192,13 +176,6 @@ TEST_F(UpgradeHandlerTest, AFailedFileDoesNotStopThePathButFailsTheUpgrade) {
   ASSERT_EQ(3u, failures.size());
   EXPECT_EQ("Failed to process modification file " + broken, failures[1]);
   EXPECT_EQ("Final Fail", failures[2]);
-}
-
-TEST_F(UpgradeHandlerTest, AFailedFinalizeFailsTheUpgrade) {
-  versions(2, 0, 0, 2, 0, 0);
-  EXPECT_CALL(wrapper, finalize(_)).WillOnce(Return(SA_AIS_ERR_TIMEOUT));
-  EXPECT_FALSE(run({}));
-  EXPECT_EQ(std::vector<std::string>{"Final Fail"}, failures);
 }
 
 }  // namespace

@@ -332,23 +332,4 @@ TEST_F(IctiHandlerTest, TheFailureTextNamesTheIdentityAndIsBounded) {
   EXPECT_EQ("(null). bad (at m.xml:3, Mo Cell)", failures.back().substr(failures.back().find("(null). ")));
 }
 
-// Without a session the request goes out with the null handle and a
-// refusal only ends up in the log; with one, a bad handle aborts.
-TEST_F(IctiHandlerTest, ARefusedRollbackIsLoggedAndOnlyABadHandleOfAnOpenSessionAborts) {
-  EXPECT_CALL(wrapper, failUpgrade(0, _)).WillOnce(Return(SA_AIS_ERR_BAD_HANDLE));
-  handler.failUpgrade("reason");
-  EXPECT_TRUE(LogRecorder::installed().contains("Failed to trigger rollback. Error: 9, handle value: 0."));
-  ASSERT_TRUE(initWith({}));
-  EXPECT_CALL(wrapper, failUpgrade(42, _)).WillOnce(Return(SA_AIS_ERR_TRY_AGAIN));
-  handler.failUpgrade("reason");
-  EXPECT_TRUE(LogRecorder::installed().contains("Failed to trigger rollback. Error: 6, handle value: 42."));
-  EXPECT_EQ(2, handler.failureCount());
-  EXPECT_DEATH(
-      {
-        ON_CALL(wrapper, failUpgrade(_, _)).WillByDefault(Return(SA_AIS_ERR_BAD_HANDLE));
-        handler.failUpgrade("reason");
-      },
-      "");
-}
-
 }  // namespace

@@ -132,18 +132,6 @@ TEST_F(SimLmhiTest, RefusedCallsLeaveAnEmptyAnswer) {
   EXPECT_EQ(simlmhi::kInvalidArgument, getLms("RadioNode", "modification_files", nullptr));
 }
 
-TEST_F(SimLmhiTest, InjectedFaultsApplyPerBoardTypeAndCount) {
-  setenv("VOSK_SIM_FAULTS", "get_lms@RadioNode=14x1", 1);
-  SimFaults::reload();
-  LmhiLms answer{};
-  EXPECT_EQ(14, getLms("RadioNode", "modification_files", &answer));
-  EXPECT_EQ(nullptr, answer.lms);
-  EXPECT_EQ(simlmhi::kNotFound, getLms("Lrat", "modification_files", &answer));
-  ASSERT_EQ(simlmhi::kOk, getLms("RadioNode", "modification_files", &answer));
-  EXPECT_EQ(2u, answer.nLms);
-  Lmhi_free_buffers(&answer);
-}
-
 TEST_F(SimLmhiTest, FreeingNothingIsHarmless) {
   LmhiLms answer{};
   Lmhi_free_buffers(&answer);
