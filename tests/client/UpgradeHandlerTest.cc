@@ -152,6 +152,15 @@ TEST_F(UpgradeHandlerTest, TheKindOfUpgradeFollowsTheVersions) {
   EXPECT_TRUE(LogRecorder::installed().contains("RadioNode: New IMM schema RadioNode introduced through upgrade"));
 }
 
+TEST_F(UpgradeHandlerTest, UnreadableVersionsFailTheUpgrade) {
+  EXPECT_CALL(wrapper, readSchemaVersion(_, _, _, _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_FALSE(run({}));
+  EXPECT_EQ((std::vector<std::string>{"Failed to get schema versions for RadioNode, error 12!\n",
+                                      "Could not read schemaVersion for schemaName: \"RadioNode\"",
+                                      "Failed to get from and to version for schemaName: \"RadioNode\"", "Final Fail"}),
+            failures);
+}
+
 TEST_F(UpgradeHandlerTest, AMissingPathFailsBeforeAnyFileIsRead) {
   std::string unrelated = modificationFile("3_0_0", "4_0_0", kEmptyModification);
   EXPECT_CALL(wrapper, finalize(_)).Times(0);

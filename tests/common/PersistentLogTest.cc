@@ -108,48 +108,6 @@ TEST_F(PersistentLogTest, RecordsCarryAnUnknownTimeAndAGenericHeader) {
   EXPECT_EQ(nullptr, seen.logHeader.genericHdr.notificationClassId);
 }
 
-TEST_F(PersistentLogTest, AFailedWriteIsReportedOnceAndDisablesTheStreamForGood) {
-  PersistentLog log(wrapper, "upgrader");
-  EXPECT_CALL(wrapper, writeLogAsync(_, _, _, _))
-      .WillOnce(Return(SA_AIS_ERR_TRY_AGAIN))
-      .WillOnce(Invoke([this](SaLogStreamHandleT, SaInvocationT, SaLogAckFlagsT, const SaLogRecordT* r) {
-        written.push_back({r->logHeader.genericHdr.logSeverity,
-                           std::string(reinterpret_cast<const char*>(r->logBuffer->logBuf),
-                                       r->logBuffer->logBufSize)});
-        return SA_AIS_OK;
-      }));
-  log.write(0, "f.cc", 1, "lost");
-  log.write(0, "f.cc", 2, "goes to a tracepoint");
-  ASSERT_EQ(1u, written.size());
-  EXPECT_EQ(SA_LOG_SEV_ERROR, written[0].severity);
-  EXPECT_EQ("Failed to write to the stream, error = 6", written[0].text);
-}
-
-TEST_F(PersistentLogTest, APersistentWriteFailureEndsAfterOneNestedAttempt) {
-  PersistentLog log(wrapper, "upgrader");
-  EXPECT_CALL(wrapper, writeLogAsync(_, _, _, _)).Times(2).WillRepeatedly(Return(SA_AIS_ERR_BAD_HANDLE));
-  log.write(1, "f.cc", 1, "lost");
-  log.write(1, "f.cc", 1, "not tried");
-}
-
-TEST_F(PersistentLogTest, WithoutALogServiceNothingIsWrittenAndNothingFails) {
-  struct Case {
-    const char* name;
-    SaAisErrorT initialize;
-    SaAisErrorT open;
-  };
-  const Case cases[] = {{"initialize fails", SA_AIS_ERR_LIBRARY, SA_AIS_OK},
-                        {"stream open fails", SA_AIS_OK, SA_AIS_ERR_TIMEOUT}};
-  for (const Case& c : cases) {
-    NiceMock<MockSaLogWrapper> service;
-    ON_CALL(service, initialize(_, _, _)).WillByDefault(Return(c.initialize));
-    ON_CALL(service, streamOpen(_, _, _, _, _, _)).WillByDefault(Return(c.open));
-    EXPECT_CALL(service, writeLogAsync(_, _, _, _)).Times(0);
-    PersistentLog log(service, "upgrader");
-    for (int severity : {0, 1, 2, 9}) log.write(severity, "f.cc", 1, c.name);
-  }
-}
-
 TEST_F(PersistentLogTest, CloseFinalizesOnceAndStopsWriting) {
   EXPECT_CALL(wrapper, finalize(7)).Times(1).WillOnce(Return(SA_AIS_OK));
   PersistentLog log(wrapper, "upgrader");

@@ -26,28 +26,25 @@ bool wholeImmDocument(const std::string& path) {
   return whole;
 }
 
-// Kills the run at `killPoint` (VOSK_SIM_KILL_AFTER=<n> or VOSK_SIM_KILL_AFTER_OBJECTS=<n>) and checks
-// what it left; returns whether the run was killed.
+// Kills the run at `killPoint` (an environment setting) and checks what it left; returns whether it was killed.
 bool killedRunLeavesWholeFiles(const std::string& faults, const std::string& killPoint) {
   SCOPED_TRACE(faults + " " + killPoint);
   TempDir dir;
   NodeBuilder node(dir.path());
-  node.add(sampleSchema("Radio", "1_0_0", "1_1_0"));
-  node.add(sampleSchema("Transport", "3_1_0", "3_1_0"));
-  node.add(sampleSchema("Equipment", "1_0_0", "1_1_0"));
-  for (const char* schema : {"Radio", "Equipment"}) {
+  node.add({sampleSchema("Radio", "1_0_0", "1_1_0"), sampleSchema("Transport", "3_1_0", "3_1_0"),
+            sampleSchema("Equipment", "1_0_0", "1_1_0")});
+  for (const std::string schema : {"Radio", "Equipment"}) {
     node.modificationFile(schema, "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
-                          NodeBuilder::readingModificationFile({std::string(schema) + "Port"}));
+                          NodeBuilder::readingModificationFile({schema + "Port"}));
   }
-  WholeRun run(node);
-  if (!faults.empty()) run.faults(faults);
-  RunResult result = run.env(killPoint).run();
+  RunResult result = WholeRun(node).faults(faults).env(killPoint).run();
 
   const bool killed = result.report.find("Outcome: crash, the upgrader was ended by signal 9 ") == 0;
   EXPECT_TRUE(killed || result.report.find("Outcome: crash") == std::string::npos) << result.report;
-  for (const char* folder : {"/model/", "/discarded/"}) {
-    std::vector<std::string> files = folder[1] == 'm' ? result.modelFiles() : result.discardedFiles();
-    for (const std::string& file : files) EXPECT_TRUE(wholeImmDocument(result.outPath + folder + file)) << file;
+  for (const std::string folder : {"/model/", "/discarded/"}) {
+    for (const std::string& file : folder == "/model/" ? result.modelFiles() : result.discardedFiles()) {
+      EXPECT_TRUE(wholeImmDocument(result.outPath + folder + file)) << file;
+    }
   }
   const std::string rollback = TempDir::read(result.outPath + "/rollback");
   EXPECT_TRUE(rollback.empty() || rollback.back() == '\n') << rollback;

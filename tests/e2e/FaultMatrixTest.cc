@@ -40,14 +40,12 @@ const Cell kCells[] = {
     {"Initialize=10x1+1", Outcome::kRolledBack, "Could not init ICTI session for schemaName", true},
     {"Initialize=21", Outcome::kRolledBack, "Could not init ICTI session for schemaName: \"Transport\"", true},
     {"ReadSchemaVersion@Radio=6", Outcome::kRolledBack, "Failed to get schema versions for Radio, error 6!", true},
+    {"ReadSchemaVersion@Radio=12", Outcome::kRolledBack, "Failed to get from and to version for schemaName", true},
     {"ReadSchemaVersion=5+1", Outcome::kRolledBack, "Failed to get schema versions for", true},
     {"ReadInstances@RadioPort=6", Outcome::kRolledBack, "", true},
-    {"ReadInstances=21", Outcome::kRolledBack, "", true},
     {"InstanceGroupsMemoryFree=9", Outcome::kRolledBack, "Failed to free memory, error code 9", true},
     {"WriteInstances@Radio=6", Outcome::kRolledBack, "Write instances init failed, SaAisErrorT = 6", true},
-    {"WriteInstances=21", Outcome::kRolledBack, "Write instances init failed, SaAisErrorT = 21", true},
     {"CopyInstances@Radio=10", Outcome::kRolledBack, "Copy instances init failed, SaAisErrorT = 10", true},
-    {"CopyInstances=5", Outcome::kRolledBack, "Copy instances init failed, SaAisErrorT = 5", true},
     {"WriteRtInstances=21", Outcome::kDone, "", true},
     {"Finalize@Radio=6", Outcome::kRolledBack, "Final Fail", true},
     {"Finalize=21+1", Outcome::kRolledBack, "Final Fail", true},
@@ -69,8 +67,7 @@ TEST_P(FaultMatrixTest, OutcomeAndInvariants) {
   const Cell& cell = GetParam();
   TempDir dir;
   NodeBuilder node(dir.path());
-  node.add(sampleSchema("Radio", "1_0_0", "1_1_0"));
-  node.add(sampleSchema("Transport", "3_1_0", "3_1_0"));
+  node.add({sampleSchema("Radio", "1_0_0", "1_1_0"), sampleSchema("Transport", "3_1_0", "3_1_0")});
   node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
                         modifications(mo("RadioPort", moAction("RemoveAttributeAction", "name=weight"))));
   RunResult run = WholeRun(node).faults(cell.faults).run();
@@ -79,9 +76,7 @@ TEST_P(FaultMatrixTest, OutcomeAndInvariants) {
   const bool aborted = run.report.find("Outcome: crash, the upgrader was ended by signal 6 ") == 0;
   EXPECT_EQ(cell.outcome == Outcome::kAborted, aborted);
   EXPECT_EQ(std::string::npos, run.report.find("Outcome: time-out"));
-  if (!aborted) {
-    EXPECT_EQ(std::string::npos, run.report.find("Outcome: crash"));
-  }
+  EXPECT_TRUE(aborted || run.report.find("Outcome: crash") == std::string::npos);
   if (!run.rollback.empty()) {
     EXPECT_EQ(std::string::npos, run.report.find("connected to the wrapper socket"));
     EXPECT_EQ(std::vector<std::string>{}, run.modelFiles());
@@ -94,17 +89,13 @@ TEST_P(FaultMatrixTest, OutcomeAndInvariants) {
       EXPECT_EQ(3u, run.modelDns("Radio").size()) << "the model is whole";
       EXPECT_EQ(0u, run.objects("Radio")["radioPortId=2,radioId=1"].attrs.count("weight")) << "and converted";
       EXPECT_EQ(cell.fullLog, run.logged("Radio: UPGRADE IS DONE") && run.logged("Transport: UPGRADE IS DONE"));
-      if (*cell.text != '\0') {
-        EXPECT_EQ(1u, run.loggedParts(cell.text));
-      }
+      EXPECT_TRUE(*cell.text == '\0' || run.loggedParts(cell.text) == 1);
       break;
     case Outcome::kRolledBack:
       EXPECT_EQ(1, run.exitStatus);
       EXPECT_NE(std::string::npos, run.rollbackText().find(cell.text));
       EXPECT_NE(std::string::npos, run.rollbackText().find("Final Fail"));
-      if (cell.fullLog) {
-        EXPECT_GE(run.loggedParts("Final Fail"), 1u);
-      }
+      EXPECT_TRUE(!cell.fullLog || run.loggedParts("Final Fail") >= 1);
       break;
     case Outcome::kUnrecorded:
       EXPECT_EQ(1u, run.modelFiles().size()) << "the node saw no rollback: the other schema's model stays";

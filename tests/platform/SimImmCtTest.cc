@@ -181,10 +181,10 @@ TEST_F(SimImmCtTest, WaitForClassesKnowsTheClassesOfTheModels) {
   EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtWaitForClasses(handle, nullptr));
 }
 
+// The calls the upgrader makes are failed through whole runs in FaultMatrixTest.
 TEST_F(SimImmCtTest, FaultsReplaceEveryCall) {
   SafcImmCtHandleT handle = openSchema("SchemaA");
   SafcImmCtInstanceGroupT** groups = nullptr;
-  SafcImmCtSchemaVersionT_2 from{}, to{};
   char top[] = "Top";
   SaImmClassNameT names[] = {top, nullptr};
   GroupBuilder written("Top");
@@ -200,24 +200,14 @@ TEST_F(SimImmCtTest, FaultsReplaceEveryCall) {
          SafcImmCtHandleT h = 0;
          return safcImmCtInitialize_2(&h, 0);
        }},
-      {"ReadSchemaVersion@SchemaA=6", "safcImmCtReadSchemaVersion_2 [SchemaA]", SA_AIS_ERR_TRY_AGAIN,
-       [&] { return safcImmCtReadSchemaVersion_2(handle, "SchemaA", &from, &to); }},
       {"ReadInstances@Top=9", "safcImmCtReadInstances_2 [Top]", SA_AIS_ERR_BAD_HANDLE,
        [&] { return safcImmCtReadInstances_2(handle, top, &groups); }},
-      {"WriteInstances@SchemaA=21", "safcImmCtWriteInstances [SchemaA]", SA_AIS_ERR_FAILED_OPERATION,
-       [&] { return safcImmCtWriteInstances(handle, written.groups()); }},
       {"WriteRtInstances=21", "safcImmCtWriteRtInstances [SchemaA]", SA_AIS_ERR_FAILED_OPERATION,
        [&] { return safcImmCtWriteRtInstances(handle, top, written.groups()); }},
-      {"CopyInstances@SchemaA=5", "safcImmCtCopyInstances [SchemaA]", SA_AIS_ERR_TIMEOUT,
-       [&] { return safcImmCtCopyInstances(handle, names); }},
       {"CopyRtInstances=5", "safcImmCtCopyRtInstances [SchemaA]", SA_AIS_ERR_TIMEOUT,
        [&] { return safcImmCtCopyRtInstances(handle, top, names); }},
       {"WaitForClasses=5", "safcImmCtWaitForClasses [SchemaA]", SA_AIS_ERR_TIMEOUT,
        [&] { return safcImmCtWaitForClasses(handle, names); }},
-      {"InstanceGroupsMemoryFree=9", "safcImmCtInstanceGroupsMemoryFree [SchemaA]", SA_AIS_ERR_BAD_HANDLE,
-       [&] { return safcImmCtInstanceGroupsMemoryFree(handle, groups); }},
-      {"FailUpgrade=2", "safcImmCtFailUpgrade [SchemaA]", SA_AIS_ERR_LIBRARY,
-       [&] { return safcImmCtFailUpgrade(handle, "reason"); }},
       {"FailUpgrade=2", "safcImmCtFailUpgrade []", SA_AIS_ERR_LIBRARY,
        [&] { return safcImmCtFailUpgrade(0, "without a session"); }},
       {"Finalize@SchemaA=2", "safcImmCtFinalize [SchemaA]", SA_AIS_ERR_LIBRARY,
