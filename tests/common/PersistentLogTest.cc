@@ -101,24 +101,6 @@ TEST(PersistentLogTest, APersistentWriteFailureEndsAfterOneNestedAttempt) {
   log.write(1, "f.cc", 1, "not tried");
 }
 
-TEST(PersistentLogTest, WithoutALogServiceNothingIsWrittenAndNothingFails) {
-  struct Case {
-    const char* name;
-    SaAisErrorT initialize;
-    SaAisErrorT open;
-  };
-  const Case cases[] = {{"initialize fails", SA_AIS_ERR_LIBRARY, SA_AIS_OK},
-                        {"stream open fails", SA_AIS_OK, SA_AIS_ERR_TIMEOUT}};
-  for (const Case& c : cases) {
-    NiceMock<MockEnv> env;
-    ON_CALL(env, logInitialize(_, _, _)).WillByDefault(Return(c.initialize));
-    ON_CALL(env, logStreamOpen(_, _, _, _, _, _)).WillByDefault(Return(c.open));
-    EXPECT_CALL(env, logWriteLogAsync(_, _, _, _)).Times(0);
-    PersistentLog log(env, "upgrader");
-    for (int severity : {0, 1, 2, 9}) log.write(severity, "f.cc", 1, c.name);
-  }
-}
-
 TEST(PersistentLogTest, CloseFinalizesOnceAndStopsWriting) {
   NiceMock<MockEnv> env;
   EXPECT_CALL(env, logFinalize(7)).Times(1).WillOnce(Return(SA_AIS_OK));

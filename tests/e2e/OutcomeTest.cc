@@ -1,5 +1,6 @@
 // Whole runs that end in each of the outcomes the upgrade wrapper tells
-// apart: success, a failed upgrade (rollback), a front failure, a crash.
+// apart: success, a front failure, a crash. The failed upgrades (rollback)
+// are the cells of FaultMatrixTest.
 
 #include <gtest/gtest.h>
 
@@ -14,13 +15,6 @@ namespace e2e {
 namespace {
 
 const char* kSuccess = "Outcome: success, the upgrader connected to the wrapper socket\n";
-const char* kRolledBack =
-    "Outcome: upgrade failed, the upgrader entered the never-ending loop without a connect; the node rolls back\n";
-const char* kIdentity =
-    "UPGRADE FAIL: Application identity: wmtName = e2eUpgrader, wmtNumber = CXC4711, wmtRevision = R2B, "
-    "wpkRevision = R7C. ";
-
-std::string failure(const std::string& reason) { return kIdentity + reason; }
 
 // Three schemas, one of each kind: Radio converts over two files in two load
 // modules (each reading one class), Transport keeps its version, Equipment is
@@ -42,8 +36,6 @@ class ThreeSchemaRun : public testing::Test {
     run.env("WMT_NAME=e2eUpgrader").env("WMT_NO=CXC4711").env("WMT_REV=R2B").env("WPK_REV=R7C");
     return run;
   }
-
-  void expectNoModels(const RunResult& result) { EXPECT_TRUE(result.modelFiles().empty()) << result.report; }
 
   TempDir dir;
   NodeBuilder node;
@@ -77,80 +69,6 @@ TEST_F(ThreeSchemaRun, SuccessSignalsTheWrapperAndWritesTheNewModel) {
     EXPECT_NE(std::string::npos, radio.find(value)) << value << "\n" << radio;
   }
 }
-
-struct FailureCase {
-  const char* name;
-  const char* faults;
-  bool failingFirstStep;             // the first file holds an unknown action
-  bool inVersionsFile;               // Radio's versions are listed
-  std::vector<std::string> reasons;  // rollback lines after the identity; "@first" is the first file's path
-  const char* loggedPart;            // one record holds it
-};
-
-void PrintTo(const FailureCase& c, std::ostream* out) { *out << c.name; }
-
-class FailingSchemaTest : public ThreeSchemaRun, public testing::WithParamInterface<FailureCase> {};
-
-TEST_P(FailingSchemaTest, RollsBackWithItsReasonsWhileTheOthersComplete) {
-  const FailureCase& c = GetParam();
-  if (c.failingFirstStep) {
-    node.modificationFile("Radio", "CXC1_R1A", "modification_1_0_0_to_1_1_0.xml",
-                          modifications(mo("RadioPort", moAction("NoSuchAction", ""))));
-  }
-  SchemaSetup radio = sampleSchema("Radio", "1_0_0", "2_0_0");
-  radio.inVersionsFile = c.inVersionsFile;
-  node.add(radio);
-  WholeRun run = identifiedRun();
-  if (c.faults[0] != '\0') run.faults(c.faults);
-  RunResult result = run.run();
-
-  EXPECT_EQ(1, result.exitStatus) << result.report << result.errors;
-  EXPECT_EQ(0u, result.report.find(kRolledBack)) << result.report;
-  std::vector<std::string> expected;
-  for (std::string reason : c.reasons) {
-    if (reason.find("@first") != std::string::npos) reason.replace(reason.find("@first"), 6, firstFile);
-    expected.push_back(failure(reason));
-  }
-  expected.push_back(failure("Final Fail"));
-  EXPECT_EQ(expected, result.rollback);
-  EXPECT_EQ(1u, result.loggedParts(c.loggedPart)) << c.loggedPart;
-  EXPECT_EQ(1u, result.loggedParts("Radio: Upgrade of Radio failed. No signal is sent to upgradeWrapper"));
-
-  EXPECT_TRUE(result.logged("Transport: UPGRADE IS DONE"));
-  EXPECT_TRUE(result.logged("Equipment: UPGRADE IS DONE"));
-  expectNoModels(result);
-  EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "Transport.xml"}), result.discardedFiles())
-      << "finalized sessions of a rolled-back run are discarded";
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Reasons, FailingSchemaTest,
-    testing::Values(
-        FailureCase{"FailingModificationFile",
-                    "",
-                    true,
-                    true,
-                    {"Unsupported action: NoSuchAction (at @first:3, Mo RadioPort, NoSuchAction)",
-                     "Failed to process modification file @first"},
-                    "Unsupported action: NoSuchAction"},
-        FailureCase{"UnknownSchemaVersion",
-                    "",
-                    false,
-                    false,
-                    {"Failed to get schema versions for Radio, error 12!",
-                     "Could not read schemaVersion for schemaName: \"Radio\"",
-                     "Failed to get from and to version for schemaName: \"Radio\""},
-                    "Failed to get schema versions for Radio, error 12!"},
-        FailureCase{
-            "FinalizeRefused", "Finalize@Radio=21", false, true, {}, "Radio: Finalize failed, SaAisErrorT = 21"},
-        FailureCase{"NoLoadModules",
-                    "get_lms@Radio=5",
-                    false,
-                    true,
-                    {"Unable to find a conversion path"},
-                    "Could not get list of modification files from LMHI using tag modification_files, boardType "
-                    "Radio, return code was 5"}),
-    [](const testing::TestParamInfo<FailureCase>& info) { return std::string(info.param.name); });
 
 TEST_F(ThreeSchemaRun, NonUpgradeRestartOpensNoSession) {
   // Every session open would be refused: a run that tried one would fail.

@@ -59,7 +59,7 @@ TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
        {{"B", "share/imm/B_imm.xml"}}, {"ERROR: Ignored schemas due to missed imm files: [A,C]"}},
       {"no share folder", {kAppdata.substr(1)}, {"Foo"}, noImmFile, {}, {walkFailed}},
       {"an entry that cannot be examined", {"share/imm/Foo_imm.xml", "share/deep/er/dangling@"}, {"Foo"}, noImmFile,
-       {}, {walkFailed}},
+       {}, {"ERROR: Cannot read %R/share/deep/er/dangling: No such file or directory", walkFailed}},
       {"a schema name that is no valid expression", {"share/imm/Foo\\(_imm.xml"}, {"Foo\\("}, noImmFile, {},
        {"ERROR: Regular expression compilation failed with error: " + std::to_string(REG_EPAREN), walkFailed}},
       {"an empty schema set does not look at the disk", {}, {}, APP_RESULT_OK, {}, {}, "/nonexistent/root"},

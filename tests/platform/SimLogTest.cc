@@ -119,24 +119,4 @@ TEST_F(SimLogTest, WithoutANodeInitialisingFails) {
   saLogFinalize(log);
 }
 
-TEST_F(SimLogTest, InjectedFaultsReplaceEachCall) {
-  struct Case {
-    const char* faults;
-    SaAisErrorT expected;
-  };
-  const Case cases[] = {{"LogStreamOpen=5", SA_AIS_ERR_TIMEOUT}, {"LogWriteLogAsync=6x1", SA_AIS_ERR_TRY_AGAIN}};
-  for (const Case& c : cases) {
-    setenv("VOSK_SIM_FAULTS", c.faults, 1);
-    SimFaults::reload();
-    SaLogHandleT log = 0;
-    SaLogStreamHandleT stream = 0;
-    SaAisErrorT rc = open(&log, &stream);
-    SaLogBufferT buffer;
-    SaLogRecordT r = record("x", SA_LOG_SEV_INFO, &buffer);
-    if (rc == SA_AIS_OK) rc = saLogWriteLogAsync(stream, 0, 0, &r);
-    if (rc == SA_AIS_OK) rc = saLogFinalize(log);
-    EXPECT_EQ(c.expected, rc) << c.faults;
-  }
-}
-
 }  // namespace

@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 
@@ -63,7 +65,8 @@ AppResult FilesManager::findSchemasImmFiles(const std::set<std::string>& schemaN
   if (wpkPath_.empty()) return APP_RESULT_NO_WPK_ROOT;
   if (!schemaNames.empty()) {
     std::vector<std::string> found;
-    AppResult result = walkDirectory(wpkPath_ + kShareFolder, found, schemaNames);
+    Folders walked;
+    AppResult result = walkDirectory(wpkPath_ + kShareFolder, found, schemaNames, walked);
     if (result != APP_RESULT_OK) {
       VOSK_LOG(ERROR, "findSchemasImmFiles", "Execution of find schemas failed, result = %s",
                appResultToString(result).c_str());
@@ -117,7 +120,13 @@ AppResult FilesManager::mapImmFiles(const std::vector<std::string>& found, const
 }
 
 AppResult FilesManager::walkDirectory(const std::string& directory, std::vector<std::string>& found,
-                                      const std::set<std::string>& schemaNames) {
+                                      const std::set<std::string>& schemaNames, Folders& walked) {
+  struct stat self;
+  if (stat(directory.c_str(), &self) == 0 && !walked.insert({self.st_dev, self.st_ino}).second) {
+    VOSK_LOG(INFO, "findSchemasImmFiles", "%s is a folder searched already (a symbolic link): skipped",
+             directory.c_str());
+    return APP_RESULT_OK;
+  }
   DIR* dir = opendir(directory.c_str());
   if (dir == nullptr) return APP_RESULT_FAILED_TO_FIND_IMM_FILE;
   AppResult result = APP_RESULT_OK;
@@ -128,9 +137,10 @@ AppResult FilesManager::walkDirectory(const std::string& directory, std::vector<
     std::string path = directory + "/" + entry->d_name;
     struct stat status;
     if (stat(path.c_str(), &status) != 0) {
+      VOSK_LOG(ERROR, "findSchemasImmFiles", "Cannot read %s: %s", path.c_str(), std::strerror(errno));
       result = APP_RESULT_FAILED_TO_FIND_IMM_FILE;
     } else if (S_ISDIR(status.st_mode)) {
-      result = walkDirectory(path, found, schemaNames);
+      result = walkDirectory(path, found, schemaNames, walked);
     } else {
       result = collectIfImmFile(entry->d_name, path, found, schemaNames);
     }

@@ -12,6 +12,8 @@
 #ifndef VOSK_FRONT_FILES_MANAGER_H
 #define VOSK_FRONT_FILES_MANAGER_H
 
+#include <sys/types.h>
+
 #include <set>
 #include <string>
 #include <vector>
@@ -34,8 +36,11 @@ class FilesManager : public FilesManagerBase {
  private:
   // Appends to `found` the paths of the IMM files of `schemaNames` in the
   // tree below `directory`.
+  // Folders already searched, by device and inode: a symbolic link back up
+  // the tree is searched once, not until the path grows too long.
+  using Folders = std::set<std::pair<dev_t, ino_t>>;
   static AppResult walkDirectory(const std::string& directory, std::vector<std::string>& found,
-                                 const std::set<std::string>& schemaNames);
+                                 const std::set<std::string>& schemaNames, Folders& walked);
   // Appends `path`, whose last component is `entryName`, to `found` when it
   // is an IMM file of one of `schemaNames`.
   static AppResult collectIfImmFile(const std::string& entryName, const std::string& path,

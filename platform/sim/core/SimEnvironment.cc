@@ -20,6 +20,13 @@ std::string SimEnvironment::root() { return variable("VOSK_SIM_ROOT"); }
 
 std::string SimEnvironment::faults() { return variable("VOSK_SIM_FAULTS"); }
 
+long SimEnvironment::killAfter(const char* name) {
+  const std::string text = variable(name);
+  char* end = nullptr;
+  long value = !text.empty() ? std::strtol(text.c_str(), &end, 10) : -1;
+  return !text.empty() && *end == '\0' && value >= 0 ? value : -1;
+}
+
 std::string SimEnvironment::out() {
   std::string out = variable("VOSK_SIM_OUT");
   if (!out.empty()) return out;

@@ -1,6 +1,7 @@
 // Where the simulated node lives: VOSK_SIM_ROOT names the node's directory,
 // VOSK_SIM_OUT the folder the platform writes to (default: <root>/out), and
-// VOSK_SIM_FAULTS the failures to inject. The only reader of the environment
+// VOSK_SIM_FAULTS the failures to inject, VOSK_SIM_KILL_AFTER* its kill
+// points. The only reader of the environment
 // in the simulated node.
 
 #ifndef VOSK_SIM_SIM_ENVIRONMENT_H
@@ -16,6 +17,10 @@ class SimEnvironment {
   static std::string out();
   // The items of VOSK_SIM_FAULTS (see SimFaults); empty when it is unset.
   static std::string faults();
+  // The count a kill point variable (VOSK_SIM_KILL_AFTER,
+  // VOSK_SIM_KILL_AFTER_OBJECTS) gives; -1 when it is unset or no whole
+  // number of at least 0.
+  static long killAfter(const char* name);
 
   // Creates `path` and its missing parents; false when that fails.
   static bool makeDirectories(const std::string& path);

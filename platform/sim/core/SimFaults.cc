@@ -1,5 +1,6 @@
 #include "SimFaults.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <memory>
 
@@ -23,6 +24,8 @@ SimFaults& SimFaults::instance() {
   std::lock_guard<std::mutex> lock(g_instanceMutex);
   if (!g_instance) {
     g_instance = std::make_unique<SimFaults>(SimEnvironment::faults());
+    g_instance->killAfterCalls_ = SimEnvironment::killAfter("VOSK_SIM_KILL_AFTER");
+    g_instance->killAfterObjects_ = SimEnvironment::killAfter("VOSK_SIM_KILL_AFTER_OBJECTS");
     for (const std::string& item : g_instance->malformedItems()) {
       SimEnvironment::reportReason("VOSK_SIM_FAULTS", item, 0, "ignoring malformed item \"" + item + "\"");
     }
@@ -57,10 +60,14 @@ void SimFaults::parse(const std::string& faults) {
     size_t at = target.find('@');
     item.call = target.substr(0, at);
     item.subject = at == std::string::npos ? "" : target.substr(at + 1);
+    size_t plus = result.find('+');
+    item.good = 0;
+    bool ok = plus == std::string::npos || (parseNumber(result.substr(plus + 1), &item.good) && item.good >= 0);
+    result = result.substr(0, plus);
     size_t times = result.find('x');
     long code = 0;
     item.remaining = -1;
-    bool ok = parseNumber(result.substr(0, times), &code) && code != 0;
+    ok = ok && parseNumber(result.substr(0, times), &code) && code != 0;
     if (ok && times != std::string::npos) ok = parseNumber(result.substr(times + 1), &item.remaining);
     if (!ok || item.call.empty() || item.remaining == 0 || item.remaining < -1) {
       malformed_.push_back(text);
@@ -73,12 +80,28 @@ void SimFaults::parse(const std::string& faults) {
 
 int SimFaults::inject(const char* call, const char* subject) {
   std::lock_guard<std::mutex> lock(mutex_);
+  if (calls_++ == killAfterCalls_) kill();
   for (Item& item : items_) {
     if (item.call != call) continue;
     if (!item.subject.empty() && (subject == nullptr || item.subject != subject)) continue;
     if (item.remaining == 0) continue;
+    if (item.good > 0) {
+      --item.good;
+      continue;
+    }
     if (item.remaining > 0) --item.remaining;
     return item.code;
   }
   return 0;
+}
+
+bool SimFaults::objectWritten() {
+  if (killAfterObjects_ < 0) return false;  // set before the instance is shared, never changed
+  std::lock_guard<std::mutex> lock(mutex_);
+  return ++objects_ == killAfterObjects_;
+}
+
+void SimFaults::kill() {
+  std::raise(SIGKILL);
+  std::abort();  // not reached: SIGKILL cannot be caught
 }

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "SimBase64.h"
+#include "SimFaults.h"
 #include "SimImmValueCodec.h"
 
 SimImmModelWriter::~SimImmModelWriter() {
@@ -61,6 +62,10 @@ void SimImmModelWriter::writeObject(const SimImmObject& object) {
     put("    </attr>\n");
   }
   put("  </object>\n");
+  if (SimFaults::instance().objectWritten()) {
+    std::fflush(file_);
+    SimFaults::kill();
+  }
 }
 
 void SimImmModelWriter::writeValue(const SimImmValue& value) {

@@ -41,14 +41,17 @@ std::vector<std::string> xmlFiles(const std::string& folder, std::string* signat
 std::shared_ptr<SimImmNode> SimImmNode::forRoot(const std::string& root) {
   static std::mutex mutex;
   static std::map<std::string, std::pair<std::string, std::shared_ptr<SimImmNode>>> nodes;
+  std::lock_guard<std::mutex> lock(mutex);
+  auto& known = nodes[root];
+  // A node that an open session holds is the one of the run going on: its
+  // files are not looked at again for every session (a run of thousands of
+  // schemas would stat every file thousands of times).
+  if (known.second && known.second.use_count() > 1) return known.second;
   std::string signature;
   std::vector<std::string> oldFiles = xmlFiles(root + "/imm/old", &signature);
   bool hasNew = isDirectory(root + "/imm/new");
   signature += hasNew ? "new\n" : "no new\n";
   std::vector<std::string> newFiles = xmlFiles(root + "/imm/new", &signature);
-
-  std::lock_guard<std::mutex> lock(mutex);
-  auto& known = nodes[root];
   if (!known.second || known.first != signature) {
     known = {signature, std::make_shared<SimImmNode>(root, std::move(oldFiles), std::move(newFiles), hasNew)};
   }

@@ -1,5 +1,6 @@
 #include "SimImmTool.h"
 
+#include <fcntl.h>
 #include <libxml/parser.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -213,11 +214,12 @@ SaAisErrorT SimImmTool::rollback(const std::string& outDir, const char* reason, 
   std::lock_guard<std::mutex> lock(runsMutex_);
   if (!SimEnvironment::makeDirectories(outDir)) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot create " + outDir, why);
   std::string path = outDir + "/rollback";
-  std::FILE* file = std::fopen(path.c_str(), "a");
-  if (file == nullptr) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot open " + path + ": " + std::strerror(errno), why);
+  int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+  if (file < 0) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot open " + path + ": " + std::strerror(errno), why);
+  // One write of the whole line: a process killed meanwhile leaves the line whole or absent.
   std::string line = oneLine(reason) + "\n";
-  bool written = std::fputs(line.c_str(), file) >= 0;
-  written = std::fclose(file) == 0 && written;
+  bool written = ::write(file, line.data(), line.size()) == static_cast<ssize_t>(line.size());
+  written = ::close(file) == 0 && written;
   if (!written) return refuse(SA_AIS_ERR_NO_RESOURCES, "cannot write " + path, why);
 
   Run& run = runs_[outDir];

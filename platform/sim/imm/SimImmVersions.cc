@@ -1,5 +1,7 @@
 #include "SimImmVersions.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -9,6 +11,11 @@
 #include "SimEnvironment.h"
 
 namespace {
+
+// A line a schema, so even a node of many thousand schemas stays far below
+// this; a larger file is no versions file, and reading it would take the
+// process's memory and time.
+const off_t kMaxSize = 16 << 20;
 
 bool parseNumber(const std::string& text, SaUint32T* value) {
   if (text.empty() || text.size() > 9 || text.find_first_not_of("0123456789") != std::string::npos) return false;
@@ -32,6 +39,12 @@ SimImmVersions::Result SimImmVersions::find(const std::string& path, const std::
                                             std::string* why) {
   if (!SimEnvironment::isRegularFile(path)) {
     *why = "cannot read " + path + ": not a regular file";
+    return Result::kUnreadable;
+  }
+  struct stat st;
+  if (::stat(path.c_str(), &st) == 0 && st.st_size > kMaxSize) {
+    *why = "cannot read " + path + ": " + std::to_string(st.st_size) + " bytes, a versions file has at most " +
+           std::to_string(kMaxSize);
     return Result::kUnreadable;
   }
   std::ifstream in(path);

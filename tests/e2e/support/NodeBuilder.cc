@@ -90,15 +90,24 @@ SchemaSetup sampleSchema(const std::string& name, const std::string& from, const
 
 NodeBuilder::NodeBuilder(std::string root) : root_(std::move(root)) { writeListings(); }
 
-NodeBuilder& NodeBuilder::add(const SchemaSetup& schema) {
-  auto same = std::find_if(schemas_.begin(), schemas_.end(),
-                           [&](const SchemaSetup& added) { return added.name == schema.name; });
-  if (same != schemas_.end()) {
-    *same = schema;
-  } else {
-    schemas_.push_back(schema);
+NodeBuilder& NodeBuilder::add(const SchemaSetup& schema) { return add(std::vector<SchemaSetup>{schema}); }
+
+NodeBuilder& NodeBuilder::add(const std::vector<SchemaSetup>& schemas) {
+  for (const SchemaSetup& schema : schemas) {
+    auto same = std::find_if(schemas_.begin(), schemas_.end(),
+                             [&](const SchemaSetup& added) { return added.name == schema.name; });
+    if (same != schemas_.end()) {
+      *same = schema;
+    } else {
+      schemas_.push_back(schema);
+    }
+    writeSchemaFiles(schema);
   }
   writeListings();
+  return *this;
+}
+
+void NodeBuilder::writeSchemaFiles(const SchemaSetup& schema) {
   const std::string classes = immXml(schema.newClasses.empty() ? schema.classes : schema.newClasses, {});
   write("package/share/models/" + schema.name + "/imm/" + schema.name + "_imm_classes.xml", classes);
   if (schema.newClassesOnNode) {
@@ -109,7 +118,6 @@ NodeBuilder& NodeBuilder::add(const SchemaSetup& schema) {
   if (schema.from != kNewSchemaVersion) {
     write("node/imm/old/" + schema.name + ".xml", immXml(schema.classes, schema.oldObjects));
   }
-  return *this;
 }
 
 NodeBuilder& NodeBuilder::addXml(const SchemaSetup& schema, const std::string& oldModel) {

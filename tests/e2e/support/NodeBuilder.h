@@ -93,6 +93,8 @@ class NodeBuilder {
   // its class files and old model. A schema added again replaces the first
   // (its files not rewritten are left as they are).
   NodeBuilder& add(const SchemaSetup& schema);
+  // The same for many schemas, the listings written once.
+  NodeBuilder& add(const std::vector<SchemaSetup>& schemas);
   // As add(), with the old model given as an IMM XML text (e.g. a model a run wrote).
   NodeBuilder& addXml(const SchemaSetup& schema, const std::string& oldModel);
   // Delivers `content` as file `fileName` of load module `loadModule` of the
@@ -109,6 +111,7 @@ class NodeBuilder {
  private:
   void write(const std::string& relative, const std::string& content) const;
   void writeListings() const;
+  void writeSchemaFiles(const SchemaSetup& schema);
 
   const std::string root_;
   std::vector<SchemaSetup> schemas_;
