@@ -6,7 +6,7 @@
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
 #include "icti/ValueText.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 #include "xml/FilterIf.h"
 #include "xml/ThreadSlot.h"
 
@@ -32,9 +32,9 @@ bool holdsValue(AttributeInternalIf& attribute, const std::string& value) {
 // names (or their text).
 bool linkStruct(InstanceIf& parent, const std::string& refName, const std::string& reference) {
   AttributeInternalIf* attribute = parent.getAttribute(refName);
-  if (attribute == nullptr && !parent.addAttribute(refName, SA_IMM_ATTR_SANAMET, &attribute)) return false;
+  if (attribute == nullptr && !parent.addAttribute(refName, ValueType::kName, &attribute)) return false;
   if (attribute == nullptr) return false;
-  if (attribute->getType() != SA_IMM_ATTR_SANAMET && attribute->getType() != SA_IMM_ATTR_SASTRINGT) {
+  if (attribute->getType() != ValueType::kName && attribute->getType() != ValueType::kString) {
     UpgradeAction::fail(HandlerSlot::get(),
                         "CreateChildStructAction: structRefName %s is an attribute of type %s on %s, not a reference",
                         refName.c_str(), ValueText::typeName(attribute->getType()), parent.getLdn().c_str());

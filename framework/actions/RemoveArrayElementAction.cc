@@ -7,7 +7,7 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "icti/ValueText.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 #include "xml/ThreadSlot.h"
 
 namespace {
@@ -35,7 +35,7 @@ void removeMatching(AttributeInternalIf& attribute, const std::string& name, con
 // would wrap around to the front, so it is no index.
 bool parseIndex(const std::string& text, uint32_t* index) {
   long long value = 0;
-  if (!ValueText::parseSigned(SA_IMM_ATTR_SAINT64T, text, value) || value < INT32_MIN || value > UINT32_MAX) {
+  if (!ValueText::parseSigned(ValueType::kInt64, text, value) || value < INT32_MIN || value > UINT32_MAX) {
     return false;
   }
   *index = static_cast<uint32_t>(value);

@@ -5,7 +5,7 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 #include "xml/ThreadSlot.h"
 
 namespace {
@@ -198,7 +198,7 @@ void RenameENodeBFunctionIdAction::rewriteInstance(InstanceIf& instance, const R
   }
 
   for (const auto& [name, attribute] : instance.getAttributes()) {
-    if (name == kReservedBy || attribute->getType() == SA_IMM_ATTR_SANAMET) rewriteReferences(*attribute, rename);
+    if (name == kReservedBy || attribute->getType() == ValueType::kName) rewriteReferences(*attribute, rename);
   }
 }
 

@@ -16,14 +16,14 @@
 #include <vector>
 
 #include "icti/AttributeValue.h"
+#include "icti/ValueType.h"
 
 class AttributeIf {
  public:
   virtual ~AttributeIf() = default;
 
   virtual std::string getName() const = 0;
-  // The IMM value type code (SA_IMM_ATTR_*).
-  virtual uint32_t getType() const = 0;
+  virtual ValueType getType() const = 0;
   virtual uint32_t getNumberOfValues() const = 0;
 
   // Appends the value; an empty text appends nothing (but still succeeds)

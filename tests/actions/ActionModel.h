@@ -50,7 +50,7 @@ inline Op op(const std::string& attributes) {
 
 struct Attr {
   std::string name;
-  uint32_t type;
+  ValueType type;
   Strings values;
 };
 
@@ -101,7 +101,7 @@ class ActionModel : public IctiHandlerIf {
     return *instance;
   }
   // Sets (or adds) the attribute to exactly `values`.
-  static void set(InstanceIf& instance, const std::string& name, uint32_t type, const Strings& values) {
+  static void set(InstanceIf& instance, const std::string& name, ValueType type, const Strings& values) {
     instance.eraseAttribute(name);
     AttributeInternalIf* attribute = nullptr;
     instance.addAttribute(name, type, &attribute);
