@@ -22,8 +22,7 @@ constexpr const char* kProperties[] = {"structType", "childRdnValue", "structRef
 
 bool holdsValue(AttributeInternalIf& attribute, const std::string& value) {
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* text = attribute.readValueAtIndex(i);
-    if (text != nullptr && value == text) return true;
+    if (attribute.readValueAtIndex(i) == value) return true;
   }
   return false;
 }

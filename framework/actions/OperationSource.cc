@@ -43,8 +43,7 @@ bool holdsText(AttributeInternalIf& attribute, const std::string& text) {
   ValueType type = attribute.getType();
   if (type != ValueType::kName && type != ValueType::kString) return false;
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* value = attribute.readValueAtIndex(i);
-    if (value != nullptr && text == value) return true;
+    if (attribute.readValueAtIndex(i) == text) return true;
   }
   return false;
 }
@@ -58,8 +57,7 @@ bool bitmapNumber(AttributeInternalIf& attribute, unsigned long long& number) {
     if (bytes.size() > sizeof bits) return false;
     for (uint8_t byte : bytes) bits = (bits << 8) | byte;
   } else if (attribute.getType() == ValueType::kString) {
-    const char* text = attribute.readValueAtIndex(0);
-    std::string digits = text == nullptr ? std::string() : text;
+    const std::string digits = attribute.readValueAtIndex(0).value_or("");
     if (digits.empty() || digits.size() > 64) return false;
     for (char digit : digits) {
       if (digit != '0' && digit != '1') return false;

@@ -20,8 +20,7 @@ using HandlerSlot = ThreadSlot<RemoveArrayElementHandler, IctiHandlerIf*>;
 void removeMatching(AttributeInternalIf& attribute, const std::string& name, const std::string& elementValue) {
   std::vector<uint32_t> matches;
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* text = attribute.readValueAtIndex(i);
-    if (text != nullptr && elementValue == text) matches.push_back(i);
+    if (attribute.readValueAtIndex(i) == elementValue) matches.push_back(i);
   }
   for (auto it = matches.rbegin(); it != matches.rend(); ++it) {
     TAV_TRACE(INFO, "RemoveArrayElement attribute: %s, length: %u, index: %u, remove elementValue with value: %s",

@@ -204,8 +204,7 @@ void RenameENodeBFunctionIdAction::rewriteInstance(InstanceIf& instance, const R
 
 void RenameENodeBFunctionIdAction::rewriteReferences(AttributeInternalIf& attribute, const Rename& rename) {
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* text = attribute.readValueAtIndex(i);
-    const std::string value = text != nullptr ? text : "";
+    const std::string value = attribute.readValueAtIndex(i).value_or("");
     size_t start = Rename::subtreeStart(value, rename.oldLdn);
     if (start != std::string::npos) attribute.setValueAtIndex(i, rename.renamed(value, start).c_str());
   }

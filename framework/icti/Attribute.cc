@@ -87,10 +87,6 @@ constexpr bool kIsBytes = std::is_same_v<T, Bytes>;
 
 constexpr const char* kNoConversion = "SaAnyT, no conversion";
 
-// readValueAtIndex answers in a buffer of the calling thread, so the text
-// outlives changes to the attribute until the thread's next read.
-thread_local std::string t_valueText;
-
 char* copyText(const char* text, size_t length) {
   char* copy = static_cast<char*>(std::malloc(length + 1));
   if (copy == nullptr) throw std::bad_alloc();
@@ -424,8 +420,8 @@ bool Attribute<T>::compareAtIndex(uint32_t index, const char* text, const char* 
 }
 
 template <typename T>
-const char* Attribute<T>::readValueAtIndex(uint32_t index) {
-  if (!hasValue(index)) return nullptr;
+std::optional<std::string> Attribute<T>::readValueAtIndex(uint32_t index) {
+  if (!hasValue(index)) return std::nullopt;
   if constexpr (kIsBytes<T>) {
     TAV_TRACE(INFO, "readValue called, SaAnyT bufferSize %llu",
             static_cast<unsigned long long>(values_[index].size));
@@ -434,20 +430,21 @@ const char* Attribute<T>::readValueAtIndex(uint32_t index) {
 }
 
 template <typename T>
-const char* Attribute<T>::valueText(uint32_t index) const {
+std::string Attribute<T>::valueText(uint32_t index) const {
   if (!hasValue(index)) return "(null)";
   if constexpr (kIsNumber<T>) {
     AttributeValue value;
     getValue(index, &value);
-    value.toText(&t_valueText);
+    std::string text;
+    value.toText(&text);
+    return text;
   } else if constexpr (kIsName<T>) {
-    t_valueText.assign(values_[index].text);
+    return values_[index].text;
   } else if constexpr (kIsString<T>) {
-    t_valueText.assign(values_[index]);
+    return values_[index];
   } else {
     return kNoConversion;
   }
-  return t_valueText.c_str();
 }
 
 template <typename T>
@@ -663,7 +660,7 @@ template <typename T>
 void Attribute<T>::appendRead(const Value& value, uint32_t position) {
   values_.push_back(copyOf(value));
   TAV_TRACE(TRACE1, "init::attr[%d] name: \"%s\", type: %d, value: %s", position, name(), codeOf(getType()),
-          valueText(values_.size() - 1));
+          valueText(values_.size() - 1).c_str());
 }
 
 template <typename T>
@@ -696,7 +693,7 @@ void Attribute<T>::traceWrite() const {
   TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", type: %d, numOfValues: %d)", name(), codeOf(getType()),
           getNumberOfValues());
   for (uint32_t i = 0; i < getNumberOfValues(); ++i) {
-    TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i));
+    TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i).c_str());
   }
 }
 

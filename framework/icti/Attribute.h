@@ -29,6 +29,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -176,7 +177,7 @@ class Attribute : public AttributeBase {
   bool setValueAtIndex(uint32_t index, const char* value) override;
   bool setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) override;
   bool valueEqualsAtIndex(uint32_t index, const char* value) override;
-  const char* readValueAtIndex(uint32_t index) override;
+  std::optional<std::string> readValueAtIndex(uint32_t index) override;
   std::vector<uint8_t> getRawDataValueAtIndex(uint32_t index) override;
 
   bool addIntegerAtIndex(uint32_t index, const char* value) override;
@@ -218,7 +219,7 @@ class Attribute : public AttributeBase {
   void refuseImproperShift(const char* operation, int count) const;
   bool hasValue(uint32_t index) const { return index < values_.size(); }
   // A value's text for messages: "(null)" past the end.
-  const char* valueText(uint32_t index) const;
+  std::string valueText(uint32_t index) const;
   Value copyOf(const Value& value) const;
   // The stored form of a value of this attribute's own type.
   Value storedFormOf(const AttributeValue& value) const;

@@ -12,6 +12,7 @@
 #define VOSK_ICTI_ATTRIBUTE_IF_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,9 +39,8 @@ class AttributeIf {
   virtual bool setValueAtIndex(uint32_t index, const char* value) = 0;
   virtual bool setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) = 0;
   virtual bool valueEqualsAtIndex(uint32_t index, const char* value) = 0;
-  // The value as text, or null past the end. The text lives in a buffer of
-  // the calling thread, valid until its next call.
-  virtual const char* readValueAtIndex(uint32_t index) = 0;
+  // The value as text; none past the end.
+  virtual std::optional<std::string> readValueAtIndex(uint32_t index) = 0;
   virtual std::vector<uint8_t> getRawDataValueAtIndex(uint32_t index) = 0;
 
   virtual bool addIntegerAtIndex(uint32_t index, const char* value) = 0;

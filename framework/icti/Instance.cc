@@ -48,7 +48,7 @@ void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, co
     moClassRdnFound = !rdnFoundInToState && name == moClassRdn;
     structClassRdnFound = !rdnFoundInToState && !moClassRdnFound && name == "id" && isString;
     if (rdnFoundInToState || moClassRdnFound || structClassRdnFound) {
-      rdn_ = DistinguishedName::rdnOf(name, attribute->getNumberOfValues() > 0 ? attribute->readValueAtIndex(0) : "");
+      rdn_ = DistinguishedName::rdnOf(name, attribute->readValueAtIndex(0).value_or(""));
       if (!rdn_.empty()) break;
     }
   }

@@ -112,7 +112,7 @@ class ActionModel : public IctiHandlerIf {
     AttributeInternalIf* attribute = instance.getAttribute(name);
     if (attribute == nullptr) return {"<absent>"};
     Strings texts;
-    for (uint32_t i = 0; i < attribute->getNumberOfValues(); ++i) texts.push_back(attribute->readValueAtIndex(i));
+    for (uint32_t i = 0; i < attribute->getNumberOfValues(); ++i) texts.push_back(*attribute->readValueAtIndex(i));
     return texts;
   }
   // The distinguished names of the class's instances, in group order.

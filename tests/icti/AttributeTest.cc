@@ -26,7 +26,7 @@ std::unique_ptr<AttributeBase> makeAttribute(ValueType type, const std::string& 
 std::string valuesOf(AttributeIf& attribute) {
   std::string values;
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    values += (i == 0 ? "" : " ") + std::string(attribute.readValueAtIndex(i));
+    values += (i == 0 ? "" : " ") + *attribute.readValueAtIndex(i);
   }
   return values;
 }
@@ -208,7 +208,7 @@ TEST(AttributeTest, AddInsertEraseAndRead) {
   EXPECT_EQ("1 5 2", valuesOf(*numbers));
   EXPECT_TRUE(numbers->hasValueAtIndex(2));
   EXPECT_FALSE(numbers->hasValueAtIndex(3));
-  EXPECT_EQ(nullptr, numbers->readValueAtIndex(3));
+  EXPECT_EQ(std::nullopt, numbers->readValueAtIndex(3));
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(numbers->eraseValueAtIndex(0));
   EXPECT_FALSE(numbers->eraseValueAtIndex(0));
 }
@@ -268,7 +268,7 @@ TEST(AttributeTest, BytesAreCopiedInAndOutButNeverConverted) {
   EXPECT_FALSE(attribute->setRawDataValueAtIndex(1, {3}));
   EXPECT_EQ((std::vector<uint8_t>{1, 2, 3}), attribute->getRawDataValueAtIndex(0));
   EXPECT_TRUE(attribute->getRawDataValueAtIndex(1).empty());
-  EXPECT_STREQ("SaAnyT, no conversion", attribute->readValueAtIndex(0));
+  EXPECT_EQ("SaAnyT, no conversion", attribute->readValueAtIndex(0));
   EXPECT_TRUE(attribute->addCopy("0102"));
   EXPECT_TRUE(attribute->getRawDataValueAtIndex(1).empty());
 }

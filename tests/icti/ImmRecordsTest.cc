@@ -65,7 +65,7 @@ TEST(ImmRecordsTest, NamesKeepTheirLengthFieldAndAtMost599Characters) {
 
   auto group = read(&record);
   AttributeInternalIf* name = group->getFirstInstance()->getAttribute("n");
-  EXPECT_STREQ("a=1", name->readValueAtIndex(0));
+  EXPECT_EQ("a=1", name->readValueAtIndex(0));
   EXPECT_EQ(std::string(599, 'z'), name->readValueAtIndex(1));
   EXPECT_EQ("instance parent=null\n  fooId:9[1] '1'\n  n:6[3] a=1#3 " + std::string(599, 'z') + "#700 c=3#1000\n",
             describeWritten(*group).substr(std::string("class NsFoo\n").size()));

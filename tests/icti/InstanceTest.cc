@@ -32,7 +32,7 @@ TEST(InstanceTest, NewInstanceHasItsRdnAttributeAndLdn) {
   AttributeInternalIf* rdn = child.getAttribute("fooId");
   ASSERT_NE(nullptr, rdn);
   EXPECT_EQ(ValueType::kString, rdn->getType());
-  EXPECT_STREQ("7", rdn->readValueAtIndex(0));
+  EXPECT_EQ("7", rdn->readValueAtIndex(0));
   EXPECT_EQ(nullptr, child.getAttribute("missing"));
   EXPECT_EQ(std::vector<std::string>{"fooId"}, attributeNames(child));
 }
@@ -61,7 +61,7 @@ TEST(InstanceTest, AttributesAreKeptOncePerNameInByteWiseOrderUntilErased) {
   EXPECT_TRUE(instance.addAttribute("a", ValueType::kString, &second));
   EXPECT_EQ(nullptr, second);
   EXPECT_EQ(first, instance.getAttribute("a"));
-  EXPECT_STREQ("5", first->readValueAtIndex(0));
+  EXPECT_EQ("5", first->readValueAtIndex(0));
   EXPECT_TRUE(logged("Instance: fooId=2,Top=1 already has attribute with name: a"));
 
   for (const char* name : {"b", "B", "_", "aa"}) instance.addAttribute(name, ValueType::kInt32);
@@ -95,14 +95,14 @@ TEST(InstanceTest, SetRdnRenamesTheAttributeAndTellsTheOwner) {
   ASSERT_NE(nullptr, rdn);
   EXPECT_EQ(ValueType::kString, rdn->getType());
   EXPECT_EQ(1u, rdn->getNumberOfValues());
-  EXPECT_STREQ("2", rdn->readValueAtIndex(0));
+  EXPECT_EQ("2", rdn->readValueAtIndex(0));
   EXPECT_EQ((std::vector<std::string>{"barId", "zeta"}), attributeNames(instance));
   // The name holds the value escaped, the attribute the value itself.
   EXPECT_TRUE(instance.setRdn("barId=a\\,b"));
-  EXPECT_STREQ("a,b", rdn->readValueAtIndex(0));
+  EXPECT_EQ("a,b", rdn->readValueAtIndex(0));
   // A value with "=" could not be told from a whole RDN: the attribute holds the whole RDN.
   EXPECT_TRUE(instance.setRdn("barId=k=v"));
-  EXPECT_STREQ("barId=k=v", rdn->readValueAtIndex(0));
+  EXPECT_EQ("barId=k=v", rdn->readValueAtIndex(0));
   EXPECT_TRUE(instance.setRdn("barId=a\\,b"));
 
   instance.setParentName("Top=2");

@@ -20,7 +20,7 @@ class MockAttribute : public AttributeInternalIf {
   MOCK_METHOD(bool, setValueAtIndex, (uint32_t index, const char* value), (override));
   MOCK_METHOD(bool, setRawDataValueAtIndex, (uint32_t index, const std::vector<uint8_t>& value), (override));
   MOCK_METHOD(bool, valueEqualsAtIndex, (uint32_t index, const char* value), (override));
-  MOCK_METHOD(const char*, readValueAtIndex, (uint32_t index), (override));
+  MOCK_METHOD(std::optional<std::string>, readValueAtIndex, (uint32_t index), (override));
   MOCK_METHOD(std::vector<uint8_t>, getRawDataValueAtIndex, (uint32_t index), (override));
   MOCK_METHOD(bool, addIntegerAtIndex, (uint32_t index, const char* value), (override));
   MOCK_METHOD(bool, substractIntegerAtIndex, (uint32_t index, const char* value), (override));
