@@ -434,9 +434,8 @@ std::string Attribute<T>::valueText(uint32_t index) const {
   if (!hasValue(index)) return "(null)";
   if constexpr (kIsNumber<T>) {
     AttributeValue value;
-    getValue(index, &value);
     std::string text;
-    value.toText(&text);
+    if (!getValue(index, &value) || !value.toText(&text)) return "(null)";
     return text;
   } else if constexpr (kIsName<T>) {
     return values_[index].text;

@@ -56,11 +56,11 @@ class AttributeIf {
   virtual bool greaterThanAtIndex(uint32_t index, const char* value) = 0;
 
   // The value at `index` with its type; false past the end.
-  virtual bool getValue(uint32_t index, AttributeValue* value) const = 0;
+  [[nodiscard]] virtual bool getValue(uint32_t index, AttributeValue* value) const = 0;
   // Inserts `value` converted to this attribute's type (AttributeValue::
   // convertTo) before the value at `index`; past the end it appends. False,
   // and nothing added, when the value does not convert.
-  virtual bool insertValue(uint32_t index, const AttributeValue& value) = 0;
+  [[nodiscard]] virtual bool insertValue(uint32_t index, const AttributeValue& value) = 0;
   bool addValue(const AttributeValue& value) { return insertValue(getNumberOfValues(), value); }
 };
 

@@ -35,8 +35,8 @@ class AttributeValue {
   // The value of type `type` that `text` writes; false when the text is no
   // such value: numbers as ValueText reads them, names of at most 599
   // characters, any string; byte buffers have no text.
-  static bool fromText(ValueType type, const std::string& text, AttributeValue* value);
-  static bool fits(ValueType type, const std::string& text);
+  [[nodiscard]] static bool fromText(ValueType type, const std::string& text, AttributeValue* value);
+  [[nodiscard]] static bool fits(ValueType type, const std::string& text);
 
   ValueType type() const { return type_; }
   long long asSigned() const { return signed_; }
@@ -50,10 +50,10 @@ class AttributeValue {
   // Numbers in decimal, floating-point numbers in the shortest text that
   // reads back exactly, names and strings as they are. False for a byte
   // buffer, which has no text.
-  bool toText(std::string* text) const;
+  [[nodiscard]] bool toText(std::string* text) const;
   // This value as one of `type`: itself for its own type, else the value
   // its text gives for `type`. False when there is none.
-  bool convertTo(ValueType type, AttributeValue* value) const;
+  [[nodiscard]] bool convertTo(ValueType type, AttributeValue* value) const;
   // True for a number equal to zero.
   bool isZero() const;
 

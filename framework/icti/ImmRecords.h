@@ -39,7 +39,7 @@ class ImmRecords {
 
   // Builds the write record of `group`. False when memory ran out; the
   // record is then left out.
-  bool add(const InstanceGroup& group);
+  [[nodiscard]] bool add(const InstanceGroup& group);
   int size() const { return static_cast<int>(records_.size()); }
   // The records added, null-terminated as the write calls take them; valid
   // until the next add.

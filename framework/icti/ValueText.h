@@ -37,10 +37,10 @@ class ValueText {
 
   // A whole decimal number of the integer type `type`; true and `value`
   // set when `text` is one within the type's range.
-  static bool parseSigned(ValueType type, const std::string& text, long long& value);
-  static bool parseUnsigned(ValueType type, const std::string& text, unsigned long long& value);
-  static bool parseDouble(const std::string& text, double& value);
-  static bool parseFloat(const std::string& text, float& value);
+  [[nodiscard]] static bool parseSigned(ValueType type, const std::string& text, long long& value);
+  [[nodiscard]] static bool parseUnsigned(ValueType type, const std::string& text, unsigned long long& value);
+  [[nodiscard]] static bool parseDouble(const std::string& text, double& value);
+  [[nodiscard]] static bool parseFloat(const std::string& text, float& value);
 
   static std::string shortest(double value);
   static std::string shortest(float value);
