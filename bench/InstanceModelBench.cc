@@ -22,6 +22,7 @@
 #include <string>
 #include <vector>
 
+#include "icti/ImmRecords.h"
 #include "icti/InstanceGroup.h"
 
 namespace {
@@ -197,7 +198,7 @@ Model& model(size_t size) {
 
 InstanceGroup& builtGroup(size_t size) {
   Model& m = model(size);
-  if (!m.group) m.group = std::make_unique<InstanceGroup>(m.input.record(), "", "Tav");
+  if (!m.group) m.group = ImmRecords::readGroup(*m.input.record(), "", "Tav");
   return *m.group;
 }
 
@@ -214,7 +215,7 @@ void BM_BuildFromRecords(benchmark::State& state) {
   m.group.reset();
   long before = residentBytes();
   for (auto _ : state) {
-    m.group = std::make_unique<InstanceGroup>(m.input.record(), "", "Tav");
+    m.group = ImmRecords::readGroup(*m.input.record(), "", "Tav");
     state.PauseTiming();
     state.counters["model_B_per_instance"] = static_cast<double>(residentBytes() - before) / size;
     if (m.group->getNumberOfInstances() != size) state.SkipWithError("instances lost");
@@ -255,9 +256,8 @@ void BM_WriteRecords(benchmark::State& state) {
   size_t size = static_cast<size_t>(state.range(0));
   InstanceGroup& group = builtGroup(size);
   for (auto _ : state) {
-    SafcImmCtInstanceGroupT* record = group.createInstanceGroupRecord();
-    if (record == nullptr) state.SkipWithError("out of memory");
-    InstanceGroup::freeInstanceGroupRecord(record);
+    ImmRecords records;
+    if (!records.add(group)) state.SkipWithError("out of memory");
   }
   setCounters(state, size);
 }

@@ -23,7 +23,7 @@
 #include "actions/AddAttributeAction.h"
 #include "actions/RenameMoTypeAction.h"
 #include "icti/InstanceGroup.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 #include "runtime/ActionArguments.h"
 
 namespace {
@@ -86,7 +86,7 @@ void BM_RenameMoTypeWithReferences(benchmark::State& state) {
   for (size_t i = 0; i < referrers; ++i) {
     InstanceIf* relation = handler.group("Relation").createInstance(kRoot, std::to_string(i), false, "");
     AttributeInternalIf* reference = nullptr;
-    relation->addAttribute("peerRef", SA_IMM_ATTR_SANAMET, &reference);
+    relation->addAttribute("peerRef", ValueType::kName, &reference);
     std::string target = "peerId=" + std::to_string(i % renamed) + "," + kRoot;
     reference->addCopy((i % 2 == 0 ? target : "childId=1," + target).c_str());
   }

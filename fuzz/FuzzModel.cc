@@ -4,12 +4,14 @@
 #include <vector>
 
 #include "icti/DistinguishedName.h"
+#include "icti/ImmRecords.h"
+#include "icti/ValueType.h"
 
 namespace {
 
 struct AttrRow {
   const char* name;
-  SaImmValueTypeT type;
+  ValueType type;
   std::vector<const char*> values;
 };
 
@@ -21,16 +23,16 @@ struct ObjectRow {
   std::vector<AttrRow> attrs;
 };
 
-constexpr SaImmValueTypeT kInt32 = SA_IMM_ATTR_SAINT32T;
-constexpr SaImmValueTypeT kUint32 = SA_IMM_ATTR_SAUINT32T;
-constexpr SaImmValueTypeT kInt64 = SA_IMM_ATTR_SAINT64T;
-constexpr SaImmValueTypeT kUint64 = SA_IMM_ATTR_SAUINT64T;
-constexpr SaImmValueTypeT kTime = SA_IMM_ATTR_SATIMET;
-constexpr SaImmValueTypeT kName = SA_IMM_ATTR_SANAMET;
-constexpr SaImmValueTypeT kFloat = SA_IMM_ATTR_SAFLOATT;
-constexpr SaImmValueTypeT kDouble = SA_IMM_ATTR_SADOUBLET;
-constexpr SaImmValueTypeT kString = SA_IMM_ATTR_SASTRINGT;
-constexpr SaImmValueTypeT kAny = SA_IMM_ATTR_SAANYT;
+constexpr ValueType kInt32 = ValueType::kInt32;
+constexpr ValueType kUint32 = ValueType::kUint32;
+constexpr ValueType kInt64 = ValueType::kInt64;
+constexpr ValueType kUint64 = ValueType::kUint64;
+constexpr ValueType kTime = ValueType::kTime;
+constexpr ValueType kName = ValueType::kName;
+constexpr ValueType kFloat = ValueType::kFloat;
+constexpr ValueType kDouble = ValueType::kDouble;
+constexpr ValueType kString = ValueType::kString;
+constexpr ValueType kAny = ValueType::kAny;
 
 #define ME "managedElementId=1"
 #define ENB "eNodeBFunctionId=1," ME
@@ -162,5 +164,8 @@ bool FuzzModel::classDefined(const std::string& className) {
 }
 
 void FuzzModel::writeAll() const {
-  for (const auto& entry : groups_) InstanceGroup::freeInstanceGroupRecord(entry.second->createInstanceGroupRecord());
+  ImmRecords records;
+  for (const auto& entry : groups_) {
+    if (!records.add(*entry.second)) return;
+  }
 }

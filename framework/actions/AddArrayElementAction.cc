@@ -10,7 +10,7 @@ constexpr const char* kName = "AddArrayElementAction";
 
 bool parsePosition(const std::string& text, uint32_t& position) {
   unsigned long long value = 0;
-  if (!ValueText::parseUnsigned(SA_IMM_ATTR_SAUINT32T, text, value)) return false;
+  if (!ValueText::parseUnsigned(ValueType::kUint32, text, value)) return false;
   position = static_cast<uint32_t>(value);
   return true;
 }
@@ -26,7 +26,7 @@ bool valuesToAdd(InstanceIf& instance, ActionArgumentsIf& args, OperationSource&
     OperationSource::Values values;
     if (!source.resolve(*operation, instance, values)) return false;
     all.values.insert(all.values.end(), values.values.begin(), values.values.end());
-    if (all.type == 0) all.type = values.type;
+    if (all.type == ValueType::kNone) all.type = values.type;
   }
   return true;
 }

@@ -28,8 +28,8 @@ std::vector<std::string> pieces(const std::string& defaultValue) {
 // The type and the default values must be the attribute's: checked before
 // any instance is touched. An empty piece gives no value at all.
 bool checkTypeAndValues(IctiHandlerIf* ictiHandler, const std::string& type, const std::string& defaultValue) {
-  const uint32_t code = AttributeTypes::attributeTypeFromText(type);
-  if (code == 0) {
+  const ValueType code = AttributeTypes::attributeTypeFromText(type);
+  if (code == ValueType::kNone) {
     UpgradeAction::fail(ictiHandler, "AddAttributeAction: type %s is no attribute type (SA_INT32_T ... SA_ANY_T)",
                         type.c_str());
     return false;

@@ -6,7 +6,7 @@
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
 #include "icti/ValueText.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 #include "runtime/FilterIf.h"
 
 namespace {
@@ -16,8 +16,7 @@ constexpr const char* kProperties[] = {"structType", "childRdnValue", "structRef
 
 bool holdsValue(AttributeInternalIf& attribute, const std::string& value) {
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* text = attribute.readValueAtIndex(i);
-    if (text != nullptr && value == text) return true;
+    if (attribute.readValueAtIndex(i) == value) return true;
   }
   return false;
 }
@@ -26,9 +25,9 @@ bool holdsValue(AttributeInternalIf& attribute, const std::string& value) {
 // names (or their text).
 bool linkStruct(IctiHandlerIf& handler, InstanceIf& parent, const std::string& refName, const std::string& reference) {
   AttributeInternalIf* attribute = parent.getAttribute(refName);
-  if (attribute == nullptr && !parent.addAttribute(refName, SA_IMM_ATTR_SANAMET, &attribute)) return false;
+  if (attribute == nullptr && !parent.addAttribute(refName, ValueType::kName, &attribute)) return false;
   if (attribute == nullptr) return false;
-  if (attribute->getType() != SA_IMM_ATTR_SANAMET && attribute->getType() != SA_IMM_ATTR_SASTRINGT) {
+  if (attribute->getType() != ValueType::kName && attribute->getType() != ValueType::kString) {
     UpgradeAction::fail(&handler,
                         "CreateChildStructAction: structRefName %s is an attribute of type %s on %s, not a reference",
                         refName.c_str(), ValueText::typeName(attribute->getType()), parent.getLdn().c_str());

@@ -6,7 +6,7 @@
 #include "common/Log.h"
 #include "common/MessageFormatter.h"
 #include "icti/DistinguishedName.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -40,11 +40,10 @@ bool splitReference(const std::string& reference, std::string& className, std::s
 }
 
 bool holdsText(AttributeInternalIf& attribute, const std::string& text) {
-  uint32_t type = attribute.getType();
-  if (type != SA_IMM_ATTR_SANAMET && type != SA_IMM_ATTR_SASTRINGT) return false;
+  ValueType type = attribute.getType();
+  if (type != ValueType::kName && type != ValueType::kString) return false;
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* value = attribute.readValueAtIndex(i);
-    if (value != nullptr && text == value) return true;
+    if (attribute.readValueAtIndex(i) == text) return true;
   }
   return false;
 }
@@ -53,13 +52,12 @@ bool holdsText(AttributeInternalIf& attribute, const std::string& text) {
 // 8) or a text of 0 and 1 (first most significant, at most 64).
 bool bitmapNumber(AttributeInternalIf& attribute, unsigned long long& number) {
   unsigned long long bits = 0;
-  if (attribute.getType() == SA_IMM_ATTR_SAANYT) {
+  if (attribute.getType() == ValueType::kAny) {
     std::vector<uint8_t> bytes = attribute.getRawDataValueAtIndex(0);
     if (bytes.size() > sizeof bits) return false;
     for (uint8_t byte : bytes) bits = (bits << 8) | byte;
-  } else if (attribute.getType() == SA_IMM_ATTR_SASTRINGT) {
-    const char* text = attribute.readValueAtIndex(0);
-    std::string digits = text == nullptr ? std::string() : text;
+  } else if (attribute.getType() == ValueType::kString) {
+    const std::string digits = attribute.readValueAtIndex(0).value_or("");
     if (digits.empty() || digits.size() > 64) return false;
     for (char digit : digits) {
       if (digit != '0' && digit != '1') return false;
@@ -144,7 +142,7 @@ bool OperationSource::resolve(const OperationArgumentIf& operation, InstanceIf& 
     }
     const std::string ldn = only->getLdn();
     values.values.push_back(AttributeValue::ofName(ldn, static_cast<uint16_t>(ldn.size())));
-    values.type = SA_IMM_ATTR_SANAMET;
+    values.type = ValueType::kName;
     return true;
   }
   InstanceIf* source = sourceInstance(operation, instance);
@@ -168,8 +166,8 @@ bool OperationSource::attributeValues(const OperationArgumentIf& operation, Inst
       report(ictiHandler_, "%s: attribute %s of %s is no bitmap", actionName_, name.c_str(), ldn.c_str());
       return false;
     }
-    values.values.push_back(AttributeValue::ofUnsigned(SA_IMM_ATTR_SAUINT64T, number));
-    values.type = SA_IMM_ATTR_SAUINT64T;
+    values.values.push_back(AttributeValue::ofUnsigned(ValueType::kUint64, number));
+    values.type = ValueType::kUint64;
     return true;
   }
   uint32_t count = single.isSet ? 1 : attribute->getNumberOfValues();

@@ -7,7 +7,7 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "icti/ValueText.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -16,8 +16,7 @@ namespace {
 void removeMatching(AttributeInternalIf& attribute, const std::string& name, const std::string& elementValue) {
   std::vector<uint32_t> matches;
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* text = attribute.readValueAtIndex(i);
-    if (text != nullptr && elementValue == text) matches.push_back(i);
+    if (attribute.readValueAtIndex(i) == elementValue) matches.push_back(i);
   }
   for (auto it = matches.rbegin(); it != matches.rend(); ++it) {
     TAV_TRACE(INFO, "RemoveArrayElement attribute: %s, length: %u, index: %u, remove elementValue with value: %s",
@@ -31,7 +30,7 @@ void removeMatching(AttributeInternalIf& attribute, const std::string& name, con
 // would wrap around to the front, so it is no index.
 bool parseIndex(const std::string& text, uint32_t* index) {
   long long value = 0;
-  if (!ValueText::parseSigned(SA_IMM_ATTR_SAINT64T, text, value) || value < INT32_MIN || value > UINT32_MAX) {
+  if (!ValueText::parseSigned(ValueType::kInt64, text, value) || value < INT32_MIN || value > UINT32_MAX) {
     return false;
   }
   *index = static_cast<uint32_t>(value);

@@ -5,7 +5,7 @@
 #include "actions/ArgumentValue.h"
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -190,14 +190,13 @@ void RenameENodeBFunctionIdAction::rewriteInstance(InstanceIf& instance, const R
   }
 
   for (const auto& [name, attribute] : instance.getAttributes()) {
-    if (name == kReservedBy || attribute->getType() == SA_IMM_ATTR_SANAMET) rewriteReferences(*attribute, rename);
+    if (name == kReservedBy || attribute->getType() == ValueType::kName) rewriteReferences(*attribute, rename);
   }
 }
 
 void RenameENodeBFunctionIdAction::rewriteReferences(AttributeInternalIf& attribute, const Rename& rename) {
   for (uint32_t i = 0; i < attribute.getNumberOfValues(); ++i) {
-    const char* text = attribute.readValueAtIndex(i);
-    const std::string value = text != nullptr ? text : "";
+    const std::string value = attribute.readValueAtIndex(i).value_or("");
     size_t start = Rename::subtreeStart(value, rename.oldLdn);
     if (start != std::string::npos) attribute.setValueAtIndex(i, rename.renamed(value, start).c_str());
   }

@@ -120,8 +120,8 @@ RenamePlan::Referrers planReferrers(IctiHandlerIf* handler, const std::string& a
       continue;
     }
     for (uint32_t index = 0; index < reference->getNumberOfValues(); ++index) {
-      const char* value = reference->readValueAtIndex(index);
-      std::string ancestor = value != nullptr ? renamedAncestor(value, oldRdnAttribute) : std::string();
+      const std::optional<std::string> value = reference->readValueAtIndex(index);
+      std::string ancestor = value ? renamedAncestor(*value, oldRdnAttribute) : std::string();
       if (!ancestor.empty()) referrers.to[ancestor].push_back({reference, index});
     }
   }
@@ -182,7 +182,7 @@ bool renameStructs(InstanceIf& instance, const RenamePlan& plan, IctiHandlerIf* 
     AttributeInternalIf* attribute = instance.getAttribute(structAttribute.attribute);
     const uint32_t count = attribute != nullptr ? attribute->getNumberOfValues() : 0;
     for (uint32_t index = 0; index < count; ++index) {
-      const std::string structName = attribute->readValueAtIndex(index);
+      const std::string structName = attribute->readValueAtIndex(index).value_or("");
       InstanceIf* structInstance = structAttribute.group->getInstance(structName);
       if (structInstance == nullptr) {
         report(handler, MessageFormatter::plain("Not able to retrieve struct instance %s", structName.c_str()));
@@ -227,7 +227,7 @@ bool renameReferences(const std::string& oldLdn, const RenamePlan& plan, IctiHan
     auto to = referrers.to.find(oldLdn);
     if (to == referrers.to.end()) continue;
     for (const RenamePlan::Reference& reference : to->second) {
-      const std::string value = reference.attribute->readValueAtIndex(reference.index);
+      const std::string value = reference.attribute->readValueAtIndex(reference.index).value_or("");
       reference.attribute->setValueAtIndex(reference.index, plan.rename(value).c_str());
     }
   }

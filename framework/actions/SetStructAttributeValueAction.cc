@@ -13,8 +13,7 @@ constexpr const char* kName = "SetStructAttributeValueAction";
 std::vector<std::string> referredStructs(InstanceIf& instance, AttributeInternalIf& references, FilterIf& filter) {
   std::vector<std::string> ldns;
   for (uint32_t i = 0; i < references.getNumberOfValues(); ++i) {
-    const char* text = references.readValueAtIndex(i);
-    std::string ldn = text == nullptr ? std::string() : text;
+    const std::string ldn = references.readValueAtIndex(i).value_or("");
     if (!ldn.empty() && filter.applies(instance, i)) ldns.push_back(ldn);
   }
   return ldns;

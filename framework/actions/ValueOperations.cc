@@ -2,7 +2,7 @@
 
 #include "common/Log.h"
 #include "icti/ValueText.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 #include "runtime/AttributeTypes.h"
 #include "runtime/UpgradeAction.h"
 
@@ -25,12 +25,12 @@ struct ValueOperations::Operator {
   bool (AttributeIf::*change)(uint32_t index, const char* value);
 };
 
-bool ValueOperations::definedFor(const Operator& op, uint32_t type) {
+bool ValueOperations::definedFor(const Operator& op, ValueType type) {
   switch (op.kind) {
     case Operator::kAssign:
       return true;
     case Operator::kAdd:  // strings append
-      return ValueText::isNumber(type) || type == SA_IMM_ATTR_SASTRINGT;
+      return ValueText::isNumber(type) || type == ValueType::kString;
     case Operator::kArithmetic:
     case Operator::kDivide:
       return ValueText::isNumber(type);
@@ -63,7 +63,7 @@ const ValueOperations::Operator* ValueOperations::findOperator(const std::string
 bool ValueOperations::check(ActionArgumentsIf& args, IctiHandlerIf& ictiHandler, const char* actionName,
                             bool assignOnly, bool rangeAllowed) {
   std::string typeName;
-  if (args.getArgument("type", typeName) && AttributeTypes::attributeTypeFromText(typeName) == 0) {
+  if (args.getArgument("type", typeName) && AttributeTypes::attributeTypeFromText(typeName) == ValueType::kNone) {
     OperationSource::report(ictiHandler, "%s: type %s is no attribute type", actionName, typeName.c_str());
     return false;
   }
@@ -176,9 +176,9 @@ bool ValueOperations::changeEach(const Operator& op, const OperationArgumentIf& 
 
 bool ValueOperations::operandText(const Operator& op, AttributeInternalIf& attribute, const AttributeValue& value,
                                   const std::string& ldn, std::string& text) {
-  const uint32_t type = attribute.getType();
+  const ValueType type = attribute.getType();
   const std::string name = attribute.getName();
-  if (type == SA_IMM_ATTR_SAANYT) {
+  if (type == ValueType::kAny) {
     OperationSource::report(ictiHandler_, "%s: attribute %s of type SA_ANY_T on %s takes no text value", actionName_,
                             name.c_str(), ldn.c_str());
     return false;
@@ -190,7 +190,7 @@ bool ValueOperations::operandText(const Operator& op, AttributeInternalIf& attri
   }
   AttributeValue operand;
   if (op.kind == Operator::kShift) {
-    if (!value.convertTo(SA_IMM_ATTR_SAINT64T, &operand) || operand.asSigned() < 0 ||
+    if (!value.convertTo(ValueType::kInt64, &operand) || operand.asSigned() < 0 ||
         operand.asSigned() >= static_cast<long long>(ValueText::integerWidth(type))) {
       OperationSource::report(ictiHandler_, "%s: shift count %s is out of range for attribute %s of type %s on %s",
                               actionName_, describe(value).c_str(), name.c_str(), ValueText::typeName(type),
@@ -225,13 +225,13 @@ bool ValueOperations::convertAll(AttributeInternalIf& attribute, const std::vect
 }
 
 AttributeInternalIf* ValueOperations::targetAttribute(InstanceIf& target, const std::string& name,
-                                                      uint32_t sourceType) {
+                                                      ValueType sourceType) {
   if (!changeable(target, name)) return nullptr;
   AttributeInternalIf* attribute = target.getAttribute(name);
   if (attribute != nullptr) return attribute;
   std::string typeName;
-  uint32_t type = args_.getArgument("type", typeName) ? AttributeTypes::attributeTypeFromText(typeName) : sourceType;
-  if (type == 0 || !target.addAttribute(name, type, &attribute) || attribute == nullptr) {
+  ValueType type = args_.getArgument("type", typeName) ? AttributeTypes::attributeTypeFromText(typeName) : sourceType;
+  if (type == ValueType::kNone || !target.addAttribute(name, type, &attribute) || attribute == nullptr) {
     OperationSource::report(ictiHandler_, "%s: attribute %s is missing on %s and no type is given to create it",
                             actionName_, name.c_str(), target.getLdn().c_str());
     return nullptr;

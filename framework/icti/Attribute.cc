@@ -13,58 +13,60 @@
 
 namespace {
 
+using attribute_storage::Bytes;
 using attribute_storage::Name;
+using attribute_storage::Time;
 
 template <typename T>
 struct TypeInfo;
 template <>
 struct TypeInfo<int> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SAINT32T;
+  static constexpr ValueType kCode = ValueType::kInt32;
   static constexpr const char* kName = "int";
 };
 template <>
 struct TypeInfo<unsigned int> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SAUINT32T;
+  static constexpr ValueType kCode = ValueType::kUint32;
   static constexpr const char* kName = "unsigned int";
 };
 template <>
 struct TypeInfo<long long> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SAINT64T;
+  static constexpr ValueType kCode = ValueType::kInt64;
   static constexpr const char* kName = "long long";
 };
 template <>
 struct TypeInfo<unsigned long long> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SAUINT64T;
+  static constexpr ValueType kCode = ValueType::kUint64;
   static constexpr const char* kName = "unsigned long long";
 };
 template <>
-struct TypeInfo<SaTimeTag> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SATIMET;
+struct TypeInfo<Time> {
+  static constexpr ValueType kCode = ValueType::kTime;
   static constexpr const char* kName = "SaTimeT";
 };
 template <>
 struct TypeInfo<float> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SAFLOATT;
+  static constexpr ValueType kCode = ValueType::kFloat;
   static constexpr const char* kName = "float";
 };
 template <>
 struct TypeInfo<double> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SADOUBLET;
+  static constexpr ValueType kCode = ValueType::kDouble;
   static constexpr const char* kName = "double";
 };
 template <>
-struct TypeInfo<SaNameT> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SANAMET;
+struct TypeInfo<Name> {
+  static constexpr ValueType kCode = ValueType::kName;
   static constexpr const char* kName = "SaNameT";
 };
 template <>
 struct TypeInfo<char*> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SASTRINGT;
+  static constexpr ValueType kCode = ValueType::kString;
   static constexpr const char* kName = "SaStringT";
 };
 template <>
-struct TypeInfo<SaAnyT> {
-  static constexpr uint32_t kCode = SA_IMM_ATTR_SAANYT;
+struct TypeInfo<Bytes> {
+  static constexpr ValueType kCode = ValueType::kAny;
   static constexpr const char* kName = "SaAnyT";
 };
 
@@ -77,20 +79,13 @@ constexpr bool kIsInteger = std::is_integral_v<StoredValue<T>>;
 template <typename T>
 constexpr bool kIsFloating = std::is_floating_point_v<StoredValue<T>>;
 template <typename T>
-constexpr bool kIsName = std::is_same_v<T, SaNameT>;
+constexpr bool kIsName = std::is_same_v<T, Name>;
 template <typename T>
 constexpr bool kIsString = std::is_same_v<T, char*>;
 template <typename T>
-constexpr bool kIsBytes = std::is_same_v<T, SaAnyT>;
+constexpr bool kIsBytes = std::is_same_v<T, Bytes>;
 
-// The most characters a name value keeps: the value area less its last byte,
-// which is always NUL.
-constexpr size_t kNameTextLimit = SA_MAX_NAME_LENGTH - 1;
 constexpr const char* kNoConversion = "SaAnyT, no conversion";
-
-// readValueAtIndex answers in a buffer of the calling thread, so the text
-// outlives changes to the attribute until the thread's next read.
-thread_local std::string t_valueText;
 
 char* copyText(const char* text, size_t length) {
   char* copy = static_cast<char*>(std::malloc(length + 1));
@@ -102,38 +97,24 @@ char* copyText(const char* text, size_t length) {
 
 Name nameFromText(const char* text) {
   size_t length = std::strlen(text);
-  return Name{copyText(text, std::min(length, kNameTextLimit)), static_cast<SaUint16T>(length)};
+  return Name{copyText(text, std::min(length, kNameTextLimit)), static_cast<uint16_t>(length)};
 }
 
-// Readers take a name record's text up to its NUL; the length field may
-// claim more than the value area holds.
-Name nameFromRecord(const SaNameT& record) {
-  size_t length = strnlen(reinterpret_cast<const char*>(record.value), kNameTextLimit);
-  if (record.length < length) length = record.length;
-  return Name{copyText(reinterpret_cast<const char*>(record.value), length), record.length};
-}
-
-void toNameRecord(const Name& name, SaNameT& record) {
-  std::memset(&record, 0, sizeof record);
-  record.length = name.length;
-  std::memcpy(record.value, name.text, std::strlen(name.text));
-}
-
-SaAnyT allocAndCopySaAnyT(const SaAnyT& source, const char* attributeName) {
+Bytes copyBytes(const Bytes& source, const char* attributeName) {
   TAV_TRACE(TRACE1, "allocAndCopySaAnyT SaAnyT attribute %s, bufferSize: %llu", attributeName,
-          static_cast<unsigned long long>(source.bufferSize));
-  if (source.bufferAddr == nullptr) {
+          static_cast<unsigned long long>(source.size));
+  if (source.data == nullptr) {
     TAV_TRACE(INFO, "SaAnyT allocAndCopySaAnyT valueToCopy buffer is NULL, return zeroed SaAnyT");
-    return SaAnyT{0, nullptr};
+    return Bytes{0, nullptr};
   }
-  if (source.bufferSize == 0) return SaAnyT{0, nullptr};
-  auto* bytes = static_cast<SaUint8T*>(std::malloc(source.bufferSize));
+  if (source.size == 0) return Bytes{0, nullptr};
+  auto* bytes = static_cast<uint8_t*>(std::malloc(source.size));
   if (bytes == nullptr) {
     TAV_LOG(ERROR, "SaAnyT allocAndCopySaAnyT failed to malloc buffer for attribute %s", attributeName);
-    return SaAnyT{0, nullptr};
+    return Bytes{0, nullptr};
   }
-  std::memcpy(bytes, source.bufferAddr, source.bufferSize);
-  return SaAnyT{source.bufferSize, bytes};
+  std::memcpy(bytes, source.data, source.size);
+  return Bytes{source.size, bytes};
 }
 
 // Why `text` is no value of the type: what is left after the number, as the
@@ -261,42 +242,29 @@ int countForMessage(double value) {
 
 }  // namespace
 
-std::string attribute_storage::nameText(const SaNameT& record) {
-  Name name = nameFromRecord(record);
-  std::string text(name.text);
-  std::free(name.text);
-  return text;
-}
-
-void attribute_storage::fillNameRecord(const char* text, SaNameT& record) {
-  Name name = nameFromText(text != nullptr ? text : "");
-  toNameRecord(name, record);
-  std::free(name.text);
-}
-
-AttributeBase* AttributeBase::create(const std::string& name, uint32_t type) {
+std::unique_ptr<AttributeBase> AttributeBase::create(const std::string& name, ValueType type) {
   const char* n = name.c_str();
   switch (type) {
-    case SA_IMM_ATTR_SAINT32T:
-      return new Attribute<int>(n);
-    case SA_IMM_ATTR_SAUINT32T:
-      return new Attribute<unsigned int>(n);
-    case SA_IMM_ATTR_SAINT64T:
-      return new Attribute<long long>(n);
-    case SA_IMM_ATTR_SAUINT64T:
-      return new Attribute<unsigned long long>(n);
-    case SA_IMM_ATTR_SATIMET:
-      return new Attribute<SaTimeTag>(n);
-    case SA_IMM_ATTR_SAFLOATT:
-      return new Attribute<float>(n);
-    case SA_IMM_ATTR_SANAMET:
-      return new Attribute<SaNameT>(n);
-    case SA_IMM_ATTR_SADOUBLET:
-      return new Attribute<double>(n);
-    case SA_IMM_ATTR_SASTRINGT:
-      return new Attribute<char*>(n);
-    case SA_IMM_ATTR_SAANYT:
-      return new Attribute<SaAnyT>(n);
+    case ValueType::kInt32:
+      return std::make_unique<Attribute<int>>(n);
+    case ValueType::kUint32:
+      return std::make_unique<Attribute<unsigned int>>(n);
+    case ValueType::kInt64:
+      return std::make_unique<Attribute<long long>>(n);
+    case ValueType::kUint64:
+      return std::make_unique<Attribute<unsigned long long>>(n);
+    case ValueType::kTime:
+      return std::make_unique<Attribute<Time>>(n);
+    case ValueType::kFloat:
+      return std::make_unique<Attribute<float>>(n);
+    case ValueType::kName:
+      return std::make_unique<Attribute<Name>>(n);
+    case ValueType::kDouble:
+      return std::make_unique<Attribute<double>>(n);
+    case ValueType::kString:
+      return std::make_unique<Attribute<char*>>(n);
+    case ValueType::kAny:
+      return std::make_unique<Attribute<Bytes>>(n);
     default:
       return nullptr;
   }
@@ -322,7 +290,7 @@ Attribute<T>::~Attribute() {
 }
 
 template <typename T>
-uint32_t Attribute<T>::getType() const {
+ValueType Attribute<T>::getType() const {
   return TypeInfo<T>::kCode;
 }
 
@@ -346,7 +314,7 @@ bool Attribute<T>::readValue(const char* text, Value& value) {
     value = copyText(text, std::strlen(text));
   } else {
     TAV_TRACE(INFO, "readValue(char *) called on SaAnyT, returning null struct");
-    value = SaAnyT{0, nullptr};
+    value = Bytes{0, nullptr};
   }
   return true;
 }
@@ -367,7 +335,7 @@ template <typename T>
 bool Attribute<T>::addCopy(const std::vector<uint8_t>& value) {
   if constexpr (kIsBytes<T>) {
     TAV_TRACE(INFO, "addCopy triggered for SaAnyT");
-    values_.push_back(allocAndCopySaAnyT(SaAnyT{value.size(), const_cast<uint8_t*>(value.data())}, name()));
+    values_.push_back(copyBytes(Bytes{value.size(), const_cast<uint8_t*>(value.data())}, name()));
     return true;
   } else {
     TAV_LOG(ERROR, "Unsupported Imm type for addCopy(const std::vector<uint8_t> &v), only SaAnyT is allowed");
@@ -412,7 +380,7 @@ bool Attribute<T>::setRawDataValueAtIndex(uint32_t index, const std::vector<uint
   if constexpr (kIsBytes<T>) {
     TAV_TRACE(INFO, "setValueAtIndex called for SaAnyT with index: %d", index);
     if (!hasValue(index)) return false;
-    SaAnyT copy = allocAndCopySaAnyT(SaAnyT{value.size(), const_cast<uint8_t*>(value.data())}, name());
+    Bytes copy = copyBytes(Bytes{value.size(), const_cast<uint8_t*>(value.data())}, name());
     release(values_[index]);
     values_[index] = copy;
     return true;
@@ -452,30 +420,30 @@ bool Attribute<T>::compareAtIndex(uint32_t index, const char* text, const char* 
 }
 
 template <typename T>
-const char* Attribute<T>::readValueAtIndex(uint32_t index) {
-  if (!hasValue(index)) return nullptr;
+std::optional<std::string> Attribute<T>::readValueAtIndex(uint32_t index) {
+  if (!hasValue(index)) return std::nullopt;
   if constexpr (kIsBytes<T>) {
     TAV_TRACE(INFO, "readValue called, SaAnyT bufferSize %llu",
-            static_cast<unsigned long long>(values_[index].bufferSize));
+            static_cast<unsigned long long>(values_[index].size));
   }
   return valueText(index);
 }
 
 template <typename T>
-const char* Attribute<T>::valueText(uint32_t index) const {
+std::string Attribute<T>::valueText(uint32_t index) const {
   if (!hasValue(index)) return "(null)";
   if constexpr (kIsNumber<T>) {
     AttributeValue value;
-    getValue(index, &value);
-    value.toText(&t_valueText);
+    std::string text;
+    if (!getValue(index, &value) || !value.toText(&text)) return "(null)";
+    return text;
   } else if constexpr (kIsName<T>) {
-    t_valueText.assign(values_[index].text);
+    return values_[index].text;
   } else if constexpr (kIsString<T>) {
-    t_valueText.assign(values_[index]);
+    return values_[index];
   } else {
     return kNoConversion;
   }
-  return t_valueText.c_str();
 }
 
 template <typename T>
@@ -495,8 +463,8 @@ bool Attribute<T>::getValue(uint32_t index, AttributeValue* value) const {
   } else if constexpr (kIsString<T>) {
     *value = AttributeValue::ofString(stored);
   } else {
-    const char* bytes = reinterpret_cast<const char*>(stored.bufferAddr);
-    *value = AttributeValue::ofBytes(bytes != nullptr ? std::string(bytes, stored.bufferSize) : std::string());
+    const char* bytes = reinterpret_cast<const char*>(stored.data);
+    *value = AttributeValue::ofBytes(bytes != nullptr ? std::string(bytes, stored.size) : std::string());
   }
   return true;
 }
@@ -520,8 +488,8 @@ typename Attribute<T>::Value Attribute<T>::storedFormOf(const AttributeValue& va
     return copyText(value.data().data(), value.data().size());
   } else {
     const std::string& bytes = value.data();
-    SaAnyT source{bytes.size(), reinterpret_cast<SaUint8T*>(const_cast<char*>(bytes.data()))};
-    return allocAndCopySaAnyT(source, name());
+    Bytes source{bytes.size(), reinterpret_cast<uint8_t*>(const_cast<char*>(bytes.data()))};
+    return copyBytes(source, name());
   }
 }
 
@@ -529,10 +497,10 @@ template <typename T>
 std::vector<uint8_t> Attribute<T>::getRawDataValueAtIndex(uint32_t index) {
   if constexpr (kIsBytes<T>) {
     std::vector<uint8_t> bytes;
-    SaAnyT value = hasValue(index) ? values_[index] : SaAnyT{0, nullptr};
-    if (value.bufferAddr != nullptr) bytes.assign(value.bufferAddr, value.bufferAddr + value.bufferSize);
+    Bytes value = hasValue(index) ? values_[index] : Bytes{0, nullptr};
+    if (value.data != nullptr) bytes.assign(value.data, value.data + value.size);
     TAV_TRACE(INFO, "SaAnyT getRawDataValueAtIndex at index:%d, bufferSize: %llu, v.size: %llu, attribute: %s", index,
-            static_cast<unsigned long long>(value.bufferSize), static_cast<unsigned long long>(bytes.size()), name());
+            static_cast<unsigned long long>(value.size), static_cast<unsigned long long>(bytes.size()), name());
     return bytes;
   } else {
     TAV_LOG(ERROR, "Unsupported Imm type, only SaAnyT is allowed for method getRawDataValueAtIndex");
@@ -688,30 +656,23 @@ bool Attribute<T>::hasValueAtIndex(uint32_t index) {
 }
 
 template <typename T>
-void Attribute<T>::init(const SaImmAttrValuesT_2* record) {
-  if (record == nullptr || record->attrValues == nullptr) return;
-  for (uint32_t i = 0; i < record->attrValuesNumber; ++i) {
-    if (record->attrValues[i] == nullptr) continue;
-    values_.push_back(copyOf(record->attrValues[i]));
-    TAV_TRACE(TRACE1, "init::attr[%d] name: \"%s\", type: %d, value: %s", i, record->attrName, record->attrValueType,
-            valueText(values_.size() - 1));
-  }
+void Attribute<T>::appendRead(const Value& value, uint32_t position) {
+  values_.push_back(copyOf(value));
+  TAV_TRACE(TRACE1, "init::attr[%d] name: \"%s\", type: %d, value: %s", position, name(), codeOf(getType()),
+          valueText(values_.size() - 1).c_str());
 }
 
 template <typename T>
-typename Attribute<T>::Value Attribute<T>::copyOf(const void* platformValue) const {
+typename Attribute<T>::Value Attribute<T>::copyOf(const Value& value) const {
   if constexpr (kIsNumber<T>) {
-    Value value;
-    std::memcpy(&value, platformValue, sizeof value);
     return value;
   } else if constexpr (kIsName<T>) {
-    return nameFromRecord(*static_cast<const SaNameT*>(platformValue));
+    return Name{copyText(value.text, std::strlen(value.text)), value.length};
   } else if constexpr (kIsString<T>) {
-    const char* text = *static_cast<char* const*>(platformValue);
-    if (text == nullptr) text = "";
+    const char* text = value != nullptr ? value : "";
     return copyText(text, std::strlen(text));
   } else {
-    return allocAndCopySaAnyT(*static_cast<const SaAnyT*>(platformValue), name());
+    return copyBytes(value, name());
   }
 }
 
@@ -722,53 +683,26 @@ void Attribute<T>::release(Value& value) const {
   } else if constexpr (kIsString<T>) {
     std::free(value);
   } else if constexpr (kIsBytes<T>) {
-    std::free(value.bufferAddr);
+    std::free(value.data);
   }
 }
 
-// Name records follow the pointer array in its block: the writer's free()
-// of the array releases them too.
 template <typename T>
-SaImmAttrValuesT_2* Attribute<T>::createAttrValues() {
-  const char* failure = kIsBytes<T> ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
-                                    : "Failed to malloc values pointer field for attribute %s";
-  uint32_t count = getNumberOfValues();
-  size_t pointersSize = (count + 1) * sizeof(SaImmAttrValueT);
-  size_t namesSize = kIsName<T> ? count * sizeof(SaNameT) : 0;
-  auto* record = static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2)));
-  auto* values = static_cast<SaImmAttrValueT*>(std::malloc(pointersSize + namesSize));
-  if (record == nullptr || values == nullptr) {
-    TAV_LOG(ERROR, failure, name());
-    std::free(record);
-    std::free(values);
-    return nullptr;
+void Attribute<T>::traceWrite() const {
+  TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", type: %d, numOfValues: %d)", name(), codeOf(getType()),
+          getNumberOfValues());
+  for (uint32_t i = 0; i < getNumberOfValues(); ++i) {
+    TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i).c_str());
   }
-  record->attrName = const_cast<char*>(name());
-  record->attrValueType = static_cast<SaImmValueTypeT>(getType());
-  record->attrValuesNumber = count;
-  TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", type: %d, numOfValues: %d)", name(), getType(), count);
-  for (uint32_t i = 0; i < count; ++i) {
-    if constexpr (kIsName<T>) {
-      auto* names = reinterpret_cast<SaNameT*>(reinterpret_cast<char*>(values) + pointersSize);
-      toNameRecord(values_[i], names[i]);
-      values[i] = &names[i];
-    } else {
-      values[i] = &values_[i];
-    }
-    TAV_TRACE(TRACE1, "ATTRIBUTE(name: \"%s\", value: %s)", name(), valueText(i));
-  }
-  values[count] = nullptr;
-  record->attrValues = values;
-  return record;
 }
 
 template class Attribute<int>;
 template class Attribute<unsigned int>;
 template class Attribute<long long>;
 template class Attribute<unsigned long long>;
-template class Attribute<SaTimeTag>;
+template class Attribute<Time>;
 template class Attribute<float>;
 template class Attribute<double>;
-template class Attribute<SaNameT>;
+template class Attribute<Name>;
 template class Attribute<char*>;
-template class Attribute<SaAnyT>;
+template class Attribute<Bytes>;

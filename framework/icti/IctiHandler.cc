@@ -8,6 +8,7 @@
 
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
+#include "icti/ImmRecords.h"
 #include "icti/InstanceGroup.h"
 
 namespace {
@@ -15,26 +16,6 @@ namespace {
 constexpr size_t kFailureTextSize = 700;
 
 std::string identity(Env& env, const char* variable) { return env.variable(variable).value_or("(null)"); }
-
-// A null-terminated array of records built for one platform call; the
-// records are freed with the array.
-class GroupRecords {
- public:
-  ~GroupRecords() {
-    for (SafcImmCtInstanceGroupT* record : records_) InstanceGroup::freeInstanceGroupRecord(record);
-  }
-  void add(SafcImmCtInstanceGroupT* record) { records_.push_back(record); }
-  int size() const { return static_cast<int>(records_.size()); }
-  SafcImmCtInstanceGroupT** terminated() {
-    terminated_ = records_;
-    terminated_.push_back(nullptr);
-    return terminated_.data();
-  }
-
- private:
-  std::vector<SafcImmCtInstanceGroupT*> records_;
-  std::vector<SafcImmCtInstanceGroupT*> terminated_;
-};
 
 class ClassNames {
  public:
@@ -64,8 +45,6 @@ IctiHandler::IctiHandler(Env& env, const std::string& schemaName, const std::str
     : env_(env), schemaName_(schemaName), immNs_(immNs) {}
 
 IctiHandler::~IctiHandler() {
-  for (auto& entry : instanceGroupMap_) delete entry.second;
-  for (auto& entry : instanceGroupMapRTP_) delete entry.second;
   delete fromVersion_;
   delete toVersion_;
 }
@@ -147,7 +126,7 @@ InstanceGroupIf* IctiHandler::getInstanceGroup(const std::string& className, con
   auto cached = instanceGroupMap_.find(immName);
   if (cached != instanceGroupMap_.end()) {
     TAV_LOG(TRACE1, "Return cached data for MO %s", immName.c_str());
-    return cached->second;
+    return cached->second.get();
   }
   if (removedClasses_.count(immName) != 0) {
     TAV_LOG(INFO_ABN, "Class %s was deleted or renamed by an earlier action: it has no instance group any more",
@@ -169,10 +148,10 @@ InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName, SaAisE
   std::string rdnAttribute = getRdn(immName);
   // The tool answers with one record for the class; a class without
   // objects may come back as no record at all.
-  InstanceGroup* group = records != nullptr && records[0] != nullptr
-                             ? new InstanceGroup(records[0], rdnAttribute, immNs_)
-                             : new InstanceGroup(immNs_, withoutPrefix(immName, immNs_));
-  instanceGroupMap_[immName] = group;
+  std::unique_ptr<InstanceGroup>& group = instanceGroupMap_[immName];
+  group = records != nullptr && records[0] != nullptr
+              ? ImmRecords::readGroup(*records[0], rdnAttribute, immNs_)
+              : std::make_unique<InstanceGroup>(immNs_, withoutPrefix(immName, immNs_));
   TAV_LOG(TRACE1, "created %s", immName.c_str());
   SaAisErrorT freed = env_.immCtInstanceGroupsMemoryFree(handle_, records);
   if (freed != SA_AIS_OK) {
@@ -181,7 +160,7 @@ InstanceGroup* IctiHandler::readInstanceGroup(const std::string& immName, SaAisE
   }
   TAV_LOG(INFO, ">>>>>>>>>> Database for MO %s read. <<<<<<<<<<", immName.c_str());
   TAV_LOG(INFO, "Class %s: %u instances read", immName.c_str(), group->getNumberOfInstances());
-  return group;
+  return group.get();
 }
 
 InstanceIf* IctiHandler::getTheOnlyInstance(const std::string& className, const std::string& prefix) {
@@ -215,9 +194,9 @@ InstanceGroupIf* IctiHandler::addInstanceGroup(const std::string& className) {
       return nullptr;
     }
   }
-  InstanceGroup* group = new InstanceGroup(className == kUnprefixedClass ? "" : immNs_, className);
-  instanceGroupMap_[immName] = group;
-  return group;
+  std::unique_ptr<InstanceGroup>& group = instanceGroupMap_[immName];
+  group = std::make_unique<InstanceGroup>(className == kUnprefixedClass ? "" : immNs_, className);
+  return group.get();
 }
 
 bool IctiHandler::removeInstanceGroup(const std::string& className) {
@@ -228,7 +207,6 @@ bool IctiHandler::removeInstanceGroup(const std::string& className) {
     TAV_LOG(INFO_ABN, "ABN: Trying to remove a non existent instance group: %s\n", immName.c_str());
     return false;
   }
-  delete found->second;
   instanceGroupMap_.erase(found);
   removedClasses_.insert(immName);
   return true;
@@ -288,7 +266,7 @@ void IctiHandler::splitRuntimePersistentGroups() {
   for (const auto& rtpClass : rtpClasses_) {
     auto found = instanceGroupMap_.find(rtpClass.first);
     if (found == instanceGroupMap_.end()) continue;
-    instanceGroupMapRTP_[found->first] = found->second;
+    instanceGroupMapRTP_[found->first] = std::move(found->second);
     instanceGroupMap_.erase(found);
   }
   TAV_LOG(INFO, "RTP classes write after split, instanceGroupMap.size() %d: , instanceGroupMapRTP.size() %d: ",
@@ -300,9 +278,10 @@ bool IctiHandler::writeCopyClasses() {
   struct timespec start = env_.monotonicNow();
   if (!implementerName_.empty()) splitRuntimePersistentGroups();
 
-  GroupRecords toWrite;
-  GroupRecords rtpToWrite;
+  ImmRecords toWrite;
+  ImmRecords rtpToWrite;
   ClassNames toCopy;
+  bool recordsBuilt = true;
   for (const auto& configClass : configClasses_) {
     auto cached = instanceGroupMap_.find(configClass.first);
     if (removedClasses_.count(configClass.first) != 0) {
@@ -311,7 +290,7 @@ bool IctiHandler::writeCopyClasses() {
       TAV_LOG(TRACE1, "Add %s to IGs to write", configClass.first.c_str());
       TAV_LOG(INFO, "Class %s: %u instances to write", configClass.first.c_str(),
               cached->second->getNumberOfInstances());
-      toWrite.add(cached->second->createInstanceGroupRecord());
+      recordsBuilt = built(toWrite, *cached->second) && recordsBuilt;
     } else {
       TAV_LOG(TRACE1, "Add %s to InstanceGroups to copy", configClass.first.c_str());
       toCopy.add(configClass.first);
@@ -323,7 +302,7 @@ bool IctiHandler::writeCopyClasses() {
     TAV_LOG(TRACE1, "Add %s to runtime persistent IGs to write", rtpClass.first.c_str());
     TAV_LOG(INFO, "Class %s: %u runtime persistent instances to write", rtpClass.first.c_str(),
             cached->second->getNumberOfInstances());
-    rtpToWrite.add(cached->second->createInstanceGroupRecord());
+    recordsBuilt = built(rtpToWrite, *cached->second) && recordsBuilt;
   }
   struct timespec tablesDone = env_.monotonicNow();
   tablesMs_ = Env::millisecondsBetween(start, tablesDone);
@@ -331,7 +310,7 @@ bool IctiHandler::writeCopyClasses() {
   copyCount_ = toCopy.size();
   rtpCount_ = rtpToWrite.size();
 
-  bool written = true;
+  bool written = recordsBuilt;
   if (toWrite.size() > 0) {
     TAV_LOG(INFO, "Write instances to CS.");
     written = checked(env_.immCtWriteInstances(handle_, toWrite.terminated()),
@@ -358,6 +337,14 @@ bool IctiHandler::writeCopyClasses() {
   return written && callFinalize();
 }
 
+bool IctiHandler::built(ImmRecords& records, const InstanceGroup& group) {
+  if (records.add(group)) return true;
+  failUpgrade(MessageFormatter::plain("Out of memory building the records of %s for writing",
+                                      group.getImmClassName().c_str())
+                  .c_str());
+  return false;
+}
+
 bool IctiHandler::checked(SaAisErrorT rc, const char* failureFormat) {
   if (rc == SA_AIS_OK) return true;
   failUpgrade(MessageFormatter::plain(failureFormat, rc).c_str());
@@ -366,14 +353,15 @@ bool IctiHandler::checked(SaAisErrorT rc, const char* failureFormat) {
 
 bool IctiHandler::writeIntroducedClasses() {
   struct timespec start = env_.monotonicNow();
-  GroupRecords toWrite;
+  ImmRecords toWrite;
+  bool recordsBuilt = true;
   for (const auto& configClass : configClasses_) {
     auto cached = instanceGroupMap_.find(configClass.first);
-    if (cached != instanceGroupMap_.end()) toWrite.add(cached->second->createInstanceGroupRecord());
+    if (cached != instanceGroupMap_.end()) recordsBuilt = built(toWrite, *cached->second) && recordsBuilt;
   }
   writeCount_ = toWrite.size();
   bool written =
-      checked(env_.immCtWriteInstances(handle_, toWrite.terminated()), "Write instances init failed, SaAisErrorT = %d");
+      recordsBuilt && checked(env_.immCtWriteInstances(handle_, toWrite.terminated()), "Write instances init failed, SaAisErrorT = %d");
   introduceMs_ = Env::millisecondsBetween(start, env_.monotonicNow());
   return written && callFinalize();
 }

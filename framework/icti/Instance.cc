@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr uint32_t kStringType = SA_IMM_ATTR_SASTRINGT;
+constexpr ValueType kStringType = ValueType::kString;
 
 }  // namespace
 
@@ -19,36 +19,37 @@ std::string Instance::moClassRdnAttribute(const std::string& className) {
   return name + "Id";
 }
 
-Instance::Instance(const SafcImmCtInstanceT* record, const std::string& className, const std::string& rdnAttribute)
-    : className_(className) {
+Instance::Instance(const std::string& className, const std::string* parentName) : className_(className) {
   TAV_TRACE(TRACE1, "Instance::instance(SafcImmCtInstanceT *, string) _className: %s", className_.c_str());
-  const std::string moClassRdn = moClassRdnAttribute(className_);
-  if (record != nullptr && record->parentName != nullptr) {
-    parentName_ = attribute_storage::nameText(*record->parentName);
+  if (parentName != nullptr) {
+    parentName_ = *parentName;
     TAV_TRACE(TRACE1, "Parent name %s", parentName_.c_str());
   } else {
     TAV_TRACE(TRACE1, "No parent to %s", className_.c_str());
   }
+}
 
+AttributeBase* Instance::addReadAttribute(const std::string& name, ValueType type) {
+  AttributeInternalIf* created = nullptr;
+  if (!addAttribute(name, type, &created) || created == nullptr) return nullptr;
+  return find(name);
+}
+
+void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, const std::string& rdnAttribute) {
+  const std::string moClassRdn = moClassRdnAttribute(className_);
   bool moClassRdnFound = false;
   bool structClassRdnFound = false;
   bool rdnFoundInToState = false;
-  SaImmAttrValuesT_2** records = record != nullptr ? record->attrValues : nullptr;
-  for (size_t i = 0; records != nullptr && records[i] != nullptr; ++i) {
-    const SaImmAttrValuesT_2& attributeRecord = *records[i];
-    const std::string name = attributeRecord.attrName != nullptr ? attributeRecord.attrName : "";
-    AttributeInternalIf* attribute = nullptr;
-    if (!addAttribute(name, attributeRecord.attrValueType, &attribute) || attribute == nullptr) continue;
-    attribute->init(&attributeRecord);
-    if (!rdn_.empty()) continue;
-    const bool isString = attributeRecord.attrValueType == kStringType;
-    const bool isText = isString || attributeRecord.attrValueType == SA_IMM_ATTR_SANAMET;
+  for (AttributeBase* attribute : readOrder) {
+    const std::string name = attribute->name();
+    const bool isString = attribute->getType() == kStringType;
+    const bool isText = isString || attribute->getType() == ValueType::kName;
     rdnFoundInToState = !rdnAttribute.empty() && name == rdnAttribute && isText;
     moClassRdnFound = !rdnFoundInToState && name == moClassRdn;
     structClassRdnFound = !rdnFoundInToState && !moClassRdnFound && name == "id" && isString;
     if (rdnFoundInToState || moClassRdnFound || structClassRdnFound) {
-      const char* value = attribute->getNumberOfValues() > 0 ? attribute->readValueAtIndex(0) : "";
-      rdn_ = DistinguishedName::rdnOf(name, value);
+      rdn_ = DistinguishedName::rdnOf(name, attribute->readValueAtIndex(0).value_or(""));
+      if (!rdn_.empty()) break;
     }
   }
   TAV_TRACE(TRACE1, "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
@@ -57,7 +58,7 @@ Instance::Instance(const SafcImmCtInstanceT* record, const std::string& classNam
 }
 
 Instance::Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
-                   const std::string& className, uint32_t rdnType)
+                   const std::string& className, ValueType rdnType)
     : parentName_(parentName), rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)), className_(className) {
   TAV_TRACE(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
           parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
@@ -69,9 +70,7 @@ Instance::Instance(const std::string& parentName, const std::string& rdnAttribut
   }
 }
 
-Instance::~Instance() {
-  for (AttributeBase* attribute : attributes_) delete attribute;
-}
+Instance::~Instance() = default;
 
 bool Instance::eraseAttribute(const std::string& name) {
   auto it = position(name.c_str());
@@ -80,7 +79,6 @@ bool Instance::eraseAttribute(const std::string& name) {
     return false;
   }
   TAV_TRACE(INFO, "Erase attribute %s", name.c_str());
-  delete *it;
   attributes_.erase(it);
   return true;
 }
@@ -88,25 +86,25 @@ bool Instance::eraseAttribute(const std::string& name) {
 std::vector<std::pair<std::string, AttributeInternalIf*>> Instance::getAttributes() const {
   std::vector<std::pair<std::string, AttributeInternalIf*>> result;
   result.reserve(attributes_.size());
-  for (AttributeBase* attribute : attributes_) result.emplace_back(attribute->name(), attribute);
+  for (const auto& attribute : attributes_) result.emplace_back(attribute->name(), attribute.get());
   return result;
 }
 
 AttributeInternalIf* Instance::getAttribute(const std::string& name) const { return find(name); }
 
-bool Instance::addAttribute(const std::string& name, uint32_t type, AttributeInternalIf** created) {
+bool Instance::addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created) {
   if (created != nullptr) *created = nullptr;
   if (find(name) != nullptr) {
     TAV_LOG(INFO_ABN, "Instance: %s already has attribute with name: %s", getLdn().c_str(), name.c_str());
     return true;
   }
-  AttributeBase* attribute = AttributeBase::create(name, type);
+  std::unique_ptr<AttributeBase> attribute = AttributeBase::create(name, type);
   if (attribute == nullptr) {
     TAV_LOG(ERROR, "Unable to create attribute %s", name.c_str());
     return false;
   }
-  insert(attribute);
-  if (created != nullptr) *created = attribute;
+  if (created != nullptr) *created = attribute.get();
+  insert(std::move(attribute));
   return true;
 }
 
@@ -120,21 +118,18 @@ bool Instance::setRdn(const std::string& rdn) {
   const std::string newValue = DistinguishedName::namingValueOf(rdn, newName);
   const std::string oldName = rdn_.substr(0, rdn_.find('='));
 
-  auto it = position(oldName.c_str());
-  if (it != attributes_.end() && oldName == (*it)->name()) {
-    AttributeBase* attribute = *it;
+  if (AttributeBase* attribute = find(oldName)) {
     // The value first: a value the attribute's type does not take leaves
     // the instance as it was.
     const bool valueSet = attribute->getNumberOfValues() > 0 ? attribute->setValueAtIndex(0, newValue.c_str())
                                                              : attribute->addCopy(newValue.c_str());
     if (!valueSet) return false;
-    attributes_.erase(position(oldName.c_str()));
-    if (AttributeBase* displaced = find(newName)) {
-      attributes_.erase(position(displaced->name()));
-      delete displaced;
-    }
-    attribute->setName(newName.c_str());
-    insert(attribute);
+    auto it = attributes_.begin() + (position(oldName.c_str()) - attributes_.cbegin());
+    std::unique_ptr<AttributeBase> renamed = std::move(*it);
+    attributes_.erase(it);
+    if (AttributeBase* displaced = find(newName)) attributes_.erase(position(displaced->name()));
+    renamed->setName(newName.c_str());
+    insert(std::move(renamed));
   }
   rdn_ = rdn;
   tellOwner();
@@ -159,17 +154,22 @@ void Instance::setOwner(Owner* owner, InstanceGroupMember* membership) {
   membership_ = membership;
 }
 
-std::vector<AttributeBase*>::const_iterator Instance::position(const char* name) const {
+Instance::Attributes::const_iterator Instance::position(const char* name) const {
   return std::lower_bound(attributes_.begin(), attributes_.end(), name,
-                          [](const AttributeBase* a, const char* n) { return std::strcmp(a->name(), n) < 0; });
+                          [](const std::unique_ptr<AttributeBase>& a, const char* n) {
+                            return std::strcmp(a->name(), n) < 0;
+                          });
 }
 
 AttributeBase* Instance::find(const std::string& name) const {
   auto it = position(name.c_str());
-  return it != attributes_.end() && name == (*it)->name() ? *it : nullptr;
+  return it != attributes_.end() && name == (*it)->name() ? it->get() : nullptr;
 }
 
-void Instance::insert(AttributeBase* attribute) { attributes_.insert(position(attribute->name()), attribute); }
+void Instance::insert(std::unique_ptr<AttributeBase> attribute) {
+  auto at = position(attribute->name());
+  attributes_.insert(at, std::move(attribute));
+}
 
 void Instance::tellOwner() {
   if (owner_ != nullptr) owner_->renamed(*this);

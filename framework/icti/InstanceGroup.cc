@@ -1,7 +1,6 @@
 #include "icti/InstanceGroup.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
@@ -57,36 +56,6 @@ std::vector<InstanceIf*> instancesOf(const std::vector<InstanceGroupMember*>& me
   return instances;
 }
 
-void freeInstanceRecord(SafcImmCtInstanceT* record) {
-  for (size_t i = 0; record->attrValues != nullptr && record->attrValues[i] != nullptr; ++i) {
-    std::free(record->attrValues[i]->attrValues);
-    std::free(record->attrValues[i]);
-  }
-  std::free(record->attrValues);
-  std::free(record->parentName);
-  std::free(record);
-}
-
-SafcImmCtInstanceT* createInstanceRecord(InstanceIf& instance) {
-  auto* record = static_cast<SafcImmCtInstanceT*>(std::calloc(1, sizeof(SafcImmCtInstanceT)));
-  if (record == nullptr) return nullptr;
-  const std::string parentName = instance.getParentName();
-  std::vector<std::pair<std::string, AttributeInternalIf*>> attributes = instance.getAttributes();
-  record->attrValues = static_cast<SaImmAttrValuesT_2**>(std::calloc(attributes.size() + 1, sizeof(void*)));
-  if (!parentName.empty()) {
-    record->parentName = static_cast<SaNameT*>(std::malloc(sizeof(SaNameT)));
-    if (record->parentName != nullptr) attribute_storage::fillNameRecord(parentName.c_str(), *record->parentName);
-  }
-  bool complete = record->attrValues != nullptr && (parentName.empty() || record->parentName != nullptr);
-  for (size_t i = 0; complete && i < attributes.size(); ++i) {
-    record->attrValues[i] = attributes[i].second->createAttrValues();
-    complete = record->attrValues[i] != nullptr;
-  }
-  if (complete) return record;
-  freeInstanceRecord(record);
-  return nullptr;
-}
-
 // Pops the walk's cursor however the walk ends.
 class CursorGuard {
  public:
@@ -110,22 +79,18 @@ InstanceGroup::InstanceGroup(const std::string& namespacePrefix, const std::stri
   TAV_LOG(TRACE1, "InstanceGroup::InstanceGroup(string, string)");
 }
 
-InstanceGroup::InstanceGroup(const SafcImmCtInstanceGroupT* record, const std::string& rdnAttribute,
-                             const std::string& namespacePrefix)
-    : immClassName_(record != nullptr && record->className != nullptr ? record->className : ""),
-      className_(withoutPrefix(immClassName_, namespacePrefix)),
-      rdnAttribute_(rdnAttribute) {
+InstanceGroup::InstanceGroup(const std::string& immClassName, const std::string& rdnAttribute,
+                             const std::string& namespacePrefix, size_t expected)
+    : immClassName_(immClassName), className_(withoutPrefix(immClassName_, namespacePrefix)), rdnAttribute_(rdnAttribute) {
   TAV_LOG(TRACE1, "InstanceGroup::InstanceGroup(SafcImmCtInstanceGroupT *, string)");
   TAV_LOG(INFO, "Creating instance group %s", className_.c_str());
-  SafcImmCtInstanceT** records = record != nullptr ? record->instances : nullptr;
-  size_t size = 0;
-  while (records != nullptr && records[size] != nullptr) ++size;
-  byLdn_.reserve(size);
-  for (size_t i = 0; i < size; ++i) {
-    append(new Instance(records[i], className_, rdnAttribute_));
-    TAV_TRACE(TRACE1, "Created instance %d, %s, className %s", static_cast<int>(i), className_.c_str(),
-            immClassName_.c_str());
-  }
+  byLdn_.reserve(expected);
+}
+
+void InstanceGroup::appendRead(std::unique_ptr<Instance> instance) {
+  append(instance.release());
+  TAV_TRACE(TRACE1, "Created instance %d, %s, className %s", static_cast<int>(count_ - 1), className_.c_str(),
+          immClassName_.c_str());
 }
 
 InstanceGroup::~InstanceGroup() {
@@ -238,39 +203,10 @@ InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const st
   // name attribute gets one.
   const AttributeInternalIf* model = first_ != nullptr ? first_->instance->getAttribute(rdnAttribute_) : nullptr;
   auto* instance = new Instance(parentLdn, rdnAttribute_, rdnId, className_,
-                                model != nullptr ? model->getType() : uint32_t{SA_IMM_ATTR_SASTRINGT});
+                                model != nullptr ? model->getType() : ValueType::kString);
   append(instance);
   TAV_TRACE(INFO, "The instance %s has been created", ldn.c_str());
   return instance;
-}
-
-SafcImmCtInstanceGroupT* InstanceGroup::createInstanceGroupRecord() const {
-  auto* record = static_cast<SafcImmCtInstanceGroupT*>(std::calloc(1, sizeof(SafcImmCtInstanceGroupT)));
-  if (record == nullptr) return nullptr;
-  record->className = const_cast<char*>(immClassName_.c_str());
-  record->instances = static_cast<SafcImmCtInstanceT**>(std::calloc(count_ + 1, sizeof(SafcImmCtInstanceT*)));
-  if (record->instances == nullptr) {
-    std::free(record);
-    return nullptr;
-  }
-  size_t i = 0;
-  for (InstanceGroupMember* member = first_; member != nullptr; member = member->next, ++i) {
-    record->instances[i] = createInstanceRecord(*member->instance);
-    if (record->instances[i] == nullptr) {
-      freeInstanceGroupRecord(record);
-      return nullptr;
-    }
-  }
-  return record;
-}
-
-void InstanceGroup::freeInstanceGroupRecord(SafcImmCtInstanceGroupT* record) {
-  if (record == nullptr) return;
-  for (size_t i = 0; record->instances != nullptr && record->instances[i] != nullptr; ++i) {
-    freeInstanceRecord(record->instances[i]);
-  }
-  std::free(record->instances);
-  std::free(record);
 }
 
 void InstanceGroup::append(InstanceIf* instance) {

@@ -8,21 +8,21 @@
 #include <limits>
 #include <type_traits>
 
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
 struct TypeName {
-  uint32_t type;
+  ValueType type;
   const char* name;
 };
 
 constexpr TypeName kTypeNames[] = {
-    {SA_IMM_ATTR_SAINT32T, "SA_INT32_T"},   {SA_IMM_ATTR_SAUINT32T, "SA_UINT32_T"},
-    {SA_IMM_ATTR_SAINT64T, "SA_INT64_T"},   {SA_IMM_ATTR_SAUINT64T, "SA_UINT64_T"},
-    {SA_IMM_ATTR_SATIMET, "SA_TIME_T"},     {SA_IMM_ATTR_SANAMET, "SA_NAME_T"},
-    {SA_IMM_ATTR_SAFLOATT, "SA_FLOAT_T"},   {SA_IMM_ATTR_SADOUBLET, "SA_DOUBLE_T"},
-    {SA_IMM_ATTR_SASTRINGT, "SA_STRING_T"}, {SA_IMM_ATTR_SAANYT, "SA_ANY_T"},
+    {ValueType::kInt32, "SA_INT32_T"},   {ValueType::kUint32, "SA_UINT32_T"},
+    {ValueType::kInt64, "SA_INT64_T"},   {ValueType::kUint64, "SA_UINT64_T"},
+    {ValueType::kTime, "SA_TIME_T"},     {ValueType::kName, "SA_NAME_T"},
+    {ValueType::kFloat, "SA_FLOAT_T"},   {ValueType::kDouble, "SA_DOUBLE_T"},
+    {ValueType::kString, "SA_STRING_T"}, {ValueType::kAny, "SA_ANY_T"},
 };
 
 // strto* accept leading blanks and, for the unsigned types, a minus sign
@@ -58,41 +58,41 @@ std::string shortestOf(Float value) {
 
 }  // namespace
 
-const char* ValueText::typeName(uint32_t type) {
+const char* ValueText::typeName(ValueType type) {
   for (const TypeName& entry : kTypeNames) {
     if (entry.type == type) return entry.name;
   }
   return "unknown";
 }
 
-uint32_t ValueText::typeOfName(const std::string& name) {
+ValueType ValueText::typeOfName(const std::string& name) {
   for (const TypeName& entry : kTypeNames) {
     if (name == entry.name) return entry.type;
   }
-  return 0;
+  return ValueType::kNone;
 }
 
-unsigned ValueText::integerWidth(uint32_t type) {
+unsigned ValueText::integerWidth(ValueType type) {
   switch (type) {
-    case SA_IMM_ATTR_SAINT32T:
-    case SA_IMM_ATTR_SAUINT32T:
+    case ValueType::kInt32:
+    case ValueType::kUint32:
       return 32;
-    case SA_IMM_ATTR_SAINT64T:
-    case SA_IMM_ATTR_SAUINT64T:
-    case SA_IMM_ATTR_SATIMET:
+    case ValueType::kInt64:
+    case ValueType::kUint64:
+    case ValueType::kTime:
       return 64;
     default:
       return 0;
   }
 }
 
-bool ValueText::isSignedInteger(uint32_t type) {
-  return type == SA_IMM_ATTR_SAINT32T || type == SA_IMM_ATTR_SAINT64T || type == SA_IMM_ATTR_SATIMET;
+bool ValueText::isSignedInteger(ValueType type) {
+  return type == ValueType::kInt32 || type == ValueType::kInt64 || type == ValueType::kTime;
 }
 
-bool ValueText::isFloating(uint32_t type) { return type == SA_IMM_ATTR_SAFLOATT || type == SA_IMM_ATTR_SADOUBLET; }
+bool ValueText::isFloating(ValueType type) { return type == ValueType::kFloat || type == ValueType::kDouble; }
 
-bool ValueText::parseSigned(uint32_t type, const std::string& text, long long& value) {
+bool ValueText::parseSigned(ValueType type, const std::string& text, long long& value) {
   if (!isSignedInteger(type) || !startsLikeNumber(text, true)) return false;
   char* tail = nullptr;
   errno = 0;
@@ -102,7 +102,7 @@ bool ValueText::parseSigned(uint32_t type, const std::string& text, long long& v
          (value >= std::numeric_limits<int32_t>::min() && value <= std::numeric_limits<int32_t>::max());
 }
 
-bool ValueText::parseUnsigned(uint32_t type, const std::string& text, unsigned long long& value) {
+bool ValueText::parseUnsigned(ValueType type, const std::string& text, unsigned long long& value) {
   if (integerWidth(type) == 0 || isSignedInteger(type) || !startsLikeNumber(text, false)) return false;
   char* tail = nullptr;
   errno = 0;

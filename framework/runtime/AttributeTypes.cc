@@ -3,8 +3,8 @@
 #include "common/Log.h"
 #include "icti/ValueText.h"
 
-uint32_t AttributeTypes::attributeTypeFromText(const std::string& typeName) {
-  uint32_t type = ValueText::typeOfName(typeName);
-  if (type == 0) TAV_LOG(ERROR, "Unsupported type: %s", typeName.c_str());
+ValueType AttributeTypes::attributeTypeFromText(const std::string& typeName) {
+  ValueType type = ValueText::typeOfName(typeName);
+  if (type == ValueType::kNone) TAV_LOG(ERROR, "Unsupported type: %s", typeName.c_str());
   return type;
 }

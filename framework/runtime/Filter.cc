@@ -17,7 +17,7 @@ bool Filter::applies(InstanceIf& instance, unsigned int index) {
     AttributeInternalIf* attribute = instance.getAttribute(attributeName);
     // A missing attribute is no reason to skip the instance.
     if (attribute == nullptr) return true;
-    const uint32_t type = attribute->getType();
+    const ValueType type = attribute->getType();
     if (ValueText::isNumber(type) && !AttributeValue::fits(type, expected)) {
       failure_ = "oldAttributeValue " + expected + " is no " + ValueText::typeName(type) + " value of attribute " +
                  attributeName + " of " + instance.getLdn();

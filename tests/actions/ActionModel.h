@@ -50,7 +50,7 @@ inline Op op(const std::string& attributes) {
 
 struct Attr {
   std::string name;
-  uint32_t type;
+  ValueType type;
   Strings values;
 };
 
@@ -101,7 +101,7 @@ class ActionModel : public IctiHandlerIf {
     return *instance;
   }
   // Sets (or adds) the attribute to exactly `values`.
-  static void set(InstanceIf& instance, const std::string& name, uint32_t type, const Strings& values) {
+  static void set(InstanceIf& instance, const std::string& name, ValueType type, const Strings& values) {
     instance.eraseAttribute(name);
     AttributeInternalIf* attribute = nullptr;
     instance.addAttribute(name, type, &attribute);
@@ -112,7 +112,7 @@ class ActionModel : public IctiHandlerIf {
     AttributeInternalIf* attribute = instance.getAttribute(name);
     if (attribute == nullptr) return {"<absent>"};
     Strings texts;
-    for (uint32_t i = 0; i < attribute->getNumberOfValues(); ++i) texts.push_back(attribute->readValueAtIndex(i));
+    for (uint32_t i = 0; i < attribute->getNumberOfValues(); ++i) texts.push_back(*attribute->readValueAtIndex(i));
     return texts;
   }
   // The distinguished names of the class's instances, in group order.

@@ -8,7 +8,7 @@
 #include "LogRecorder.h"
 #include "actions/AddArrayElementAction.h"
 #include "actions/RemoveArrayElementAction.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ TEST(AddArrayElementActionTest, AddsTheValuesWhereAsked) {
     SCOPED_TRACE(c.args);
     ActionModel model;
     InstanceIf& cell = model.add(
-        "Cell", "", "1", {{"list", SA_IMM_ATTR_SAINT32T, {"1", "2"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9"}}});
+        "Cell", "", "1", {{"list", ValueType::kInt32, {"1", "2"}}, {"more", ValueType::kInt64, {"8", "9"}}});
     EXPECT_TRUE(model.run(action, "Cell", argsOf(std::string("name=list ") + c.args), c.operations));
     EXPECT_EQ(c.after, ActionModel::values(cell, "list"));
   }
@@ -42,7 +42,7 @@ TEST(AddArrayElementActionTest, AbsentAttributeIsCreatedWithTheGivenType) {
   AddArrayElementAction action;
   EXPECT_TRUE(model.run(action, "Cell", {{"name", "list"}, {"elementValue", "7"}, {"type", "SA_UINT32_T"}}));
   EXPECT_EQ(Strings{"7"}, ActionModel::values(cell, "list"));
-  EXPECT_EQ(uint32_t{SA_IMM_ATTR_SAUINT32T}, cell.getAttribute("list")->getType());
+  EXPECT_EQ(ValueType::kUint32, cell.getAttribute("list")->getType());
 }
 
 TEST(AddArrayElementActionTest, FailuresAddNoValue) {
@@ -57,7 +57,7 @@ TEST(AddArrayElementActionTest, FailuresAddNoValue) {
   for (const auto& c : cases) {
     ActionModel model;
     InstanceIf& cell = model.add(
-        "Cell", "", "1", {{"list", SA_IMM_ATTR_SAINT32T, {"1"}}, {"more", SA_IMM_ATTR_SAINT64T, {"8", "9999999999"}}});
+        "Cell", "", "1", {{"list", ValueType::kInt32, {"1"}}, {"more", ValueType::kInt64, {"8", "9999999999"}}});
     EXPECT_FALSE(model.run(action, "Cell", {{"name", "list"}}, {c.operation}));
     EXPECT_EQ(Strings{c.failure}, model.failures);
     EXPECT_EQ(Strings{"1"}, ActionModel::values(cell, "list"));
@@ -97,7 +97,7 @@ struct Removal {
 // Runs the action on one instance whose string attribute "list" holds `values`.
 Removal removeFrom(const Strings& values, Args args) {
   ActionModel model;
-  InstanceIf& cell = model.add("Cell", "", "1", {{"list", SA_IMM_ATTR_SASTRINGT, values}});
+  InstanceIf& cell = model.add("Cell", "", "1", {{"list", ValueType::kString, values}});
   if (std::none_of(args.begin(), args.end(), [](const auto& arg) { return arg.first == "name"; })) {
     args.emplace_back("name", "list");
   }

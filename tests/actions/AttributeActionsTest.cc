@@ -9,7 +9,7 @@
 #include "actions/DeleteMoTypeAction.h"
 #include "actions/RemoveAttributeAction.h"
 #include "actions/RenameAttributeAction.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -19,8 +19,8 @@ const Strings kAbsent = {"<absent>"};
 class AttributeActionsTest : public testing::Test {
  protected:
   AttributeActionsTest()
-      : first(model.add("Cell", "ME=1", "1", {{"old", SA_IMM_ATTR_SAINT32T, {"1", "2"}}})),
-        second(model.add("Cell", "ME=1", "2", {{"old", SA_IMM_ATTR_SAINT32T, {"3"}}})) {}
+      : first(model.add("Cell", "ME=1", "1", {{"old", ValueType::kInt32, {"1", "2"}}})),
+        second(model.add("Cell", "ME=1", "2", {{"old", ValueType::kInt32, {"3"}}})) {}
 
   ActionModel model;
   InstanceIf& first;

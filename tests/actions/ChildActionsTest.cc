@@ -8,7 +8,7 @@
 #include "actions/CreateChildInstanceAction.h"
 #include "actions/CreateChildStructAction.h"
 #include "actions/RemoveChildInstanceAction.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -89,7 +89,7 @@ TEST(CreateChildStructActionTest, NamesTheStructByIdLinksItFromEveryParentOnce) 
   ActionModel model;
   CreateChildStructAction action;
   InstanceIf& first =
-      model.add("Cell", "topId=1", "1", {{"mappingRef", SA_IMM_ATTR_SANAMET, {"id=other,cellId=1,topId=1"}}});
+      model.add("Cell", "topId=1", "1", {{"mappingRef", ValueType::kName, {"id=other,cellId=1,topId=1"}}});
   InstanceIf& second = model.add("Cell", "topId=1", "2");
   const Args args = {{"structType", "Plmn"}, {"childRdnValue", "mapping"}, {"structRefName", "mappingRef"}};
   EXPECT_FALSE(model.run(action, "Cell", args));
@@ -109,7 +109,7 @@ TEST(CreateChildStructActionTest, NamesTheStructByIdLinksItFromEveryParentOnce) 
   EXPECT_EQ((Strings{"id=other,cellId=1,topId=1", "id=mapping,cellId=1,topId=1"}),
             ActionModel::values(first, "mappingRef"));
   EXPECT_EQ(Strings{"id=mapping,cellId=2,topId=1"}, ActionModel::values(second, "mappingRef"));
-  EXPECT_EQ(SA_IMM_ATTR_SANAMET, second.getAttribute("mappingRef")->getType());
+  EXPECT_EQ(ValueType::kName, second.getAttribute("mappingRef")->getType());
   EXPECT_EQ(Strings{}, model.failures);
 }
 

@@ -5,7 +5,7 @@
 #include "ActionModel.h"
 #include "LogRecorder.h"
 #include "actions/RenameENodeBFunctionIdAction.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -23,11 +23,11 @@ InstanceIf& addFunction(ActionModel& model, const RenameENodeBFunctionIdAction& 
   InstanceIf& function = model.add("ENodeBFunction", "managedElementId=1", "1", {}, "oldFunctionId");
   if (missing == "EUtranCellFDD") return function;
   model.add("EUtranCellFDD", kFunction, "1",
-            {{"sectorCarrierRef", SA_IMM_ATTR_SANAMET, {kCarrier}}, {"userLabel", SA_IMM_ATTR_SASTRINGT, {kCarrier}}});
+            {{"sectorCarrierRef", ValueType::kName, {kCarrier}}, {"userLabel", ValueType::kString, {kCarrier}}});
   model.add("EUtranCellFDD", "otherFunctionId=2,managedElementId=1", "1");
   model.add("EUtranCellRelation", std::string("eUtranFreqRelationId=1,") + kCell, "1");
   model.add("SectorCarrier", kFunction, "1",
-            {{"reservedBy", SA_IMM_ATTR_SASTRINGT, {kCell, "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1"}}});
+            {{"reservedBy", ValueType::kString, {kCell, "eUtranCellFDDId=1,otherFunctionId=2,managedElementId=1"}}});
   model.add("PlmnIdentity", kCell, "activePlmnList_0", {}, "id");
   return function;
 }

@@ -2,7 +2,7 @@
 
 #include "ActionModel.h"
 #include "actions/RenameMoTypeAction.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
@@ -11,10 +11,10 @@ namespace {
 class RenameMoTypeActionTest : public testing::Test {
  protected:
   RenameMoTypeActionTest()
-      : foo1(model.add("Foo", "ME=1", "1", {{"settings", SA_IMM_ATTR_SANAMET, {"id=settings_0,fooId=1,ME=1"}}})),
+      : foo1(model.add("Foo", "ME=1", "1", {{"settings", ValueType::kName, {"id=settings_0,fooId=1,ME=1"}}})),
         referrer(model.add("Ref", "ME=1", "1",
                            {{"fooRef",
-                             SA_IMM_ATTR_SANAMET,
+                             ValueType::kName,
                              {"fooId=2,ME=1", "xfooId=1,ME=1", "childId=1,fooId=1,ME=1", "fooIdx=1,ME=1"}}})) {
     model.add("Foo", "ME=1", "2");
     model.add("FooSettings", "fooId=1,ME=1", "settings_0", {}, "id");
@@ -76,7 +76,7 @@ TEST_F(RenameMoTypeActionTest, ArgumentRules) {
 }
 
 TEST_F(RenameMoTypeActionTest, NumberingStopsAtTheFirstGap) {
-  ActionModel::set(foo1, "otherRef", SA_IMM_ATTR_SANAMET, {"fooId=2,ME=1"});
+  ActionModel::set(foo1, "otherRef", ValueType::kName, {"fooId=2,ME=1"});
   EXPECT_TRUE(
       run(argsOf("newName=Bar morefAttr1=fooRef referringMoType1=Ref morefAttr3=otherRef referringMoType3=NoSuchClass "
                  "descendant2=Child")));
@@ -121,10 +121,10 @@ TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.extra);
     ActionModel fresh;
-    fresh.add("Foo", "ME=1", "1", {{"settings", SA_IMM_ATTR_SANAMET, {"id=settings_0,fooId=1,ME=1"}}});
+    fresh.add("Foo", "ME=1", "1", {{"settings", ValueType::kName, {"id=settings_0,fooId=1,ME=1"}}});
     fresh.add("Foo", "ME=1", "2");
     fresh.group("Child");
-    fresh.add("Ref", "ME=1", "1", {{"fooRef", SA_IMM_ATTR_SANAMET, {}}});
+    fresh.add("Ref", "ME=1", "1", {{"fooRef", ValueType::kName, {}}});
     fresh.add("Ref", "ME=1", "2");
     fresh.defined.insert("Nowhere");
     fresh.run(action, "Foo", argsOf(std::string("newName=Bar ") + c.extra));

@@ -9,17 +9,17 @@
 #include "actions/SetAttributeValueAction.h"
 #include "actions/SetStructAttributeValueAction.h"
 #include "icti/AttributeValue.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 namespace {
 
-constexpr uint32_t kI32 = SA_IMM_ATTR_SAINT32T, kU32 = SA_IMM_ATTR_SAUINT32T, kI64 = SA_IMM_ATTR_SAINT64T,
-                   kU64 = SA_IMM_ATTR_SAUINT64T, kDouble = SA_IMM_ATTR_SADOUBLET, kString = SA_IMM_ATTR_SASTRINGT,
-                   kName = SA_IMM_ATTR_SANAMET, kAny = SA_IMM_ATTR_SAANYT;
+constexpr ValueType kI32 = ValueType::kInt32, kU32 = ValueType::kUint32, kI64 = ValueType::kInt64,
+                   kU64 = ValueType::kUint64, kDouble = ValueType::kDouble, kString = ValueType::kString,
+                   kName = ValueType::kName, kAny = ValueType::kAny;
 
 TEST(AttributeValueTest, JudgesTheTextByTheType) {
   const struct {
-    uint32_t type;
+    ValueType type;
     Strings fitting;
     Strings notFitting;
   } cases[] = {{kI32, {"2147483647", "-2147483648", "+7"}, {"2147483648", "-2147483649", "12x", "", " 5", "-", "1.5"}},
@@ -31,9 +31,9 @@ TEST(AttributeValueTest, JudgesTheTextByTheType) {
                {kName, {std::string(599, 'n')}, {std::string(600, 'n')}},
                {kAny, {}, {"00ff"}}};
   for (const auto& c : cases) {
-    for (const std::string& text : c.fitting) EXPECT_TRUE(AttributeValue::fits(c.type, text)) << c.type << " " << text;
+    for (const std::string& text : c.fitting) EXPECT_TRUE(AttributeValue::fits(c.type, text)) << codeOf(c.type) << " " << text;
     for (const std::string& text : c.notFitting) {
-      EXPECT_FALSE(AttributeValue::fits(c.type, text)) << c.type << " " << text;
+      EXPECT_FALSE(AttributeValue::fits(c.type, text)) << codeOf(c.type) << " " << text;
     }
   }
 }
@@ -56,7 +56,7 @@ SetRun setOn(std::vector<Attr> attributes, const Args& args, const std::vector<O
 TEST(SetAttributeValueActionTest, EveryOperatorWorksInTheTypesWidth) {
   // "<before> <operator> <operand> -> <after>"
   const struct {
-    uint32_t type;
+    ValueType type;
     Strings changes;
   } cases[] = {
       // Each operator once; the arithmetic of every type is the attribute's own.
@@ -87,7 +87,7 @@ TEST(SetAttributeValueActionTest, EveryOperatorWorksInTheTypesWidth) {
 
 TEST(SetAttributeValueActionTest, RangesChangeOnlyTheValuesWithinTheirInclusiveBounds) {
   const struct {
-    uint32_t type;
+    ValueType type;
     Strings before;
     const char* range;
     Strings after;
@@ -112,7 +112,7 @@ TEST(SetAttributeValueActionTest, FailuresAreReportedAndChangeNothing) {
   // On x of `type` holding `before` (or on an absent y); d holds 1.5 and list 1 and 2.
   const struct {
     const char* name;
-    uint32_t type;
+    ValueType type;
     const char* before;
     const char* operation;
     std::string failure;

@@ -6,7 +6,6 @@
 #include <random>
 
 #include "LogRecorder.h"
-#include "PlatformRecords.h"
 
 namespace {
 
@@ -26,7 +25,7 @@ class PlainInstance : public InstanceIf {
   std::string getParentName() const override { return parent_; }
   std::vector<std::pair<std::string, AttributeInternalIf*>> getAttributes() const override { return {}; }
   AttributeInternalIf* getAttribute(const std::string&) const override { return nullptr; }
-  bool addAttribute(const std::string&, uint32_t, AttributeInternalIf**) override { return false; }
+  bool addAttribute(const std::string&, ValueType, AttributeInternalIf**) override { return false; }
   std::string getRdn() const override { return rdn_; }
   bool setRdn(const std::string& rdn) override {
     rdn_ = rdn;
@@ -72,29 +71,6 @@ TEST(InstanceGroupTest, CreateInstanceNamesItAfterTheClassOrTheStructOrTheTarget
   pairs.createInstance("Top=1", "1", true, "Pair");
   EXPECT_TRUE(pairs.isStructGroup());
   EXPECT_EQ("id=2,Top=1", pairs.createInstance("Top=1", "2", false, "")->getLdn());
-
-  PlatformRecords records;
-  InstanceGroup keyed(records.group("NsFoo", {}), "key", "Ns");
-  EXPECT_EQ("key=1,Top=1", keyed.createInstance("Top=1", "1", true, "")->getLdn());
-}
-
-TEST(InstanceGroupTest, FromRecordKeepsOrderAndDropsThePrefix) {
-  PlatformRecords records;
-  SafcImmCtInstanceGroupT* record =
-      records.group("NsFoo", {{"Top=1", {{"fooId", SA_IMM_ATTR_SASTRINGT, {"b"}}}},
-                              {"Top=1", {{"fooId", SA_IMM_ATTR_SASTRINGT, {"a"}}}},
-                              {std::nullopt, {{"fooId", SA_IMM_ATTR_SASTRINGT, {"c"}}}}});
-  InstanceGroup group(record, "", "Ns");
-  EXPECT_EQ("Foo", group.getClassName());
-  EXPECT_EQ("NsFoo", group.getImmClassName());
-  EXPECT_TRUE(logged("InstanceGroup::InstanceGroup(SafcImmCtInstanceGroupT *, string)"));
-  EXPECT_TRUE(logged("Creating instance group Foo"));
-  EXPECT_EQ((std::vector<std::string>{"fooId=b,Top=1", "fooId=a,Top=1", "fooId=c"}), ldnsOf(group.getInstances()));
-  EXPECT_EQ((std::vector<std::string>{"fooId=b,Top=1", "fooId=a,Top=1"}), ldnsOf(group.getChildInstances("Top=1")));
-  EXPECT_EQ(3u, group.getNumberOfInstances());
-
-  EXPECT_EQ("NsFoo", InstanceGroup(record, "").getClassName());
-  EXPECT_EQ("NsFoo", InstanceGroup(record, "", "Other").getClassName());
 }
 
 TEST(InstanceGroupTest, EraseUnlinksButKeepsTheInstance) {
@@ -236,63 +212,6 @@ TEST(InstanceGroupIndexTest, AgreesWithAWalkOverRandomChanges) {
     ASSERT_EQ(children, group.getChildInstances(p)) << "step " << step;
     ASSERT_EQ(found, group.getInstance(ldn)) << "step " << step << " " << ldn;
   }
-}
-
-// ---------------------------------------------------------------------------
-// Platform records for writing.
-
-std::vector<InstanceData> everyType() {
-  return {
-      {"Top=1,Root=1",
-       {{"any", SA_IMM_ATTR_SAANYT, {"00ff10", ""}},
-        {"d", SA_IMM_ATTR_SADOUBLET, {"0.125", "-3"}},
-        {"empty", SA_IMM_ATTR_SAINT32T, {}},
-        {"fooId", SA_IMM_ATTR_SASTRINGT, {"1"}},
-        {"i", SA_IMM_ATTR_SAINT32T, {"-2147483648", "7"}},
-        {"l", SA_IMM_ATTR_SAINT64T, {"-9223372036854775807"}},
-        {"n", SA_IMM_ATTR_SANAMET, {"A=1,B=2", "C=3"}},
-        {"s", SA_IMM_ATTR_SASTRINGT, {"text", ""}},
-        {"u", SA_IMM_ATTR_SAUINT32T, {"4294967295"}},
-        {"ul", SA_IMM_ATTR_SAUINT64T, {"18446744073709551615", "0"}}}},
-      {std::nullopt, {{"fooId", SA_IMM_ATTR_SASTRINGT, {"2"}}}},
-  };
-}
-
-TEST(InstanceGroupRecordTest, RoundTripGivesEqualRecords) {
-  PlatformRecords records;
-  SafcImmCtInstanceGroupT* read = records.group("NsFoo", everyType());
-  InstanceGroup group(read, "", "Ns");
-  SafcImmCtInstanceGroupT* written = group.createInstanceGroupRecord();
-  ASSERT_NE(nullptr, written);
-  EXPECT_EQ(describe(read), describe(written));
-  EXPECT_EQ(group.getImmClassName().c_str(), written->className);
-  InstanceGroup::freeInstanceGroupRecord(written);
-  InstanceGroup empty("Ns", "Foo");  // the record borrows its names
-  written = empty.createInstanceGroupRecord();
-  EXPECT_EQ("class NsFoo\n", describe(written));
-  InstanceGroup::freeInstanceGroupRecord(written);
-}
-
-TEST(InstanceGroupRecordTest, ReflectsChanges) {
-  PlatformRecords records;
-  InstanceGroup group(records.group("NsFoo", everyType()), "", "Ns");
-  group.eraseInstance("fooId=2");
-  InstanceIf* created = group.createInstance("Top=1", "3", false, "");
-  created->addAttribute("z", SA_IMM_ATTR_SANAMET);
-  created->getAttribute("z")->addCopy(std::string(700, 'q').c_str());
-  group.getFirstInstance()->eraseAttribute("any");
-
-  SafcImmCtInstanceGroupT* written = group.createInstanceGroupRecord();
-  ASSERT_NE(nullptr, written);
-  ASSERT_NE(nullptr, written->instances[0]);
-  ASSERT_NE(nullptr, written->instances[1]);
-  EXPECT_EQ(nullptr, written->instances[2]);
-  EXPECT_EQ("d", std::string(written->instances[0]->attrValues[0]->attrName));
-  const std::string text = describe(written);
-  EXPECT_EQ("instance parent=Top=1#5\n  fooId:9[1] '3'\n  z:6[1] " + std::string(599, 'q') + "#700\n",
-            text.substr(text.find("instance parent=Top=1#5")));
-  InstanceGroup::freeInstanceGroupRecord(written);
-  InstanceGroup::freeInstanceGroupRecord(nullptr);
 }
 
 }  // namespace

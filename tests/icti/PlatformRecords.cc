@@ -29,7 +29,10 @@ void* PlatformRecords::value(SaImmValueTypeT type, const std::string& text) {
     case SA_IMM_ATTR_SAUINT32T:
       return new (make<SaUint32T>()) SaUint32T(static_cast<SaUint32T>(std::strtoul(text.c_str(), nullptr, 10)));
     case SA_IMM_ATTR_SAINT64T:
+    case SA_IMM_ATTR_SATIMET:
       return new (make<SaInt64T>()) SaInt64T(std::strtoll(text.c_str(), nullptr, 10));
+    case SA_IMM_ATTR_SAFLOATT:
+      return new (make<SaFloatT>()) SaFloatT(std::strtof(text.c_str(), nullptr));
     case SA_IMM_ATTR_SAUINT64T:
       return new (make<SaUint64T>()) SaUint64T(std::strtoull(text.c_str(), nullptr, 10));
     case SA_IMM_ATTR_SADOUBLET:
@@ -95,7 +98,11 @@ std::string valueText(SaImmValueTypeT type, const void* value) {
     case SA_IMM_ATTR_SAUINT32T:
       return std::to_string(*static_cast<const SaUint32T*>(value));
     case SA_IMM_ATTR_SAINT64T:
+    case SA_IMM_ATTR_SATIMET:
       return std::to_string(*static_cast<const SaInt64T*>(value));
+    case SA_IMM_ATTR_SAFLOATT:
+      std::snprintf(text, sizeof text, "%.9g", *static_cast<const SaFloatT*>(value));
+      return text;
     case SA_IMM_ATTR_SAUINT64T:
       return std::to_string(*static_cast<const SaUint64T*>(value));
     case SA_IMM_ATTR_SADOUBLET:

@@ -29,7 +29,7 @@ class FilterTest : public testing::Test {
     ON_CALL(instance, getParentName()).WillByDefault(Return("Top=1"));
     ON_CALL(instance, getAttribute(_)).WillByDefault(Return(nullptr));
     ON_CALL(instance, getAttribute("counter")).WillByDefault(Return(&counter));
-    ON_CALL(counter, getType()).WillByDefault(Return(SA_IMM_ATTR_SAINT32T));
+    ON_CALL(counter, getType()).WillByDefault(Return(ValueType::kInt32));
     ON_CALL(counter, valueEqualsAtIndex(_, _)).WillByDefault(Return(false));
     ON_CALL(counter, valueEqualsAtIndex(0, StrEq("5"))).WillByDefault(Return(true));
     ON_CALL(counter, valueEqualsAtIndex(1, StrEq("7"))).WillByDefault(Return(true));
@@ -84,7 +84,7 @@ TEST(AttributeTypesTest, MapsEveryTypeNameAndNothingElse) {
       {"SA_NAME_T", 6},  {"SA_FLOAT_T", 7},  {"SA_DOUBLE_T", 8}, {"SA_STRING_T", 9},  {"SA_ANY_T", 10},
       {"sa_int32_t", 0}, {"SA_INT32_T ", 0}, {"", 0}};
   for (const auto& [name, type] : cases) {
-    EXPECT_EQ(type, AttributeTypes::attributeTypeFromText(name)) << name;
+    EXPECT_EQ(type, static_cast<uint32_t>(AttributeTypes::attributeTypeFromText(name))) << name;
     EXPECT_EQ(type == 0, LogRecorder::installed().contains(std::string("Unsupported type: ") + name)) << name;
   }
 }

@@ -11,7 +11,7 @@
 class MockAttribute : public AttributeInternalIf {
  public:
   MOCK_METHOD(std::string, getName, (), (const, override));
-  MOCK_METHOD(uint32_t, getType, (), (const, override));
+  MOCK_METHOD(ValueType, getType, (), (const, override));
   MOCK_METHOD(uint32_t, getNumberOfValues, (), (const, override));
   MOCK_METHOD(bool, addCopy, (const char* value), (override));
   MOCK_METHOD(bool, addCopy, (const std::vector<uint8_t>& value), (override));
@@ -20,7 +20,7 @@ class MockAttribute : public AttributeInternalIf {
   MOCK_METHOD(bool, setValueAtIndex, (uint32_t index, const char* value), (override));
   MOCK_METHOD(bool, setRawDataValueAtIndex, (uint32_t index, const std::vector<uint8_t>& value), (override));
   MOCK_METHOD(bool, valueEqualsAtIndex, (uint32_t index, const char* value), (override));
-  MOCK_METHOD(const char*, readValueAtIndex, (uint32_t index), (override));
+  MOCK_METHOD(std::optional<std::string>, readValueAtIndex, (uint32_t index), (override));
   MOCK_METHOD(std::vector<uint8_t>, getRawDataValueAtIndex, (uint32_t index), (override));
   MOCK_METHOD(bool, addIntegerAtIndex, (uint32_t index, const char* value), (override));
   MOCK_METHOD(bool, substractIntegerAtIndex, (uint32_t index, const char* value), (override));
@@ -36,8 +36,6 @@ class MockAttribute : public AttributeInternalIf {
   MOCK_METHOD(bool, getValue, (uint32_t index, AttributeValue* value), (const, override));
   MOCK_METHOD(bool, insertValue, (uint32_t index, const AttributeValue& value), (override));
 
-  MOCK_METHOD(void, init, (const SaImmAttrValuesT_2* record), (override));
-  MOCK_METHOD(SaImmAttrValuesT_2*, createAttrValues, (), (override));
   MOCK_METHOD(bool, hasValueAtIndex, (uint32_t index), (override));
   MOCK_METHOD(void, setName, (const char* name), (override));
 };

@@ -13,7 +13,7 @@ class MockInstance : public InstanceIf {
   MOCK_METHOD(std::string, getParentName, (), (const, override));
   MOCK_METHOD((std::vector<std::pair<std::string, AttributeInternalIf*>>), getAttributes, (), (const, override));
   MOCK_METHOD(AttributeInternalIf*, getAttribute, (const std::string& name), (const, override));
-  MOCK_METHOD(bool, addAttribute, (const std::string& name, uint32_t type, AttributeInternalIf** created),
+  MOCK_METHOD(bool, addAttribute, (const std::string& name, ValueType type, AttributeInternalIf** created),
               (override));
   MOCK_METHOD(std::string, getRdn, (), (const, override));
   MOCK_METHOD(bool, setRdn, (const std::string& rdn), (override));

@@ -42,7 +42,7 @@ bool removesClass(const std::string& action) {
 
 // Whether `text` is a value of IMM type `type`, as the actions convert it.
 bool fits(int type, const std::string& text) {
-  const uint32_t code = static_cast<uint32_t>(type);
+  const ValueType code = static_cast<ValueType>(type);
   if (ValueText::integerWidth(code) != 0) {
     long long signedValue;
     unsigned long long unsignedValue;
@@ -196,7 +196,7 @@ void ModelRules::judgeValues(const ActionSite& site) {
   }
   if (target == nullptr) return;
   const std::string* type = site.arg("type");
-  const std::string modelType = ValueText::typeName(static_cast<uint32_t>(target->type));
+  const std::string modelType = ValueText::typeName(static_cast<ValueType>(target->type));
   if (type != nullptr && *type != modelType) {
     atArg(site, "type", Severity::kError,
           site.action + ": type " + *type + " does not fit attribute " + target->name +
@@ -220,7 +220,7 @@ void ModelRules::judgeValue(const ActionSite& site, const std::string& what, lon
                             const SimImmAttrDef& def) {
   if (fits(def.type, text)) return;
   const std::string message = site.action + ": " + what + " " + text + " is no " +
-                              ValueText::typeName(static_cast<uint32_t>(def.type)) + " value of attribute " + def.name;
+                              ValueText::typeName(static_cast<ValueType>(def.type)) + " value of attribute " + def.name;
   if (line == 0) return atAction(site, Severity::kError, message);
   found_.push_back({file_, line, locator_.column(line, ""), Severity::kError, message});
 }

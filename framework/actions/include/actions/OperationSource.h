@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "icti/AttributeValue.h"
+#include "icti/ValueType.h"
 #include "icti/IctiHandlerIf.h"
 #include "icti/InstanceIf.h"
 #include "runtime/OperationArgumentIf.h"
@@ -28,7 +29,7 @@ class OperationSource {
     std::vector<AttributeValue> values;
     // The IMM value type the values came with; 0 for a literal, which has
     // none of its own.
-    uint32_t type = 0;
+    ValueType type = ValueType::kNone;
   };
 
   OperationSource(IctiHandlerIf& ictiHandler, const char* actionName)

@@ -50,7 +50,7 @@ class ValueOperations {
   // The attribute `name` of `target` that values go to; created when
   // absent, with the `type` argument or else `sourceType` (0: none). Null
   // (reported) when it cannot be created or names the instance.
-  AttributeInternalIf* targetAttribute(InstanceIf& target, const std::string& name, uint32_t sourceType);
+  AttributeInternalIf* targetAttribute(InstanceIf& target, const std::string& name, ValueType sourceType);
   // `values` converted to the attribute's type, in order; false (reported)
   // when one does not fit.
   bool convertAll(AttributeInternalIf& attribute, const std::vector<AttributeValue>& values, const std::string& ldn,
@@ -66,7 +66,7 @@ class ValueOperations {
  private:
   struct Operator;
   static const Operator* findOperator(const std::string& text);
-  static bool definedFor(const Operator& op, uint32_t type);
+  static bool definedFor(const Operator& op, ValueType type);
 
   bool applyOne(const OperationArgumentIf& operation, InstanceIf& owner, InstanceIf& target, const std::string& name,
                 const PositionFilter& admits, bool wholeAssignment);

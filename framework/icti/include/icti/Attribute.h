@@ -1,9 +1,10 @@
-// The attribute classes of the instance model: Attribute<T> for the ten IMM
-// value types, each bound to one IMM value type code:
+// The attribute classes of the instance model: Attribute<T> for the ten
+// value types, each bound to one ValueType:
 //
-//   int (1), unsigned int (2), long long (3), unsigned long long (4),
-//   SaTimeTag (5, SaTimeT), SaNameT (6), float (7), double (8),
-//   char* (9, SaStringT), SaAnyT (10).
+//   int (kInt32), unsigned int (kUint32), long long (kInt64),
+//   unsigned long long (kUint64), attribute_storage::Time (kTime),
+//   attribute_storage::Name (kName), float (kFloat), double (kDouble),
+//   char* (kString), attribute_storage::Bytes (kAny).
 //
 // Numbers are read as ValueText reads them (an empty text is 0) and written
 // in decimal, floating-point numbers in the shortest text that reads back to
@@ -13,10 +14,9 @@
 // operation fails without changing anything.
 //
 // Storage is compact: a name value keeps its text (at most 599 characters)
-// and its length field, not a whole name record; the name records a write
-// needs are built by createAttrValues in the block of the record's pointer
-// array, so they go when the writer frees that array. Strings and byte
-// buffers are heap copies owned by the attribute.
+// and its length field; strings and byte buffers are heap copies owned by
+// the attribute. The values are laid out so that the write records of the
+// ICTI boundary (ImmRecords) can borrow them.
 //
 // An attribute belongs to one instance and is used by one thread at a time.
 
@@ -27,27 +27,25 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "icti/AttributeInternalIf.h"
 #include "icti/AttributeValue.h"
-#include "saAis.h"
-
-// The tag of time attributes: SaTimeT is a plain 64-bit integer, so time
-// needs a type of its own to be told from long long.
-struct SaTimeTag {};
+#include "icti/ValueType.h"
 
 // What every attribute type shares: its name (a heap copy it owns) and the
 // factory by IMM value type code. An instance keeps its attributes through
 // this class so that it can order them by name without copying names.
 class AttributeBase : public AttributeInternalIf {
  public:
-  // An empty attribute of the IMM value type code, or null for a code that
-  // is no IMM value type.
-  static AttributeBase* create(const std::string& name, uint32_t type);
+  // An empty attribute of the type, or null for kNone or a code that is no
+  // value type.
+  static std::unique_ptr<AttributeBase> create(const std::string& name, ValueType type);
 
   ~AttributeBase() override;
   AttributeBase(const AttributeBase&) = delete;
@@ -59,6 +57,9 @@ class AttributeBase : public AttributeInternalIf {
 
   // The name copy itself: valid until the next setName.
   const char* name() const { return name_; }
+
+  // Traces the attribute and its values as they go to the node.
+  virtual void traceWrite() const = 0;
 
  protected:
   explicit AttributeBase(const char* name);
@@ -74,7 +75,17 @@ namespace attribute_storage {
 // it was made from.
 struct Name {
   char* text;
-  SaUint16T length;
+  uint16_t length;
+};
+
+// The tag of time attributes: time is a plain 64-bit count, so it needs a
+// type of its own to be told from long long.
+struct Time {};
+
+// A byte buffer: `size` bytes at `data` (null when empty).
+struct Bytes {
+  uint64_t size;
+  uint8_t* data;
 };
 
 enum class Relation { kEqual, kLess, kGreater };
@@ -142,21 +153,9 @@ struct Storage {
 };
 
 template <>
-struct Storage<SaNameT> {
-  using Value = Name;
-};
-
-template <>
-struct Storage<SaTimeTag> {
+struct Storage<Time> {
   using Value = long long;
 };
-
-// The text of a name record as readers see it: up to its first NUL, at most
-// 599 characters and no more than its length field says.
-std::string nameText(const SaNameT& record);
-// Fills a name record from text: the length field takes the full length of
-// the text, the value area at most 599 characters and a closing NUL.
-void fillNameRecord(const char* text, SaNameT& record);
 
 }  // namespace attribute_storage
 
@@ -168,7 +167,7 @@ class Attribute : public AttributeBase {
   explicit Attribute(const char* name);
   ~Attribute() override;
 
-  uint32_t getType() const override;
+  ValueType getType() const override;
   uint32_t getNumberOfValues() const override { return values_.size(); }
 
   bool addCopy(const char* value) override;
@@ -178,7 +177,7 @@ class Attribute : public AttributeBase {
   bool setValueAtIndex(uint32_t index, const char* value) override;
   bool setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) override;
   bool valueEqualsAtIndex(uint32_t index, const char* value) override;
-  const char* readValueAtIndex(uint32_t index) override;
+  std::optional<std::string> readValueAtIndex(uint32_t index) override;
   std::vector<uint8_t> getRawDataValueAtIndex(uint32_t index) override;
 
   bool addIntegerAtIndex(uint32_t index, const char* value) override;
@@ -196,9 +195,14 @@ class Attribute : public AttributeBase {
   bool getValue(uint32_t index, AttributeValue* value) const override;
   bool insertValue(uint32_t index, const AttributeValue& value) override;
 
-  void init(const SaImmAttrValuesT_2* record) override;
-  SaImmAttrValuesT_2* createAttrValues() override;
   bool hasValueAtIndex(uint32_t index) override;
+  void traceWrite() const override;
+
+  // The values in index order, for the write records that borrow them.
+  const attribute_storage::ValueList<Value>& values() const { return values_; }
+  // Appends a copy of a value read from the node, the `position`th of what
+  // was read. A name's text must be terminated; a null string reads as "".
+  void appendRead(const Value& value, uint32_t position);
 
   // One value from text; the caller owns what it points to. False (logged)
   // when the text is no value of the type.
@@ -215,8 +219,8 @@ class Attribute : public AttributeBase {
   void refuseImproperShift(const char* operation, int count) const;
   bool hasValue(uint32_t index) const { return index < values_.size(); }
   // A value's text for messages: "(null)" past the end.
-  const char* valueText(uint32_t index) const;
-  Value copyOf(const void* platformValue) const;
+  std::string valueText(uint32_t index) const;
+  Value copyOf(const Value& value) const;
   // The stored form of a value of this attribute's own type.
   Value storedFormOf(const AttributeValue& value) const;
   void release(Value& value) const;
@@ -228,11 +232,11 @@ extern template class Attribute<int>;
 extern template class Attribute<unsigned int>;
 extern template class Attribute<long long>;
 extern template class Attribute<unsigned long long>;
-extern template class Attribute<SaTimeTag>;
+extern template class Attribute<attribute_storage::Time>;
 extern template class Attribute<float>;
 extern template class Attribute<double>;
-extern template class Attribute<SaNameT>;
+extern template class Attribute<attribute_storage::Name>;
 extern template class Attribute<char*>;
-extern template class Attribute<SaAnyT>;
+extern template class Attribute<attribute_storage::Bytes>;
 
 #endif

@@ -12,18 +12,19 @@
 #define VOSK_ICTI_ATTRIBUTE_IF_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "icti/AttributeValue.h"
+#include "icti/ValueType.h"
 
 class AttributeIf {
  public:
   virtual ~AttributeIf() = default;
 
   virtual std::string getName() const = 0;
-  // The IMM value type code (SA_IMM_ATTR_*).
-  virtual uint32_t getType() const = 0;
+  virtual ValueType getType() const = 0;
   virtual uint32_t getNumberOfValues() const = 0;
 
   // Appends the value; an empty text appends nothing (but still succeeds)
@@ -38,9 +39,8 @@ class AttributeIf {
   virtual bool setValueAtIndex(uint32_t index, const char* value) = 0;
   virtual bool setRawDataValueAtIndex(uint32_t index, const std::vector<uint8_t>& value) = 0;
   virtual bool valueEqualsAtIndex(uint32_t index, const char* value) = 0;
-  // The value as text, or null past the end. The text lives in a buffer of
-  // the calling thread, valid until its next call.
-  virtual const char* readValueAtIndex(uint32_t index) = 0;
+  // The value as text; none past the end.
+  virtual std::optional<std::string> readValueAtIndex(uint32_t index) = 0;
   virtual std::vector<uint8_t> getRawDataValueAtIndex(uint32_t index) = 0;
 
   virtual bool addIntegerAtIndex(uint32_t index, const char* value) = 0;
@@ -56,11 +56,11 @@ class AttributeIf {
   virtual bool greaterThanAtIndex(uint32_t index, const char* value) = 0;
 
   // The value at `index` with its type; false past the end.
-  virtual bool getValue(uint32_t index, AttributeValue* value) const = 0;
+  [[nodiscard]] virtual bool getValue(uint32_t index, AttributeValue* value) const = 0;
   // Inserts `value` converted to this attribute's type (AttributeValue::
   // convertTo) before the value at `index`; past the end it appends. False,
   // and nothing added, when the value does not convert.
-  virtual bool insertValue(uint32_t index, const AttributeValue& value) = 0;
+  [[nodiscard]] virtual bool insertValue(uint32_t index, const AttributeValue& value) = 0;
   bool addValue(const AttributeValue& value) { return insertValue(getNumberOfValues(), value); }
 };
 

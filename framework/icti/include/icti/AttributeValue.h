@@ -15,13 +15,15 @@
 #include <cstdint>
 #include <string>
 
+#include "icti/ValueType.h"
+
 class AttributeValue {
  public:
-  // No value: type 0.
+  // No value: ValueType::kNone.
   AttributeValue() = default;
 
-  static AttributeValue ofSigned(uint32_t type, long long value);
-  static AttributeValue ofUnsigned(uint32_t type, unsigned long long value);
+  static AttributeValue ofSigned(ValueType type, long long value);
+  static AttributeValue ofUnsigned(ValueType type, unsigned long long value);
   static AttributeValue ofDouble(double value);
   static AttributeValue ofFloat(float value);
   // `length` is the name record's length field, which may claim more than
@@ -33,10 +35,10 @@ class AttributeValue {
   // The value of type `type` that `text` writes; false when the text is no
   // such value: numbers as ValueText reads them, names of at most 599
   // characters, any string; byte buffers have no text.
-  static bool fromText(uint32_t type, const std::string& text, AttributeValue* value);
-  static bool fits(uint32_t type, const std::string& text);
+  [[nodiscard]] static bool fromText(ValueType type, const std::string& text, AttributeValue* value);
+  [[nodiscard]] static bool fits(ValueType type, const std::string& text);
 
-  uint32_t type() const { return type_; }
+  ValueType type() const { return type_; }
   long long asSigned() const { return signed_; }
   unsigned long long asUnsigned() const { return unsigned_; }
   double asDouble() const { return double_; }
@@ -48,15 +50,15 @@ class AttributeValue {
   // Numbers in decimal, floating-point numbers in the shortest text that
   // reads back exactly, names and strings as they are. False for a byte
   // buffer, which has no text.
-  bool toText(std::string* text) const;
+  [[nodiscard]] bool toText(std::string* text) const;
   // This value as one of `type`: itself for its own type, else the value
   // its text gives for `type`. False when there is none.
-  bool convertTo(uint32_t type, AttributeValue* value) const;
+  [[nodiscard]] bool convertTo(ValueType type, AttributeValue* value) const;
   // True for a number equal to zero.
   bool isZero() const;
 
  private:
-  uint32_t type_ = 0;
+  ValueType type_ = ValueType::kNone;
   union {
     long long signed_ = 0;
     unsigned long long unsigned_;

@@ -17,6 +17,7 @@
 #define VOSK_ICTI_ICTI_HANDLER_H
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -25,6 +26,7 @@
 #include "env/Env.h"
 #include "icti/IctiHandlerIf.h"
 
+class ImmRecords;
 class InstanceGroup;
 
 class IctiHandler : public IctiHandlerIf {
@@ -94,6 +96,9 @@ class IctiHandler : public IctiHandlerIf {
   // The group read from the old model and cached; null on failure, with
   // the platform's result in `rc`.
   InstanceGroup* readInstanceGroup(const std::string& immName, SaAisErrorT* rc);
+  // Adds the write record of `group`; when memory runs out, fails the
+  // upgrade and gives false.
+  bool built(ImmRecords& records, const InstanceGroup& group);
   // True for SA_AIS_OK; otherwise fails the upgrade with `failureFormat`
   // filled with `rc` and gives false.
   bool checked(SaAisErrorT rc, const char* failureFormat);
@@ -108,8 +113,8 @@ class IctiHandler : public IctiHandlerIf {
   SafcImmCtSchemaVersionT_2* fromVersion_ = nullptr;
   SafcImmCtSchemaVersionT_2* toVersion_ = nullptr;
   bool versionsRead_ = false;
-  std::map<std::string, InstanceGroup*> instanceGroupMap_;
-  std::map<std::string, InstanceGroup*> instanceGroupMapRTP_;
+  std::map<std::string, std::unique_ptr<InstanceGroup>> instanceGroupMap_;
+  std::map<std::string, std::unique_ptr<InstanceGroup>> instanceGroupMapRTP_;
   std::map<std::string, std::string> configClasses_;
   std::map<std::string, std::string> rtpClasses_;
   // IMM names of the classes whose groups were removed.

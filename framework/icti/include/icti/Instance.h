@@ -1,6 +1,6 @@
-// One managed object of the model held in memory. It is made either from a
-// platform instance record of the old model or from scratch when an action
-// creates an instance; it owns its attributes and keeps them in name order
+// One managed object of the model held in memory. It is made either from
+// what the old model holds (read at the ICTI boundary, ImmRecords) or from
+// scratch when an action creates an instance; it owns its attributes and keeps them in name order
 // (byte-wise comparison).
 //
 // An instance may have an owner that indexes it by name (its instance
@@ -10,13 +10,14 @@
 #ifndef VOSK_ICTI_INSTANCE_H
 #define VOSK_ICTI_INSTANCE_H
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "icti/Attribute.h"
 #include "icti/InstanceIf.h"
-#include "safcImmCt.h"
+#include "icti/ValueType.h"
 
 // The owner's own bookkeeping for one instance, opaque to the instance.
 struct InstanceGroupMember;
@@ -32,20 +33,16 @@ class Instance : public InstanceIf {
     ~Owner() = default;
   };
 
-  // From a platform instance record; the record is only read. `rdnAttribute`
-  // is the class's RDN attribute in the target model, when known: a string
-  // or name attribute of that name carries the RDN. Otherwise the RDN is the
-  // attribute named after the class ("Foo" gives "fooId"), or a string
-  // attribute "id" for a struct. The first match in record order wins. The
-  // RDN follows from the attribute's first value by the conventions of
-  // DistinguishedName::rdnOf.
-  Instance(const SafcImmCtInstanceT* record, const std::string& className, const std::string& rdnAttribute = "");
+  // An instance of the old model being read, below `parentName` (null when
+  // it has none), still without attributes: the reader adds them with
+  // addReadAttribute and then names the instance with nameByAttributes.
+  Instance(const std::string& className, const std::string* parentName);
   // A new instance "<rdnAttribute>=<rdnId>" below `parentName`, with its RDN
   // attribute of type `rdnType` holding the naming value of that RDN
   // (DistinguishedName::namingValueOf: `rdnId`, or the whole RDN when
   // `rdnId` holds "=").
   Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
-           const std::string& className, uint32_t rdnType = SA_IMM_ATTR_SASTRINGT);
+           const std::string& className, ValueType rdnType = ValueType::kString);
   ~Instance() override;
 
   Instance(const Instance&) = delete;
@@ -57,7 +54,18 @@ class Instance : public InstanceIf {
   AttributeInternalIf* getAttribute(const std::string& name) const override;
   // An existing name is logged and left in place; the result is then true
   // with *created null.
-  bool addAttribute(const std::string& name, uint32_t type, AttributeInternalIf** created = nullptr) override;
+  bool addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created = nullptr) override;
+  // addAttribute for the reader: the new attribute, or null when the name
+  // exists already or the type is none (both logged).
+  AttributeBase* addReadAttribute(const std::string& name, ValueType type);
+  // Takes the RDN from the attributes read, given in the order they were
+  // read. `rdnAttribute` is the class's RDN attribute in the target model,
+  // when known: a string or name attribute of that name carries the RDN.
+  // Otherwise the RDN is the attribute named after the class ("Foo" gives
+  // "fooId"), or a string attribute "id" for a struct. The first match wins.
+  // The RDN follows from the attribute's first value by the conventions of
+  // DistinguishedName::rdnOf.
+  void nameByAttributes(const std::vector<AttributeBase*>& readOrder, const std::string& rdnAttribute);
   std::string getRdn() const override { return rdn_; }
   // Renames the RDN attribute and stores the naming value of the new RDN
   // (DistinguishedName::namingValueOf: the part after "=", unescaped, or the
@@ -83,12 +91,14 @@ class Instance : public InstanceIf {
 
  private:
   // Position of the attribute named `name`, or where it would go.
-  std::vector<AttributeBase*>::const_iterator position(const char* name) const;
+  using Attributes = std::vector<std::unique_ptr<AttributeBase>>;
+
+  Attributes::const_iterator position(const char* name) const;
   AttributeBase* find(const std::string& name) const;
-  void insert(AttributeBase* attribute);
+  void insert(std::unique_ptr<AttributeBase> attribute);
   void tellOwner();
 
-  std::vector<AttributeBase*> attributes_;
+  Attributes attributes_;
   std::string parentName_;
   std::string rdn_;
   std::string className_;

@@ -1,6 +1,6 @@
 // All instances of one IMM class held in memory while the upgrade actions
-// run, in a stable order: first the order of the platform record, then the
-// instances added later.
+// run, in a stable order: first the order the old model gave them in, then
+// the instances added later.
 //
 // Lookups by distinguished name and by parent do not walk the list: the
 // group keeps a hash index by distinguished name and, per parent name, the
@@ -31,17 +31,16 @@
 
 #include "icti/Instance.h"
 #include "icti/InstanceGroupIf.h"
-#include "safcImmCt.h"
 
 class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
  public:
   // An empty group for a class the old model does not have.
   InstanceGroup(const std::string& namespacePrefix, const std::string& className);
-  // The instances of the platform's record for one class; the record is only
-  // read. `rdnAttribute` is the class's RDN attribute in the target model
-  // (may be empty), handed on to every instance.
-  InstanceGroup(const SafcImmCtInstanceGroupT* record, const std::string& rdnAttribute,
-                const std::string& namespacePrefix = "");
+  // A group of the old model being read, by its IMM class name, to which
+  // the reader appends `expected` instances with appendRead. `rdnAttribute`
+  // is the class's RDN attribute in the target model (may be empty).
+  InstanceGroup(const std::string& immClassName, const std::string& rdnAttribute, const std::string& namespacePrefix,
+                size_t expected);
   ~InstanceGroup() override;
 
   InstanceGroup(const InstanceGroup&) = delete;
@@ -69,16 +68,10 @@ class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
   // knows the class by.
   const std::string& getImmClassName() const { return immClassName_; }
 
-  // The platform record of this group for writing, or null when memory runs
-  // out. Everything in it is allocated with malloc/calloc except what it
-  // borrows: the class name, attribute names and attribute values belong to
-  // the group and its instances, which must stay unchanged until the record
-  // is freed. Free it with freeInstanceGroupRecord.
-  SafcImmCtInstanceGroupT* createInstanceGroupRecord() const;
-  // Frees a record from createInstanceGroupRecord: the group, instance and
-  // attribute records, their pointer arrays and the parent name records;
-  // nothing it borrows. Null is ignored.
-  static void freeInstanceGroupRecord(SafcImmCtInstanceGroupT* record);
+  // Appends an instance read from the old model.
+  void appendRead(std::unique_ptr<Instance> instance);
+  // The RDN attribute the group's instances are read and created with.
+  const std::string& rdnAttribute() const { return rdnAttribute_; }
 
   // `namespacePrefix` + `className`, except for the one class that is never
   // prefixed.

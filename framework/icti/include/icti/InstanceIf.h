@@ -25,11 +25,11 @@ class InstanceIf {
   virtual std::vector<std::pair<std::string, AttributeInternalIf*>> getAttributes() const = 0;
   // Null when absent.
   virtual AttributeInternalIf* getAttribute(const std::string& name) const = 0;
-  // Creates an empty attribute of the IMM value type code. False for an
+  // Creates an empty attribute of the type. False for an
   // unsupported type. When the name exists already, the existing attribute
   // stays, *created is set to null and the result is true. `created` may be
   // null.
-  virtual bool addAttribute(const std::string& name, uint32_t type, AttributeInternalIf** created = nullptr) = 0;
+  virtual bool addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created = nullptr) = 0;
   virtual std::string getRdn() const = 0;
   // Renames the RDN attribute to the part of `rdn` before "=" and makes the
   // part after it (unescaped, see DistinguishedName) its value. False, and

@@ -1,4 +1,4 @@
-// The IMM value types as modification files and IMM XML name them, and the
+// The value types as modification files and IMM XML name them, and the
 // text form of one number, shared by every part of the upgrader that turns
 // text into values or values into text:
 //
@@ -17,28 +17,30 @@
 #include <cstdint>
 #include <string>
 
+#include "icti/ValueType.h"
+
 class ValueText {
  public:
-  // "SA_INT32_T", ..., "SA_ANY_T" for the ten IMM value type codes;
-  // "unknown" for any other code.
-  static const char* typeName(uint32_t type);
-  // The code of a type name; 0 for a text that names no type (also a
+  // "SA_INT32_T", ..., "SA_ANY_T" for the ten value types;
+  // "unknown" for kNone.
+  static const char* typeName(ValueType type);
+  // The type of a type name; kNone for a text that names no type (also a
   // different case).
-  static uint32_t typeOfName(const std::string& name);
+  static ValueType typeOfName(const std::string& name);
 
   // 32 or 64 for the integer types (time is a signed 64-bit count), 0 for
   // the others.
-  static unsigned integerWidth(uint32_t type);
-  static bool isSignedInteger(uint32_t type);
-  static bool isFloating(uint32_t type);
-  static bool isNumber(uint32_t type) { return integerWidth(type) != 0 || isFloating(type); }
+  static unsigned integerWidth(ValueType type);
+  static bool isSignedInteger(ValueType type);
+  static bool isFloating(ValueType type);
+  static bool isNumber(ValueType type) { return integerWidth(type) != 0 || isFloating(type); }
 
   // A whole decimal number of the integer type `type`; true and `value`
   // set when `text` is one within the type's range.
-  static bool parseSigned(uint32_t type, const std::string& text, long long& value);
-  static bool parseUnsigned(uint32_t type, const std::string& text, unsigned long long& value);
-  static bool parseDouble(const std::string& text, double& value);
-  static bool parseFloat(const std::string& text, float& value);
+  [[nodiscard]] static bool parseSigned(ValueType type, const std::string& text, long long& value);
+  [[nodiscard]] static bool parseUnsigned(ValueType type, const std::string& text, unsigned long long& value);
+  [[nodiscard]] static bool parseDouble(const std::string& text, double& value);
+  [[nodiscard]] static bool parseFloat(const std::string& text, float& value);
 
   static std::string shortest(double value);
   static std::string shortest(float value);

@@ -1,0 +1,273 @@
+#include "icti/ImmRecords.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <type_traits>
+
+#include "common/Log.h"
+#include "icti/Attribute.h"
+#include "icti/InstanceGroup.h"
+#include "icti/ValueType.h"
+
+namespace {
+
+using attribute_storage::Bytes;
+using attribute_storage::Name;
+using attribute_storage::Time;
+
+// The record's value area keeps a name's text and a closing NUL.
+static_assert(SA_MAX_NAME_LENGTH - 1 == kNameTextLimit, "name values fit a name record");
+// The write records lend the model's values to the node as they are.
+static_assert(sizeof(long long) == sizeof(SaTimeT), "time values are 64-bit counts");
+static_assert(sizeof(Bytes) == sizeof(SaAnyT) && offsetof(Bytes, size) == offsetof(SaAnyT, bufferSize) &&
+                  offsetof(Bytes, data) == offsetof(SaAnyT, bufferAddr),
+              "byte buffers are laid out as the node's");
+static_assert(std::is_same_v<char*, SaStringT>, "strings are C strings");
+static_assert(static_cast<SaImmValueTypeT>(ValueType::kAny) == SA_IMM_ATTR_SAANYT &&
+                  static_cast<SaImmValueTypeT>(ValueType::kInt32) == SA_IMM_ATTR_SAINT32T,
+              "value types keep the node's codes");
+
+// The text of a name record as readers see it: up to its first NUL, at most
+// 599 characters and no more than its length field says.
+size_t nameTextLength(const SaNameT& record) {
+  size_t length = strnlen(reinterpret_cast<const char*>(record.value), kNameTextLimit);
+  return record.length < length ? record.length : length;
+}
+
+std::string nameText(const SaNameT& record) {
+  return std::string(reinterpret_cast<const char*>(record.value), nameTextLength(record));
+}
+
+// Fills a name record: the length field takes the value's, the value area
+// its text and a closing NUL.
+void fillNameRecord(const char* text, uint16_t length, SaNameT& record) {
+  std::memset(&record, 0, sizeof record);
+  record.length = length;
+  std::memcpy(record.value, text, std::strlen(text));
+}
+
+// One value of the record in the model's form, borrowing what it points to;
+// `text` holds a name's terminated text.
+template <typename T>
+typename Attribute<T>::Value borrowedValue(const void* value, char (&text)[kNameTextLimit + 1]) {
+  using Value = typename Attribute<T>::Value;
+  if constexpr (std::is_same_v<T, Name>) {
+    const auto& record = *static_cast<const SaNameT*>(value);
+    size_t length = nameTextLength(record);
+    std::memcpy(text, record.value, length);
+    text[length] = '\0';
+    return Name{text, record.length};
+  } else if constexpr (std::is_same_v<T, Bytes>) {
+    const auto& record = *static_cast<const SaAnyT*>(value);
+    return Bytes{record.bufferSize, record.bufferAddr};
+  } else {
+    Value copy;
+    std::memcpy(&copy, value, sizeof copy);
+    return copy;
+  }
+}
+
+template <typename T>
+void readValues(Attribute<T>& attribute, const SaImmAttrValuesT_2& record) {
+  if (record.attrValues == nullptr) return;
+  char text[kNameTextLimit + 1];
+  for (uint32_t i = 0; i < record.attrValuesNumber; ++i) {
+    if (record.attrValues[i] != nullptr) attribute.appendRead(borrowedValue<T>(record.attrValues[i], text), i);
+  }
+}
+
+// The Attribute<T> seen through `Base`, const when `Base` is.
+template <typename Base, typename T>
+using Typed = std::conditional_t<std::is_const_v<Base>, const Attribute<T>, Attribute<T>>;
+
+// Calls `visit` with the attribute as the Attribute<T> of its type.
+template <typename Base, typename Visit>
+void visitTyped(Base& attribute, Visit visit) {
+  switch (attribute.getType()) {
+    case ValueType::kInt32:
+      return visit(static_cast<Typed<Base, int>&>(attribute));
+    case ValueType::kUint32:
+      return visit(static_cast<Typed<Base, unsigned int>&>(attribute));
+    case ValueType::kInt64:
+      return visit(static_cast<Typed<Base, long long>&>(attribute));
+    case ValueType::kUint64:
+      return visit(static_cast<Typed<Base, unsigned long long>&>(attribute));
+    case ValueType::kTime:
+      return visit(static_cast<Typed<Base, Time>&>(attribute));
+    case ValueType::kName:
+      return visit(static_cast<Typed<Base, Name>&>(attribute));
+    case ValueType::kFloat:
+      return visit(static_cast<Typed<Base, float>&>(attribute));
+    case ValueType::kDouble:
+      return visit(static_cast<Typed<Base, double>&>(attribute));
+    case ValueType::kString:
+      return visit(static_cast<Typed<Base, char*>&>(attribute));
+    case ValueType::kAny:
+      return visit(static_cast<Typed<Base, Bytes>&>(attribute));
+    case ValueType::kNone:
+      return;
+  }
+}
+
+std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const std::string& className,
+                                       const std::string& rdnAttribute, std::vector<AttributeBase*>& readOrder) {
+  std::string parentName;
+  if (record.parentName != nullptr) parentName = nameText(*record.parentName);
+  auto instance = std::make_unique<Instance>(className, record.parentName != nullptr ? &parentName : nullptr);
+  readOrder.clear();
+  for (size_t i = 0; record.attrValues != nullptr && record.attrValues[i] != nullptr; ++i) {
+    const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
+    AttributeBase* attribute =
+        instance->addReadAttribute(attributeRecord.attrName != nullptr ? attributeRecord.attrName : "",
+                                   static_cast<ValueType>(attributeRecord.attrValueType));
+    if (attribute == nullptr) continue;
+    visitTyped(*attribute, [&attributeRecord](auto& typed) { readValues(typed, attributeRecord); });
+    readOrder.push_back(attribute);
+  }
+  instance->nameByAttributes(readOrder, rdnAttribute);
+  return instance;
+}
+
+// A record that lends the attribute's name and values; name values, which
+// the model keeps in another layout, follow the pointer array in its block,
+// so freeing the array frees them too.
+template <typename T>
+SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute) {
+  constexpr bool kIsName = std::is_same_v<T, Name>;
+  const auto& values = attribute.values();
+  const uint32_t count = values.size();
+  const size_t pointersSize = (count + 1) * sizeof(SaImmAttrValueT);
+  const size_t namesSize = kIsName ? count * sizeof(SaNameT) : 0;
+  auto* record = static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2)));
+  auto* pointers = static_cast<SaImmAttrValueT*>(std::malloc(pointersSize + namesSize));
+  if (record == nullptr || pointers == nullptr) {
+    TAV_LOG(ERROR,
+            std::is_same_v<T, Bytes> ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
+                                     : "Failed to malloc values pointer field for attribute %s",
+            attribute.name());
+    std::free(record);
+    std::free(pointers);
+    return nullptr;
+  }
+  record->attrName = const_cast<char*>(attribute.name());
+  record->attrValueType = static_cast<SaImmValueTypeT>(attribute.getType());
+  record->attrValuesNumber = count;
+  attribute.traceWrite();
+  auto* names = reinterpret_cast<SaNameT*>(reinterpret_cast<char*>(pointers) + pointersSize);
+  for (uint32_t i = 0; i < count; ++i) {
+    if constexpr (kIsName) {
+      fillNameRecord(values[i].text, values[i].length, names[i]);
+      pointers[i] = &names[i];
+    } else {
+      pointers[i] = const_cast<void*>(static_cast<const void*>(&values[i]));
+    }
+  }
+  pointers[count] = nullptr;
+  record->attrValues = pointers;
+  return record;
+}
+
+SaImmAttrValuesT_2* attributeRecord(const AttributeInternalIf* attribute) {
+  const auto* base = dynamic_cast<const AttributeBase*>(attribute);
+  if (base == nullptr) return nullptr;
+  SaImmAttrValuesT_2* record = nullptr;
+  visitTyped(*base, [&record](const auto& typed) { record = attributeRecord(typed); });
+  return record;
+}
+
+void freeInstanceRecord(SafcImmCtInstanceT* record) {
+  for (size_t i = 0; record->attrValues != nullptr && record->attrValues[i] != nullptr; ++i) {
+    std::free(record->attrValues[i]->attrValues);
+    std::free(record->attrValues[i]);
+  }
+  std::free(record->attrValues);
+  std::free(record->parentName);
+  std::free(record);
+}
+
+SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance) {
+  auto* record = static_cast<SafcImmCtInstanceT*>(std::calloc(1, sizeof(SafcImmCtInstanceT)));
+  if (record == nullptr) return nullptr;
+  const std::string parentName = instance.getParentName();
+  const std::vector<std::pair<std::string, AttributeInternalIf*>> attributes = instance.getAttributes();
+  record->attrValues = static_cast<SaImmAttrValuesT_2**>(std::calloc(attributes.size() + 1, sizeof(void*)));
+  if (!parentName.empty()) {
+    record->parentName = static_cast<SaNameT*>(std::malloc(sizeof(SaNameT)));
+    if (record->parentName != nullptr) {
+      const size_t length = parentName.size();
+      const std::string kept = parentName.substr(0, kNameTextLimit);
+      fillNameRecord(kept.c_str(), static_cast<uint16_t>(length), *record->parentName);
+    }
+  }
+  bool complete = record->attrValues != nullptr && (parentName.empty() || record->parentName != nullptr);
+  for (size_t i = 0; complete && i < attributes.size(); ++i) {
+    record->attrValues[i] = attributeRecord(attributes[i].second);
+    complete = record->attrValues[i] != nullptr;
+  }
+  if (complete) return record;
+  freeInstanceRecord(record);
+  return nullptr;
+}
+
+void freeGroupRecord(SafcImmCtInstanceGroupT* record) {
+  for (size_t i = 0; record->instances != nullptr && record->instances[i] != nullptr; ++i) {
+    freeInstanceRecord(record->instances[i]);
+  }
+  std::free(record->instances);
+  std::free(record);
+}
+
+SafcImmCtInstanceGroupT* groupRecord(const InstanceGroup& group) {
+  auto* record = static_cast<SafcImmCtInstanceGroupT*>(std::calloc(1, sizeof(SafcImmCtInstanceGroupT)));
+  if (record == nullptr) return nullptr;
+  record->className = const_cast<char*>(group.getImmClassName().c_str());
+  const std::vector<InstanceIf*> instances = group.getInstances();
+  record->instances =
+      static_cast<SafcImmCtInstanceT**>(std::calloc(instances.size() + 1, sizeof(SafcImmCtInstanceT*)));
+  if (record->instances == nullptr) {
+    std::free(record);
+    return nullptr;
+  }
+  for (size_t i = 0; i < instances.size(); ++i) {
+    record->instances[i] = instanceRecord(*instances[i]);
+    if (record->instances[i] == nullptr) {
+      freeGroupRecord(record);
+      return nullptr;
+    }
+  }
+  return record;
+}
+
+}  // namespace
+
+ImmRecords::~ImmRecords() {
+  for (SafcImmCtInstanceGroupT* record : records_) freeGroupRecord(record);
+}
+
+std::unique_ptr<InstanceGroup> ImmRecords::readGroup(const SafcImmCtInstanceGroupT& record,
+                                                     const std::string& rdnAttribute,
+                                                     const std::string& namespacePrefix) {
+  size_t size = 0;
+  while (record.instances != nullptr && record.instances[size] != nullptr) ++size;
+  auto group = std::make_unique<InstanceGroup>(record.className != nullptr ? record.className : "", rdnAttribute,
+                                               namespacePrefix, size);
+  std::vector<AttributeBase*> readOrder;
+  for (size_t i = 0; i < size; ++i) {
+    group->appendRead(readInstance(*record.instances[i], group->getClassName(), rdnAttribute, readOrder));
+  }
+  return group;
+}
+
+bool ImmRecords::add(const InstanceGroup& group) {
+  SafcImmCtInstanceGroupT* record = groupRecord(group);
+  if (record == nullptr) return false;
+  records_.push_back(record);
+  return true;
+}
+
+SafcImmCtInstanceGroupT** ImmRecords::terminated() {
+  terminated_ = records_;
+  terminated_.push_back(nullptr);
+  return terminated_.data();
+}
