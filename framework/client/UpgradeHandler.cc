@@ -1,7 +1,5 @@
 #include "client/UpgradeHandler.h"
 
-#include <cstdio>
-
 #include "actions/BuiltInActions.h"
 #include "common/Log.h"
 #include "icti/IctiHandler.h"
@@ -15,14 +13,6 @@ namespace {
 
 constexpr const char* kNewSchemaVersion = "0_0_0";
 constexpr const char* kCreatingFile = "modification_0_0_0";
-constexpr size_t kVersionTextSize = 49;
-
-std::string versionText(const SafcImmCtSchemaVersionT_2& v) {
-  char text[kVersionTextSize];
-  std::snprintf(text, sizeof text, "%d_%d_%d", static_cast<int>(v.version), static_cast<int>(v.release),
-                static_cast<int>(v.correction));
-  return text;
-}
 
 }  // namespace
 
@@ -108,14 +98,11 @@ bool UpgradeHandler::loadClasses() {
 }
 
 bool UpgradeHandler::readVersions(std::string& from, std::string& to) {
-  SafcImmCtSchemaVersionT_2 fromVersion{}, toVersion{};
-  if (!ictiHandler_->getSchemaVersions(fromVersion, toVersion)) {
+  if (!ictiHandler_->getSchemaVersions(from, to)) {
     ictiHandler_->failUpgrade(MessageFormatter::plain("Could not read schemaVersion for schemaName: \"%s\"", schemaName_.c_str()).c_str());
     ictiHandler_->failUpgrade(MessageFormatter::plain("Failed to get from and to version for schemaName: \"%s\"", schemaName_.c_str()).c_str());
     return false;
   }
-  from = versionText(fromVersion);
-  to = versionText(toVersion);
   return true;
 }
 

@@ -39,15 +39,22 @@ std::string withoutPrefix(const std::string& immName, const std::string& prefix)
   return immName.compare(0, prefix.size(), prefix) == 0 ? immName.substr(prefix.size()) : immName;
 }
 
+// Fits any three numbers.
+constexpr size_t kVersionTextSize = 49;
+
+std::string versionText(const SafcImmCtSchemaVersionT_2& v) {
+  char text[kVersionTextSize];
+  std::snprintf(text, sizeof text, "%d_%d_%d", static_cast<int>(v.version), static_cast<int>(v.release),
+                static_cast<int>(v.correction));
+  return text;
+}
+
 }  // namespace
 
 IctiHandler::IctiHandler(Env& env, const std::string& schemaName, const std::string& immNs)
     : env_(env), schemaName_(schemaName), immNs_(immNs) {}
 
-IctiHandler::~IctiHandler() {
-  delete fromVersion_;
-  delete toVersion_;
-}
+IctiHandler::~IctiHandler() = default;
 
 bool IctiHandler::init(const ClassList& configClasses, const ClassList& rtpClasses) {
   implementerName_.clear();
@@ -89,19 +96,17 @@ bool IctiHandler::openSession() {
 }
 
 void IctiHandler::readVersions() {
-  fromVersion_ = new SafcImmCtSchemaVersionT_2();
-  toVersion_ = new SafcImmCtSchemaVersionT_2();
-  SaAisErrorT rc = env_.immCtReadSchemaVersion(handle_, schemaName_.c_str(), fromVersion_, toVersion_);
+  SaAisErrorT rc = env_.immCtReadSchemaVersion(handle_, schemaName_.c_str(), &fromVersion_, &toVersion_);
   versionsRead_ = rc == SA_AIS_OK;
   if (!versionsRead_) {
     failUpgrade(MessageFormatter::plain("Failed to get schema versions for %s, error %d!\n", schemaName_.c_str(), rc).c_str());
   }
 }
 
-bool IctiHandler::getSchemaVersions(SafcImmCtSchemaVersionT_2& from, SafcImmCtSchemaVersionT_2& to) const {
+bool IctiHandler::getSchemaVersions(std::string& from, std::string& to) const {
   if (!versionsRead_) return false;
-  from = *fromVersion_;
-  to = *toVersion_;
+  from = versionText(fromVersion_);
+  to = versionText(toVersion_);
   return true;
 }
 

@@ -127,10 +127,10 @@ TEST_F(IctiHandlerTest, VersionsAreReadForTheSchemaAndAFailureIsReported) {
   EXPECT_CALL(env, immCtReadSchemaVersion(42, StrEq("RadioNode"), _, _));
   ASSERT_TRUE(initWith({{"NsManagedElement", "managedElementId"}}));
   EXPECT_TRUE(LogRecorder::installed().contains("Inserting class NsManagedElement, rdn attr managedElementId"));
-  SafcImmCtSchemaVersionT_2 from{}, to{};
+  std::string from, to;
   ASSERT_TRUE(handler.getSchemaVersions(from, to));
-  EXPECT_EQ(1u, from.version);
-  EXPECT_EQ(3u, to.correction);
+  EXPECT_EQ("1_0_0", from);
+  EXPECT_EQ("2_1_3", to);
 
   EXPECT_CALL(env, immCtReadSchemaVersion(_, _, _, _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
   IctiHandler failing(env, "RadioNode", "Ns");

@@ -66,8 +66,9 @@ class IctiHandler : public IctiHandlerIf {
   // classes. False when the session could not be opened.
   [[nodiscard]] bool init(const ClassList& configClasses, const ClassList& rtpClasses);
 
-  // The versions read by init(); false when they could not be read.
-  [[nodiscard]] bool getSchemaVersions(SafcImmCtSchemaVersionT_2& from, SafcImmCtSchemaVersionT_2& to) const;
+  // The versions read by init() as "<version>_<release>_<correction>";
+  // false when they could not be read.
+  [[nodiscard]] bool getSchemaVersions(std::string& from, std::string& to) const;
 
   // The RDN attribute name of a configuration class; an unknown class is
   // recorded with an empty name.
@@ -110,8 +111,8 @@ class IctiHandler : public IctiHandlerIf {
   std::string implementerName_;
   SafcImmCtHandleT handle_ = 0;
   bool sessionOpen_ = false;
-  SafcImmCtSchemaVersionT_2* fromVersion_ = nullptr;
-  SafcImmCtSchemaVersionT_2* toVersion_ = nullptr;
+  SafcImmCtSchemaVersionT_2 fromVersion_{};
+  SafcImmCtSchemaVersionT_2 toVersion_{};
   bool versionsRead_ = false;
   std::map<std::string, std::unique_ptr<InstanceGroup>> instanceGroupMap_;
   std::map<std::string, std::unique_ptr<InstanceGroup>> instanceGroupMapRTP_;
