@@ -291,15 +291,6 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
       "RTP classes write after split, instanceGroupMap.size() 1: , instanceGroupMapRTP.size() 1: "));
 }
 
-TEST_F(IctiHandlerTest, AnIntroducedSchemaWritesItsCachedGroups) {
-  ASSERT_TRUE(initWith({{"NsA", "aId"}, {"NsB", "bId"}}));
-  ON_CALL(env, immCtReadInstances(_, _, _)).WillByDefault(Return(SA_AIS_ERR_NOT_EXIST));
-  ASSERT_NE(nullptr, handler.addInstanceGroup("A"));
-  EXPECT_CALL(env, immCtCopyInstances(_, _)).Times(0);
-  EXPECT_TRUE(handler.writeIntroducedClasses());
-  EXPECT_EQ(std::vector<std::string>{"NsA"}, written);
-}
-
 TEST_F(IctiHandlerTest, TheFailureTextNamesTheIdentityAndIsBounded) {
   env.variables["WPK_REV"] = "R9";
   env.variables.erase("WMT_NO");

@@ -17,42 +17,6 @@ std::vector<std::string> ldnsOf(const std::vector<InstanceIf*>& instances) {
   return ldns;
 }
 
-// An instance of another implementation: the group cannot index it.
-class PlainInstance : public InstanceIf {
- public:
-  PlainInstance(std::string parent, std::string rdn) : parent_(std::move(parent)), rdn_(std::move(rdn)) {}
-  bool eraseAttribute(const std::string&) override { return false; }
-  std::string getParentName() const override { return parent_; }
-  std::vector<std::pair<std::string, AttributeInternalIf*>> getAttributes() const override { return {}; }
-  AttributeInternalIf* getAttribute(const std::string&) const override { return nullptr; }
-  bool addAttribute(const std::string&, ValueType, AttributeInternalIf**) override { return false; }
-  std::string getRdn() const override { return rdn_; }
-  bool setRdn(const std::string& rdn) override {
-    rdn_ = rdn;
-    return true;
-  }
-  std::string getLdn() const override { return parent_.empty() ? rdn_ : rdn_ + "," + parent_; }
-  void setParentName(const std::string& parent) override { parent_ = parent; }
-
- private:
-  std::string parent_;
-  std::string rdn_;
-};
-
-TEST(InstanceGroupTest, EmptyGroupAndPrefixes) {
-  InstanceGroup group("Ns", "Foo");
-  EXPECT_TRUE(logged("InstanceGroup::InstanceGroup(string, string)"));
-  EXPECT_EQ("NsFoo", group.getImmClassName());
-  EXPECT_EQ("Foo", group.getClassName());
-  EXPECT_EQ(nullptr, group.getInstance("fooId=1"));
-  EXPECT_EQ(nullptr, group.getFirstInstance());
-  EXPECT_FALSE(group.isStructGroup());
-  EXPECT_EQ(0u, group.getNumberOfInstances());
-  EXPECT_TRUE(group.forEachInstance([](InstanceIf&) { return false; }));
-  EXPECT_EQ("KmovENodeBFunction", InstanceGroup("Ns", "KmovENodeBFunction").getImmClassName());
-  EXPECT_EQ("NsENodeBFunction", InstanceGroup::immClassNameOf("Ns", "ENodeBFunction"));
-}
-
 TEST(InstanceGroupTest, CreateInstanceNamesItAfterTheClassOrTheStructOrTheTarget) {
   InstanceGroup group("Ns", "Foo");
   InstanceIf* created = group.createInstance("Top=1", "1", false, "");
@@ -136,25 +100,6 @@ TEST(InstanceGroupTest, DetachHandsOverOwnership) {
   InstanceGroup other("", "Foo");
   other.addInstance(detached.release());
   EXPECT_NE(nullptr, other.getInstance("fooId=2,Top=1"));
-}
-
-TEST(InstanceGroupTest, OtherInstanceImplementationsAreSearched) {
-  InstanceGroup group("", "Foo");
-  InstanceIf* a = group.createInstance("P=1", "a", false, "");
-  auto* plain = new PlainInstance("P=1", "fooId=p");
-  group.addInstance(plain);
-  InstanceIf* b = group.createInstance("P=1", "b", false, "");
-
-  EXPECT_EQ(plain, group.getInstance("fooId=p,P=1"));
-  EXPECT_EQ((std::vector<InstanceIf*>{a, plain, b}), group.getChildInstances("P=1"));
-  plain->setRdn("fooId=b");
-  EXPECT_EQ(plain, group.getInstance("fooId=b,P=1"));
-  EXPECT_EQ(nullptr, group.getInstance("fooId=p,P=1"));
-
-  group.detachInstance(plain);
-  EXPECT_EQ(b, group.getInstance("fooId=b,P=1"));
-  delete plain;
-  EXPECT_EQ(2u, group.getNumberOfInstances());
 }
 
 // ---------------------------------------------------------------------------
