@@ -38,18 +38,9 @@ SaAisErrorT PlatformEnv::immCtCopyInstances(SafcImmCtHandleT handle, SaImmClassN
   return safcImmCtCopyInstances(handle, classNames);
 }
 
-SaAisErrorT PlatformEnv::immCtWaitForClasses(SafcImmCtHandleT handle, SaImmClassNameT* classNames) {
-  return safcImmCtWaitForClasses(handle, classNames);
-}
-
 SaAisErrorT PlatformEnv::immCtWriteRtInstances(SafcImmCtHandleT handle, const SaImmOiImplementerNameT implementerName,
                                                SafcImmCtInstanceGroupT** instanceGroups) {
   return safcImmCtWriteRtInstances(handle, implementerName, instanceGroups);
-}
-
-SaAisErrorT PlatformEnv::immCtCopyRtInstances(SafcImmCtHandleT handle, const SaImmOiImplementerNameT implementerName,
-                                              SaImmClassNameT* classNames) {
-  return safcImmCtCopyRtInstances(handle, implementerName, classNames);
 }
 
 SaAisErrorT PlatformEnv::immCtInstanceGroupsMemoryFree(SafcImmCtHandleT handle,

@@ -30,11 +30,8 @@ class MockEnv : public Env {
               (override));
   MOCK_METHOD(SaAisErrorT, immCtWriteInstances, (SafcImmCtHandleT, SafcImmCtInstanceGroupT**), (override));
   MOCK_METHOD(SaAisErrorT, immCtCopyInstances, (SafcImmCtHandleT, SaImmClassNameT*), (override));
-  MOCK_METHOD(SaAisErrorT, immCtWaitForClasses, (SafcImmCtHandleT, SaImmClassNameT*), (override));
   MOCK_METHOD(SaAisErrorT, immCtWriteRtInstances,
               (SafcImmCtHandleT, const SaImmOiImplementerNameT, SafcImmCtInstanceGroupT**), (override));
-  MOCK_METHOD(SaAisErrorT, immCtCopyRtInstances, (SafcImmCtHandleT, const SaImmOiImplementerNameT, SaImmClassNameT*),
-              (override));
   MOCK_METHOD(SaAisErrorT, immCtInstanceGroupsMemoryFree, (SafcImmCtHandleT, SafcImmCtInstanceGroupT**), (override));
   MOCK_METHOD(SaAisErrorT, logInitialize, (SaLogHandleT*, const SaLogCallbacksT*, SaVersionT*), (override));
   MOCK_METHOD(SaAisErrorT, logStreamOpen,

@@ -37,13 +37,9 @@ class Env {
   [[nodiscard]] virtual SaAisErrorT immCtWriteInstances(SafcImmCtHandleT handle,
                                                         SafcImmCtInstanceGroupT** instanceGroups) = 0;
   [[nodiscard]] virtual SaAisErrorT immCtCopyInstances(SafcImmCtHandleT handle, SaImmClassNameT* classNames) = 0;
-  [[nodiscard]] virtual SaAisErrorT immCtWaitForClasses(SafcImmCtHandleT handle, SaImmClassNameT* classNames) = 0;
   [[nodiscard]] virtual SaAisErrorT immCtWriteRtInstances(SafcImmCtHandleT handle,
                                                           const SaImmOiImplementerNameT implementerName,
                                                           SafcImmCtInstanceGroupT** instanceGroups) = 0;
-  [[nodiscard]] virtual SaAisErrorT immCtCopyRtInstances(SafcImmCtHandleT handle,
-                                                         const SaImmOiImplementerNameT implementerName,
-                                                         SaImmClassNameT* classNames) = 0;
   [[nodiscard]] virtual SaAisErrorT immCtInstanceGroupsMemoryFree(SafcImmCtHandleT handle,
                                                                   SafcImmCtInstanceGroupT** instanceGroups) = 0;
 

@@ -21,11 +21,8 @@ class PlatformEnv : public Env {
                                  SafcImmCtInstanceGroupT*** instanceGroups) override;
   SaAisErrorT immCtWriteInstances(SafcImmCtHandleT handle, SafcImmCtInstanceGroupT** instanceGroups) override;
   SaAisErrorT immCtCopyInstances(SafcImmCtHandleT handle, SaImmClassNameT* classNames) override;
-  SaAisErrorT immCtWaitForClasses(SafcImmCtHandleT handle, SaImmClassNameT* classNames) override;
   SaAisErrorT immCtWriteRtInstances(SafcImmCtHandleT handle, const SaImmOiImplementerNameT implementerName,
                                     SafcImmCtInstanceGroupT** instanceGroups) override;
-  SaAisErrorT immCtCopyRtInstances(SafcImmCtHandleT handle, const SaImmOiImplementerNameT implementerName,
-                                   SaImmClassNameT* classNames) override;
   SaAisErrorT immCtInstanceGroupsMemoryFree(SafcImmCtHandleT handle, SafcImmCtInstanceGroupT** instanceGroups) override;
 
   SaAisErrorT logInitialize(SaLogHandleT* logHandle, const SaLogCallbacksT* callbacks, SaVersionT* version) override;
