@@ -41,6 +41,9 @@ struct HostileCase {
   std::pair<std::string, std::string> converted = {"radioPortId=2,radioId=1", "weight"};
 };
 
+// gtest would print the row's bytes (hostile texts among them): its name says what it is.
+void PrintTo(const HostileCase& c, std::ostream* out) { *out << c.name; }
+
 void damage(const HostileCase& c, NodeBuilder& node) {
   const std::string path = node.root() + "/" + c.file;
   std::string text = c.damage == Damage::kEdit ? TempDir::read(path) : c.text;

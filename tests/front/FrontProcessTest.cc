@@ -65,10 +65,6 @@ TEST(FrontProcessTest, ExitStatusSchemasHandedOverAndLog) {
        {"argc=2 %N/wrapper.socket", "Alpha\t%P/share/imm/Alpha_imm.xml\tAlpha\t", "Mid\t%P/share/a/b/imm/Mid_imm.xml\tMid\t",
         "Zeta\t%P/share/z/imm/Zeta_imm_classes.xml\tZeta\t"},
        {"INFO Found 3 schemas to be upgraded, schema list: [Alpha,Mid,Zeta]"}},
-      {"empty schema list", "%P", {{kAppdata, R"(<appdata><lmlist name="x"/></appdata>)"}}, 0,
-       {"argc=2 %N/wrapper.socket"},
-       {"INFO No schema names found in the file %P/appdata/voskOamUpgradeModLm.xml",
-        "INFO Found 0 schemas to be upgraded, schema list: []"}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <functional>
 
 #include "SimImmNodeTest.h"
 #include "safcImmCt.h"
@@ -160,48 +159,6 @@ TEST_F(SimImmCtTest, WaitForClassesKnowsTheClassesOfTheModels) {
   EXPECT_EQ(SA_AIS_OK, safcImmCtWaitForClasses(handle, known));
   EXPECT_EQ(SA_AIS_ERR_NOT_EXIST, safcImmCtWaitForClasses(handle, unknown));
   EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtWaitForClasses(handle, nullptr));
-}
-
-// The whole runs inject faults into Initialize, Finalize and the load-module
-// lookup; here the calls that take a class or no session.
-TEST_F(SimImmCtTest, FaultsReplaceTheCall) {
-  SafcImmCtHandleT handle = openSchema("SchemaA");
-  SafcImmCtInstanceGroupT** groups = nullptr;
-  char top[] = "Top";
-  SaImmClassNameT names[] = {top, nullptr};
-  GroupBuilder written("Top");
-  written.object(nullptr).attr("topId", SA_IMM_ATTR_SASTRINGT, {"9"});
-  struct Case {
-    const char* items;
-    const char* call;
-    SaAisErrorT code;
-    std::function<SaAisErrorT()> run;
-  };
-  const Case cases[] = {
-      {"ReadInstances@Top=9", "safcImmCtReadInstances_2 [Top]", SA_AIS_ERR_BAD_HANDLE,
-       [&] { return safcImmCtReadInstances_2(handle, top, &groups); }},
-      {"WriteInstances@SchemaA=21", "safcImmCtWriteInstances [SchemaA]", SA_AIS_ERR_FAILED_OPERATION,
-       [&] { return safcImmCtWriteInstances(handle, written.groups()); }},
-      {"CopyInstances@SchemaA=5", "safcImmCtCopyInstances [SchemaA]", SA_AIS_ERR_TIMEOUT,
-       [&] { return safcImmCtCopyInstances(handle, names); }},
-      {"FailUpgrade=2", "safcImmCtFailUpgrade []", SA_AIS_ERR_LIBRARY,
-       [&] { return safcImmCtFailUpgrade(0, "without a session"); }},
-  };
-  for (const Case& c : cases) {
-    faults(c.items);
-    EXPECT_EQ(c.code, c.run()) << c.items;
-    EXPECT_TRUE(recorded({c.call + std::string(" error ") + std::to_string(c.code), "injected by VOSK_SIM_FAULTS"}))
-        << c.items;
-  }
-  // None of them did its work: no rollback, and the session is still open.
-  EXPECT_FALSE(TempDir::exists(out("rollback")));
-  faults("ReadInstances@Child=9x1");
-  EXPECT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, top, &groups));
-  char child[] = "Child";
-  EXPECT_EQ(SA_AIS_ERR_BAD_HANDLE, safcImmCtReadInstances_2(handle, child, &groups));
-  EXPECT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, child, &groups));
-  EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-  EXPECT_TRUE(TempDir::exists(out("model/SchemaA.xml")));
 }
 
 }  // namespace

@@ -39,14 +39,6 @@ class SimImmModelOutputTest : public SimImmCtTest {
   }
 
   std::vector<SimImmObject> oldObjects() { return objectsIn(node.path() + "/imm/old/1-model.xml"); }
-
-  // A finalized session of `schema` that reads Top and copies Child.
-  void convert(const char* schema) {
-    SafcImmCtHandleT handle = openSchema(schema);
-    readAndWriteBack(handle, "Top");
-    copy(handle, {"Child"});
-    EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-  }
 };
 
 // Strings that XML cannot carry as text (control characters, bytes that are
@@ -162,34 +154,6 @@ TEST_F(SimImmModelOutputTest, WritingOrCopyingAClassTwiceInASessionIsRefused) {
   SaImmClassNameT names[] = {top, nullptr};
   EXPECT_EQ(SA_AIS_ERR_EXIST, safcImmCtCopyInstances(handle, names));
   EXPECT_TRUE(recorded({"safcImmCtCopyInstances [SchemaA] error 14", "class Top is given twice"}));
-}
-
-// A request without a session rolls back the run: models finalized before
-// and after it go to discarded/. The whole runs cover requests in a session.
-TEST_F(SimImmModelOutputTest, AFailedUpgradeLeavesNothingInModel) {
-  TempDir run;
-  setenv("VOSK_SIM_OUT", run.path().c_str(), 1);
-  const std::string outDir = run.path() + "/";
-  convert("SchemaA");
-  EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "Write failed\n"));
-  convert("SchemaB");
-  EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaA.xml"));
-  EXPECT_FALSE(TempDir::exists(outDir + "model/SchemaB.xml"));
-  EXPECT_TRUE(sameObjects(objectsIn(outDir + "discarded/SchemaA.xml"), objectsIn(outDir + "discarded/SchemaB.xml")));
-  EXPECT_EQ(3u, objectsIn(outDir + "discarded/SchemaA.xml").size());
-  EXPECT_THAT(TempDir::lines(outDir + "rollback"), ElementsAre("Write failed"));
-  // Another run in the same process is not rolled back.
-  unsetenv("VOSK_SIM_OUT");
-  convert("SchemaA");
-  EXPECT_TRUE(TempDir::exists(out("model/SchemaA.xml")));
-}
-
-TEST_F(SimImmModelOutputTest, ARollbackFileAlreadyPresentSendsTheModelToDiscarded) {
-  node.write("out/rollback", "an earlier request\n");
-  convert("SchemaA");
-  EXPECT_FALSE(TempDir::exists(out("model/SchemaA.xml")));
-  EXPECT_TRUE(TempDir::exists(out("discarded/SchemaA.xml")));
-  EXPECT_EQ(SA_AIS_OK, safcImmCtFailUpgrade(0, "a later request"));
 }
 
 TEST_F(SimImmModelOutputTest, ASessionWithAModelButNoSchemaCannotFinalize) {

@@ -130,10 +130,16 @@ std::vector<SimImmObject> objectsIn(const std::string& path) {
   return objects;
 }
 
+// Faults are injected by the whole runs (FaultMatrixTest); these tests run without.
+static void clearFaults() {
+  unsetenv("VOSK_SIM_FAULTS");
+  SimFaults::reload();
+}
+
 void SimImmCtTest::SetUp() {
   setenv("VOSK_SIM_ROOT", node.path().c_str(), 1);
   unsetenv("VOSK_SIM_OUT");
-  faults("");
+  clearFaults();
   node.write("imm/old/1-model.xml", kOldDump);
   node.write("versions", "# schema from to\nSchemaA 1_0_0 2_1_3\nSchemaB 4_0_0 4_0_0  # unchanged\n");
 }
@@ -141,12 +147,7 @@ void SimImmCtTest::SetUp() {
 void SimImmCtTest::TearDown() {
   unsetenv("VOSK_SIM_ROOT");
   unsetenv("VOSK_SIM_OUT");
-  faults("");
-}
-
-void SimImmCtTest::faults(const char* items) {
-  setenv("VOSK_SIM_FAULTS", items, 1);
-  SimFaults::reload();
+  clearFaults();
 }
 
 SafcImmCtHandleT SimImmCtTest::open() {

@@ -61,9 +61,6 @@ class SimImmCtTest : public testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  // Sets VOSK_SIM_FAULTS for the next calls.
-  static void faults(const char* items);
-
   SafcImmCtHandleT open();
   // Opens a session for schema `schema` (listed in versions).
   SafcImmCtHandleT openSchema(const char* schema);

@@ -120,12 +120,6 @@ void NodeBuilder::writeSchemaFiles(const SchemaSetup& schema) {
   }
 }
 
-NodeBuilder& NodeBuilder::addXml(const SchemaSetup& schema, const std::string& oldModel) {
-  add(schema);
-  write("node/imm/old/" + schema.name + ".xml", oldModel);
-  return *this;
-}
-
 std::string NodeBuilder::modificationFile(const std::string& schema, const std::string& loadModule,
                                           const std::string& fileName, const std::string& content) {
   std::string relative = "node/lmhi/" + schema + "/modification_files/" + loadModule + "/" + fileName;

@@ -95,8 +95,6 @@ class NodeBuilder {
   NodeBuilder& add(const SchemaSetup& schema);
   // The same for many schemas, the listings written once.
   NodeBuilder& add(const std::vector<SchemaSetup>& schemas);
-  // As add(), with the old model given as an IMM XML text (e.g. a model a run wrote).
-  NodeBuilder& addXml(const SchemaSetup& schema, const std::string& oldModel);
   // Delivers `content` as file `fileName` of load module `loadModule` of the
   // schema's board type; returns the file's path.
   std::string modificationFile(const std::string& schema, const std::string& loadModule, const std::string& fileName,

@@ -78,14 +78,11 @@ class WholeRun {
   WholeRun& env(const std::string& setting);
   // The upgrader's arguments instead of the socket path (see --args).
   WholeRun& args(const std::string& arguments);
-  // Starts the upgrader without WPK_PATH.
-  WholeRun& withoutPackage();
   RunResult run() const;
 
  private:
   RunFolders folders_;
   std::vector<std::string> options_;
-  bool withPackage_ = true;
 };
 
 }  // namespace e2e
