@@ -61,13 +61,16 @@ TEST(UpgradePathCalculatorTest, ChainsFilesGreedily) {
 // Authors see what each candidate is taken for before the chain is walked.
 TEST(UpgradePathCalculatorTest, TellsWhatEachFileIsTakenFor) {
   LogRecorder::installed().clear();
-  UpgradePathCalculator().calculatePath({mod("1_0_0", "1_1_0"), mod("1_0_0", "2_0_0"), "modification_1_1_0-2_0_0.xml"},
+  UpgradePathCalculator().calculatePath({mod("1_0_0", "1_1_0"), mod("1_0_0", "2_0_0"), "modification_1_1_0-2_0_0.xml",
+                                         "/" + mod("1_1_0", "2_0_0") + "/readme.txt"},
                                         "1_0_0", "2_0_0");
   EXPECT_EQ((std::vector<std::string>{
                 "Modification file modification_1_0_0_to_1_1_0.xml takes the schema from 1_0_0 to 1_1_0",
                 "Modification file modification_1_0_0_to_2_0_0.xml (from 1_0_0 to 2_0_0) is never used: "
                 "modification_1_0_0_to_1_1_0.xml starts at 1_0_0 too and comes first",
                 "Modification file modification_1_1_0-2_0_0.xml is ignored: its name is not "
+                "modification_<from>_to_<to>.xml",
+                "Modification file /modification_1_1_0_to_2_0_0.xml/readme.txt is ignored: its name is not "
                 "modification_<from>_to_<to>.xml",
                 "A modfile with from-version 1_1_0 could not be found"}),
             LogRecorder::installed().texts());
