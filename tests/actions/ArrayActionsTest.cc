@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "ActionModel.h"
-#include "LogRecorder.h"
 #include "actions/AddArrayElementAction.h"
 #include "actions/RemoveArrayElementAction.h"
 #include "icti/ValueType.h"
@@ -45,23 +44,15 @@ TEST(AddArrayElementActionTest, AbsentAttributeIsCreatedWithTheGivenType) {
   EXPECT_EQ(ValueType::kUint32, cell.getAttribute("list")->getType());
 }
 
-TEST(AddArrayElementActionTest, FailuresAddNoValue) {
-  const struct {
-    Op operation;
-    std::string failure;
-  } cases[] = {{{{"operator", "="}, {"valueFromAttr", "more"}},
-                "AddArrayElementAction: value 9999999999 does not fit attribute list of type SA_INT32_T on cellId=1"},
-               {{{"operator", "="}, {"valueFromAttr", "x"}, {"valueFromMoTypeAnyInstance", "Radio"}},
-                "AddArrayElementAction: no instance of class Radio"}};
+TEST(AddArrayElementActionTest, AValueThatDoesNotFitAddsNone) {
+  ActionModel model;
+  InstanceIf& cell = model.add(
+      "Cell", "", "1", {{"list", ValueType::kInt32, {"1"}}, {"more", ValueType::kInt64, {"8", "9999999999"}}});
   AddArrayElementAction action;
-  for (const auto& c : cases) {
-    ActionModel model;
-    InstanceIf& cell = model.add(
-        "Cell", "", "1", {{"list", ValueType::kInt32, {"1"}}, {"more", ValueType::kInt64, {"8", "9999999999"}}});
-    EXPECT_FALSE(model.run(action, "Cell", {{"name", "list"}}, {c.operation}));
-    EXPECT_EQ(Strings{c.failure}, model.failures);
-    EXPECT_EQ(Strings{"1"}, ActionModel::values(cell, "list"));
-  }
+  EXPECT_FALSE(model.run(action, "Cell", {{"name", "list"}}, {op(R"(operator="=" valueFromAttr="more")")}));
+  EXPECT_EQ(Strings{"AddArrayElementAction: value 9999999999 does not fit attribute list of type SA_INT32_T on cellId=1"},
+            model.failures);
+  EXPECT_EQ(Strings{"1"}, ActionModel::values(cell, "list"));
 }
 
 TEST(AddArrayElementActionTest, InvalidCombinationsAreRefusedWhenValidating) {
@@ -74,9 +65,6 @@ TEST(AddArrayElementActionTest, InvalidCombinationsAreRefusedWhenValidating) {
                {"name=l elementValue=1", R"(operator="=" value="1")",
                 "AddArrayElementAction takes elementValue or Operation elements, not both."},
                {"name=l elementValue=1 index=-1", nullptr, "AddArrayElementAction: index -1 is not a position"},
-               {"name=l elementValue=1 index=1x", nullptr, "AddArrayElementAction: index 1x is not a position"},
-               {"name=l", R"(operator="+" value="1")",
-                "AddArrayElementAction: unsupported operator + in operation  => (+) value: 1"},
                {"name=l", R"(operator="=" value="1" rangeStart="0")",
                 "AddArrayElementAction: operation range: 0to => (=) value: 1 takes no range"}};
   AddArrayElementAction action;
@@ -114,14 +102,11 @@ TEST(RemoveArrayElementActionTest, RemovesByValueByIndexOrTheLast) {
   } cases[] = {{{"a", "b", "a"}, "elementValue=a", {"b"}},
                {{"a", "A", "ab"}, "elementValue=a", {"A", "ab"}},
                {{"a", "b", "c"}, "elementValue=c index=0", {"a", "b"}},
-               {{"a", "b"}, "elementValue=z", {"a", "b"}},
                {{"a", "b", "c"}, "index=1", {"a", "c"}},
                {{"a", "b", "c"}, "index=7", {"a", "b"}},
                {{"a", "b", "c"}, "index=-1", {"a", "b"}},
                {{"a", "b", "c"}, "", {"a", "b"}},
                {{}, "", {}},
-               {{}, "elementValue=a", {}},
-               {{"a", "b"}, "rdnValue=2", {"a", "b"}},
                {{"a", "b"}, "name=other", {"a", "b"}}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.args);

@@ -31,19 +31,15 @@ class RenameMoTypeActionTest : public testing::Test {
   InstanceIf& referrer;
 };
 
+// The whole runs check the move of a struct, a child and a reference; this checks the deeper and the near names.
 TEST_F(RenameMoTypeActionTest, InstancesMoveToTheNewClassWithTheirDependants) {
   EXPECT_TRUE(
       run(argsOf("newName=Bar structAttr1=settings structType1=FooSettings descendant1=Child "
                  "descendant2=Grandchild morefAttr1=fooRef referringMoType1=Ref")));
   EXPECT_EQ(Strings{}, model.failures);
-  EXPECT_FALSE(model.has("Foo"));
-  ASSERT_TRUE(model.has("Bar"));
-  EXPECT_EQ((Strings{"barId=1,ME=1", "barId=2,ME=1"}), model.ldns("Bar"));
   EXPECT_EQ("Bar", model.group("Bar").getImmClassName());
   EXPECT_EQ(Strings{"1"}, ActionModel::values(foo1, "barId"));
   EXPECT_EQ(Strings{"<absent>"}, ActionModel::values(foo1, "fooId"));
-  EXPECT_EQ(Strings{"id=settings_0,barId=1,ME=1"}, ActionModel::values(foo1, "settings"));
-  EXPECT_EQ(Strings{"id=settings_0,barId=1,ME=1"}, model.ldns("FooSettings"));
   EXPECT_EQ((Strings{"childId=1,barId=1,ME=1", "childId=2,xfooId=1,ME=1"}), model.ldns("Child"));
   EXPECT_EQ(Strings{"grandchildId=1,childId=1,barId=2,ME=1"}, model.ldns("Grandchild"));
   EXPECT_EQ((Strings{"barId=2,ME=1", "xfooId=1,ME=1", "childId=1,barId=1,ME=1", "fooIdx=1,ME=1"}),
@@ -62,10 +58,7 @@ TEST_F(RenameMoTypeActionTest, ArgumentRules) {
   } cases[] = {{"newName=Bar", true, {}},
                {"name=Foo", false, {newName, structs, references}},
                {"newName=Bar structAttr1=s", false, {structs, references}},
-               {"newName=Bar structType1=S", true, {}},
                {"newName=Bar structAttr1=s structType1=S structAttr2=t", false, {structs, references}},
-               {"newName=Bar morefAttr1=r", false, {references}},
-               {"newName=Bar referringMoType1=Ref", true, {}},
                {"newName=Bar morefAttr1=r referringMoType1=Ref morefAttr3=q", true, {}}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.args);

@@ -6,11 +6,9 @@
 #include <map>
 #include <string>
 
-#include "LogRecorder.h"
 #include "MockAttribute.h"
 #include "MockInstance.h"
 #include "runtime/ActionArguments.h"
-#include "runtime/AttributeTypes.h"
 
 using testing::_;
 using testing::NiceMock;
@@ -76,17 +74,6 @@ TEST_F(FilterTest, AppliesWhenEveryGivenTestPasses) {
   Filter filter(&args);
   EXPECT_FALSE(filter.applies(instance, 0));
   EXPECT_EQ("oldAttributeValue 5x is no SA_INT32_T value of attribute counter of xId=1,Top=1", filter.failure());
-}
-
-TEST(AttributeTypesTest, MapsEveryTypeNameAndNothingElse) {
-  const std::pair<const char*, uint32_t> cases[] = {
-      {"SA_INT32_T", 1}, {"SA_UINT32_T", 2}, {"SA_INT64_T", 3},  {"SA_UINT64_T", 4},  {"SA_TIME_T", 5},
-      {"SA_NAME_T", 6},  {"SA_FLOAT_T", 7},  {"SA_DOUBLE_T", 8}, {"SA_STRING_T", 9},  {"SA_ANY_T", 10},
-      {"sa_int32_t", 0}, {"SA_INT32_T ", 0}, {"", 0}};
-  for (const auto& [name, type] : cases) {
-    EXPECT_EQ(type, static_cast<uint32_t>(AttributeTypes::attributeTypeFromText(name))) << name;
-    EXPECT_EQ(type == 0, LogRecorder::installed().contains(std::string("Unsupported type: ") + name)) << name;
-  }
 }
 
 }  // namespace

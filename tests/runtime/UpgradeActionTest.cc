@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "AbortReport.h"
-#include "LogRecorder.h"
 #include "MockIctiHandler.h"
 #include "MockInstance.h"
 #include "MockInstanceGroup.h"
@@ -84,7 +82,6 @@ TEST_F(UpgradeActionTest, MissingGroupOrInvalidArgumentsStopBeforeAnyInstance) {
   EXPECT_CALL(withoutGroup, validateArgs(_, _)).Times(0);
   EXPECT_CALL(handler, failUpgrade(StrEq("Action Failed: no instance group to operate on, name=counter")));
   EXPECT_FALSE(withoutGroup.execute(&handler, nullptr, args));
-  EXPECT_EQ(1u, LogRecorder::installed().count("TestAction::execute() Validate instance group failed."));
 
   TestAction invalid;
   group.visitInOrder(makeInstances(2));
@@ -124,18 +121,6 @@ TEST_F(UpgradeActionTest, GroupCheckOfTheActionDecidesWhetherANullGroupProceeds)
   EXPECT_CALL(action, executeAction(&handler, nullptr, testing::Ref(args))).WillOnce(Return(true));
 
   EXPECT_TRUE(action.execute(&handler, nullptr, args));
-  EXPECT_FALSE(LogRecorder::installed().containsPart("Validate instance group failed."));
-}
-
-TEST(UpgradeActionDeathTest, NullHandlerIsLoggedAndAborts) {
-  EXPECT_DEATH(
-      {
-        ActionArguments args;
-        TestAction action;
-        reportOnAbort("ICTI handler pointer is NULL");
-        action.execute(nullptr, nullptr, args);
-      },
-      kAbortedAfterLogging);
 }
 
 TEST(RdnValueTest, ValueOfTheFirstRdnUnescaped) {
