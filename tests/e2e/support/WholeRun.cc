@@ -179,7 +179,7 @@ RunResult WholeRun::run() const {
   const std::string errorsPath = folders_.scratch + "/wrapper.err";
 
   std::vector<std::string> texts = {WRAPPER_BINARY, "--node",    folders_.node, "--out", folders_.out,
-                                    "--program",    UPGRADER_BINARY, "--timeout", "30", "--package", folders_.package};
+                                    "--program",    UPGRADER_BINARY, "--timeout", "90", "--package", folders_.package};
   texts.insert(texts.end(), options_.begin(), options_.end());
   std::vector<char*> argv;
   for (std::string& text : texts) argv.push_back(text.data());
