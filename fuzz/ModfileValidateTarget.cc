@@ -11,12 +11,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzzQuietProcess();
   FuzzFile file(data, size);
-  std::vector<std::unique_ptr<UpgradeActionIf>> actions;
+  std::vector<std::unique_ptr<UpgradeActionIf>> actions = createBuiltInActions();
   XmlHandler parser(nullptr);
-  for (UpgradeActionIf* action : createBuiltInActions()) {
-    actions.emplace_back(action);
-    parser.addAction(action);
-  }
+  for (const std::unique_ptr<UpgradeActionIf>& action : actions) parser.addAction(action.get());
   parser.parseModificationFile(file.path().c_str(), true);
   return 0;
 }

@@ -14,23 +14,22 @@
 #include "actions/RenameMoTypeAction.h"
 #include "actions/SetAttributeValueAction.h"
 #include "actions/SetStructAttributeValueAction.h"
-#include "runtime/UpgradeActionIf.h"
 
-std::vector<UpgradeActionIf*> createBuiltInActions() {
-  std::vector<UpgradeActionIf*> actions;
-  actions.push_back(new AddAttributeAction());
-  actions.push_back(new RemoveAttributeAction());
-  actions.push_back(new CreateChildInstanceAction());
-  actions.push_back(new RemoveChildInstanceAction());
-  actions.push_back(new DeleteMoTypeAction());
-  actions.push_back(new CreateMoTypeAction());
-  actions.push_back(new CreateChildStructAction());
-  actions.push_back(new SetAttributeValueAction());
-  actions.push_back(new RenameMoTypeAction());
-  actions.push_back(new RenameAttributeAction());
-  actions.push_back(new AddArrayElementAction());
-  actions.push_back(new RemoveArrayElementAction());
-  actions.push_back(new RenameENodeBFunctionIdAction());
-  actions.push_back(new SetStructAttributeValueAction());
+std::vector<std::unique_ptr<UpgradeActionIf>> createBuiltInActions() {
+  std::vector<std::unique_ptr<UpgradeActionIf>> actions;
+  actions.push_back(std::make_unique<AddAttributeAction>());
+  actions.push_back(std::make_unique<RemoveAttributeAction>());
+  actions.push_back(std::make_unique<CreateChildInstanceAction>());
+  actions.push_back(std::make_unique<RemoveChildInstanceAction>());
+  actions.push_back(std::make_unique<DeleteMoTypeAction>());
+  actions.push_back(std::make_unique<CreateMoTypeAction>());
+  actions.push_back(std::make_unique<CreateChildStructAction>());
+  actions.push_back(std::make_unique<SetAttributeValueAction>());
+  actions.push_back(std::make_unique<RenameMoTypeAction>());
+  actions.push_back(std::make_unique<RenameAttributeAction>());
+  actions.push_back(std::make_unique<AddArrayElementAction>());
+  actions.push_back(std::make_unique<RemoveArrayElementAction>());
+  actions.push_back(std::make_unique<RenameENodeBFunctionIdAction>());
+  actions.push_back(std::make_unique<SetStructAttributeValueAction>());
   return actions;
 }

@@ -5,14 +5,15 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <thread>
 
 #include "client/ModificationFileLookup.h"
 #include "client/UpgradeHandler.h"
 #include "client/WrapperSignal.h"
 #include "common/Log.h"
-#include "icti/IctiHandler.h"
 #include "env/PlatformEnv.h"
+#include "icti/IctiHandler.h"
 #include "parser/XmlHandler.h"
 #include "runtime/UpgradeActionIf.h"
 
@@ -39,6 +40,21 @@ struct Identity {
   std::string upNumber;
   std::string upRevision;
 };
+
+// Upgrades every schema on a thread of its own. The client's actions are
+// deleted once all threads have ended.
+void runSchemaThreads(Env& env, const std::vector<SchemaData>& schemas,
+                      const std::vector<std::vector<std::string>>& modificationFiles,
+                      std::vector<UpgradeActionIf*>& actions) {
+  const std::vector<std::unique_ptr<UpgradeActionIf>> owned(actions.begin(), actions.end());
+  std::vector<std::thread> threads;
+  for (size_t i = 0; i < schemas.size(); ++i) {
+    threads.emplace_back(UpgradeClientIf::upgradeSchema, std::ref(env), std::cref(schemas[i]),
+                         std::cref(modificationFiles[i]), std::cref(actions));
+  }
+  for (std::thread& thread : threads) thread.join();
+  actions.clear();
+}
 
 }  // namespace
 
@@ -72,17 +88,10 @@ void UpgradeClientIf::upgrade(Env& env, int argc, char** argv, const std::vector
                schemaNames.c_str());
 
   g_success = true;
-  std::vector<std::thread> threads;
-  for (size_t i = 0; i < schemas.size(); ++i) {
-    threads.emplace_back(upgradeSchema, std::ref(env), std::cref(schemas[i]), std::cref(modificationFiles[i]),
-                         std::cref(actions));
-  }
-  for (std::thread& thread : threads) thread.join();
+  runSchemaThreads(env, schemas, modificationFiles, actions);
 
   PersistentLog::instance().close();
   xmlCleanupParser();
-  for (UpgradeActionIf* action : actions) delete action;
-  actions.clear();
 
   if (g_success) WrapperSignal::send(socketPath);
   sleepForever(env);
@@ -107,12 +116,12 @@ void UpgradeClientIf::upgrade(int argc, char** argv, const std::vector<std::vect
 void UpgradeClientIf::upgradeSchema(Env& env, const SchemaData& schema,
                                     const std::vector<std::string>& modificationFiles,
                                     const std::vector<UpgradeActionIf*>& actions) {
-  auto* ictiHandler = new IctiHandler(env, schema.schemaName, schema.immNs);
-  auto* parser = new XmlHandler(ictiHandler);
-  auto* driver = new UpgradeHandler(schema.schemaName, schema.schemaPath, modificationFiles, schema.immNs, actions,
-                                    ictiHandler, parser, env);
+  IctiHandler ictiHandler(env, schema.schemaName, schema.immNs);
+  XmlHandler parser(&ictiHandler);
+  UpgradeHandler driver(schema.schemaName, schema.schemaPath, modificationFiles, schema.immNs, actions, &ictiHandler,
+                        &parser, env);
   TAV_LOG(INFO, "UPGRADE STARTING");
-  if (driver->upgrade()) {
+  if (driver.upgrade()) {
     TAV_LOG(INFO, "UPGRADE IS DONE");
   } else {
     g_success.store(false, std::memory_order_relaxed);
@@ -121,15 +130,13 @@ void UpgradeClientIf::upgradeSchema(Env& env, const SchemaData& schema,
             "point in signaling a success.\n",
             schema.schemaName.c_str());
   }
-  delete driver;
-  delete parser;
-  delete ictiHandler;
 }
 
 bool UpgradeClientIf::succeeded() { return g_success.load(std::memory_order_relaxed); }
 
 void UpgradeClientIf::sleepForever(Env& env) {
-  std::printf("Entering the never ending loop, if you want to terminate this program you are going to have to kill it.\n");
+  std::printf(
+      "Entering the never ending loop, if you want to terminate this program you are going to have to kill it.\n");
   std::fflush(stdout);
   for (;;) {
     unsigned int left = env.sleepSeconds(kSleepInterval);

@@ -3,9 +3,9 @@
 #include "actions/BuiltInActions.h"
 #include "common/Log.h"
 #include "icti/IctiHandler.h"
-#include "runtime/UpgradeActionIf.h"
 #include "parser/UpgradePathCalculator.h"
 #include "parser/XmlHandler.h"
+#include "runtime/UpgradeActionIf.h"
 
 std::atomic<int> UpgType{0};
 
@@ -28,13 +28,9 @@ UpgradeHandler::UpgradeHandler(const std::string& schemaName, const std::string&
       parser_(parser),
       env_(env),
       builtInActions_(createBuiltInActions()) {
-  for (UpgradeActionIf* action : builtInActions_) parser_->addAction(action);
+  for (const std::unique_ptr<UpgradeActionIf>& action : builtInActions_) parser_->addAction(action.get());
   for (UpgradeActionIf* action : clientActions) parser_->addAction(action);
   MessageFormatter::setPrefix(schemaName_.c_str());
-}
-
-UpgradeHandler::~UpgradeHandler() {
-  for (UpgradeActionIf* action : builtInActions_) delete action;
 }
 
 bool UpgradeHandler::isUpgradeRestart(Env& env) {
@@ -53,7 +49,8 @@ bool UpgradeHandler::upgrade() {
   bool opened = loadClasses();
   struct timespec t1 = env_.monotonicNow();
   if (!opened) {
-    ictiHandler_->failUpgrade(MessageFormatter::plain("Could not init ICTI session for schemaName: \"%s\"", schemaName_.c_str()).c_str());
+    ictiHandler_->failUpgrade(
+        MessageFormatter::plain("Could not init ICTI session for schemaName: \"%s\"", schemaName_.c_str()).c_str());
     return failureEnd();
   }
   std::string from, to;
@@ -73,7 +70,8 @@ bool UpgradeHandler::upgrade() {
   }
 
   struct timespec t2 = env_.monotonicNow();
-  TAV_LOG(INFO, "Call write/copy classes, finalize and wait. If no 'Upgrade done' seen in this log check SwmInternal log.");
+  TAV_LOG(INFO,
+          "Call write/copy classes, finalize and wait. If no 'Upgrade done' seen in this log check SwmInternal log.");
   // Whatever asked for a rollback on the way has failed the schema: its
   // model is not finalized, so nothing of it takes effect.
   if (ictiHandler_->failureCount() > 0 || !finalize(upgradeType) || ictiHandler_->failureCount() > 0) {
@@ -83,9 +81,8 @@ bool UpgradeHandler::upgrade() {
   struct timespec t3 = env_.monotonicNow();
   TAV_LOG_ONLY(PersistentLog::kSeverityInfo,
                "Upgrade done in %d ms (icti init took %d ms, actions took %d ms, finalize took %d ms, UpgType=%d )",
-               Env::millisecondsBetween(t0, t3), Env::millisecondsBetween(t0, t1),
-               Env::millisecondsBetween(t1, t2), Env::millisecondsBetween(t2, t3),
-               UpgType.load(std::memory_order_relaxed));
+               Env::millisecondsBetween(t0, t3), Env::millisecondsBetween(t0, t1), Env::millisecondsBetween(t1, t2),
+               Env::millisecondsBetween(t2, t3), UpgType.load(std::memory_order_relaxed));
   return true;
 }
 
@@ -99,8 +96,11 @@ bool UpgradeHandler::loadClasses() {
 
 bool UpgradeHandler::readVersions(std::string& from, std::string& to) {
   if (!ictiHandler_->getSchemaVersions(from, to)) {
-    ictiHandler_->failUpgrade(MessageFormatter::plain("Could not read schemaVersion for schemaName: \"%s\"", schemaName_.c_str()).c_str());
-    ictiHandler_->failUpgrade(MessageFormatter::plain("Failed to get from and to version for schemaName: \"%s\"", schemaName_.c_str()).c_str());
+    ictiHandler_->failUpgrade(
+        MessageFormatter::plain("Could not read schemaVersion for schemaName: \"%s\"", schemaName_.c_str()).c_str());
+    ictiHandler_->failUpgrade(
+        MessageFormatter::plain("Failed to get from and to version for schemaName: \"%s\"", schemaName_.c_str())
+            .c_str());
     return false;
   }
   return true;
@@ -132,7 +132,8 @@ bool UpgradeHandler::processPath(const std::vector<std::string>& path) {
     // A file whose actions asked for a rollback has failed, whatever the
     // actions returned.
     if (!parser_->parseModificationFile(file.c_str(), false) || ictiHandler_->failureCount() != failuresBefore) {
-      ictiHandler_->failUpgrade(MessageFormatter::plain("Failed to process modification file %s", file.c_str()).c_str());
+      ictiHandler_->failUpgrade(
+          MessageFormatter::plain("Failed to process modification file %s", file.c_str()).c_str());
       result = false;
     }
     TAV_LOG(INFO, "Processing of modification file %s was a %s", file.c_str(), result ? "SUCCESS" : "FAILURE");

@@ -8,7 +8,8 @@
 // The group's bookkeeping for one instance: its place in the list, and for
 // an Instance its place in the indexes.
 struct InstanceGroupMember {
-  InstanceIf* instance;
+  // Null once the instance is detached.
+  std::unique_ptr<InstanceIf> instance;
   // The same object when it is an Instance (indexed); null otherwise.
   Instance* indexed;
   // Grows with every append, so it orders members as the list does.
@@ -52,7 +53,7 @@ std::string withoutPrefix(const std::string& immClassName, const std::string& pr
 std::vector<InstanceIf*> instancesOf(const std::vector<InstanceGroupMember*>& members) {
   std::vector<InstanceIf*> instances;
   instances.reserve(members.size());
-  for (InstanceGroupMember* member : members) instances.push_back(member->instance);
+  for (InstanceGroupMember* member : members) instances.push_back(member->instance.get());
   return instances;
 }
 
@@ -81,27 +82,21 @@ InstanceGroup::InstanceGroup(const std::string& namespacePrefix, const std::stri
 
 InstanceGroup::InstanceGroup(const std::string& immClassName, const std::string& rdnAttribute,
                              const std::string& namespacePrefix, size_t expected)
-    : immClassName_(immClassName), className_(withoutPrefix(immClassName_, namespacePrefix)), rdnAttribute_(rdnAttribute) {
+    : immClassName_(immClassName),
+      className_(withoutPrefix(immClassName_, namespacePrefix)),
+      rdnAttribute_(rdnAttribute) {
   TAV_LOG(TRACE1, "InstanceGroup::InstanceGroup(SafcImmCtInstanceGroupT *, string)");
   TAV_LOG(INFO, "Creating instance group %s", className_.c_str());
   byLdn_.reserve(expected);
 }
 
 void InstanceGroup::appendRead(std::unique_ptr<Instance> instance) {
-  append(instance.release());
+  append(std::move(instance));
   TAV_TRACE(TRACE1, "Created instance %d, %s, className %s", static_cast<int>(count_ - 1), className_.c_str(),
-          immClassName_.c_str());
+            immClassName_.c_str());
 }
 
-InstanceGroup::~InstanceGroup() {
-  InstanceGroupMember* member = first_;
-  while (member != nullptr) {
-    InstanceGroupMember* next = member->next;
-    delete member->instance;
-    delete member;
-    member = next;
-  }
-}
+InstanceGroup::~InstanceGroup() = default;
 
 bool InstanceGroup::forEachInstance(const std::function<bool(InstanceIf&)>& step) {
   bool result = true;
@@ -122,7 +117,7 @@ std::vector<InstanceIf*> InstanceGroup::getInstances() const {
   std::vector<InstanceIf*> instances;
   instances.reserve(count_);
   for (InstanceGroupMember* member = first_; member != nullptr; member = member->next) {
-    instances.push_back(member->instance);
+    instances.push_back(member->instance.get());
   }
   return instances;
 }
@@ -150,10 +145,10 @@ std::vector<InstanceIf*> InstanceGroup::getChildInstances(const std::string& par
 
 InstanceIf* InstanceGroup::getInstance(const std::string& ldn) const {
   InstanceGroupMember* member = findFirst(ldn);
-  return member != nullptr ? member->instance : nullptr;
+  return member != nullptr ? member->instance.get() : nullptr;
 }
 
-InstanceIf* InstanceGroup::getFirstInstance() const { return first_ != nullptr ? first_->instance : nullptr; }
+InstanceIf* InstanceGroup::getFirstInstance() const { return first_ != nullptr ? first_->instance.get() : nullptr; }
 
 bool InstanceGroup::eraseInstance(const std::string& ldn) {
   TAV_TRACE(TRACE1, "InstanceGroup::eraseInstance()");
@@ -167,21 +162,21 @@ bool InstanceGroup::eraseInstance(const std::string& ldn) {
     return false;
   }
   TAV_TRACE(INFO, "Erase instance %s", ldn.c_str());
-  InstanceIf* instance = member->instance;
   unlink(member);
-  erased_.emplace_back(instance);
   return true;
 }
 
 // An instance is in one group at a time: adding a member again changes nothing.
 unsigned int InstanceGroup::addInstance(InstanceIf* instance) {
-  if (instance != nullptr && memberOf(instance) == nullptr) append(instance);
+  if (instance != nullptr && memberOf(instance) == nullptr) append(std::unique_ptr<InstanceIf>(instance));
   return count_;
 }
 
 void InstanceGroup::detachInstance(InstanceIf* instance) {
   InstanceGroupMember* member = memberOf(instance);
-  if (member != nullptr) unlink(member);
+  if (member == nullptr) return;
+  unlink(member);
+  static_cast<void>(member->instance.release());  // The caller owns it now.
 }
 
 bool InstanceGroup::isStructGroup() const {
@@ -202,15 +197,19 @@ InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const st
   // A new instance names itself as the read ones do: a class named by a
   // name attribute gets one.
   const AttributeInternalIf* model = first_ != nullptr ? first_->instance->getAttribute(rdnAttribute_) : nullptr;
-  auto* instance = new Instance(parentLdn, rdnAttribute_, rdnId, className_,
-                                model != nullptr ? model->getType() : ValueType::kString);
-  append(instance);
+  auto instance = std::make_unique<Instance>(parentLdn, rdnAttribute_, rdnId, className_,
+                                             model != nullptr ? model->getType() : ValueType::kString);
+  Instance* created = instance.get();
+  append(std::move(instance));
   TAV_TRACE(INFO, "The instance %s has been created", ldn.c_str());
-  return instance;
+  return created;
 }
 
-void InstanceGroup::append(InstanceIf* instance) {
-  auto* member = new InstanceGroupMember{instance, dynamic_cast<Instance*>(instance), nextOrder_++};
+void InstanceGroup::append(std::unique_ptr<InstanceIf> instance) {
+  auto* indexed = dynamic_cast<Instance*>(instance.get());
+  members_.push_back(
+      std::make_unique<InstanceGroupMember>(InstanceGroupMember{std::move(instance), indexed, nextOrder_++}));
+  InstanceGroupMember* member = members_.back().get();
   member->previous = last_;
   (last_ != nullptr ? last_->next : first_) = member;
   last_ = member;
@@ -236,7 +235,6 @@ void InstanceGroup::unlink(InstanceGroupMember* member) {
   } else {
     unindexed_.erase(std::find(unindexed_.begin(), unindexed_.end(), member));
   }
-  delete member;
 }
 
 void InstanceGroup::index(InstanceGroupMember* member) {
@@ -297,6 +295,6 @@ InstanceGroupMember* InstanceGroup::memberOf(InstanceIf* instance) const {
     return indexed->owner() == this ? indexed->membership() : nullptr;
   }
   auto it = std::find_if(unindexed_.begin(), unindexed_.end(),
-                         [instance](const InstanceGroupMember* member) { return member->instance == instance; });
+                         [instance](const InstanceGroupMember* member) { return member->instance.get() == instance; });
   return it != unindexed_.end() ? *it : nullptr;
 }

@@ -124,7 +124,7 @@ class LoggedFailures : public ModelFreeHandler {
 }  // namespace
 
 XmlHandler::XmlHandler(IctiHandlerIf* ictiHandler)
-    : loggedFailures_(ictiHandler == nullptr ? new LoggedFailures : nullptr),
+    : loggedFailures_(ictiHandler == nullptr ? std::make_unique<LoggedFailures>() : nullptr),
       ictiHandler_(ictiHandler != nullptr ? ictiHandler : loggedFailures_.get()) {}
 
 XmlHandler::~XmlHandler() = default;

@@ -2,10 +2,6 @@
 
 #include "common/Log.h"
 
-ActionArguments::~ActionArguments() {
-  for (OperationArgumentIf* operation : operations_) delete operation;
-}
-
 bool ActionArguments::addArgument(const std::string& name, const std::string& value) {
   if (arguments_.count(name) != 0) {
     TAV_LOG(INFO_ABN, "Argument with name: %s already added", name.c_str());
@@ -23,7 +19,10 @@ bool ActionArguments::getArgument(const std::string& name, std::string& value) c
   return true;
 }
 
-void ActionArguments::addOperation(OperationArgumentIf* operation) { operations_.push_back(operation); }
+void ActionArguments::addOperation(OperationArgumentIf* operation) {
+  owned_.emplace_back(operation);
+  operations_.push_back(operation);
+}
 
 void ActionArguments::logArguments() const {
   for (const auto& argument : arguments_) {

@@ -72,11 +72,10 @@ Diagnostics FileChecker::check(const std::string& file) {
   FailureCollector collector;
   std::vector<ActionSite> sites;
   XmlHandler parser(&collector);
-  std::vector<std::unique_ptr<UpgradeActionIf>> actions;
+  std::vector<std::unique_ptr<UpgradeActionIf>> actions = createBuiltInActions();
   std::vector<std::unique_ptr<RecordingAction>> recorders;
-  for (UpgradeActionIf* action : createBuiltInActions()) {
-    actions.emplace_back(action);
-    recorders.emplace_back(new RecordingAction(action, &collector, file, &sites));
+  for (const std::unique_ptr<UpgradeActionIf>& action : actions) {
+    recorders.push_back(std::make_unique<RecordingAction>(action.get(), &collector, file, &sites));
     parser.addAction(recorders.back().get());
   }
   Diagnostics xmlErrors;

@@ -4,11 +4,11 @@
 #ifndef VOSK_ACTIONS_BUILT_IN_ACTIONS_H
 #define VOSK_ACTIONS_BUILT_IN_ACTIONS_H
 
+#include <memory>
 #include <vector>
 
-class UpgradeActionIf;
+#include "runtime/UpgradeActionIf.h"
 
-// The caller owns the actions and deletes them through UpgradeActionIf.
-std::vector<UpgradeActionIf*> createBuiltInActions();
+std::vector<std::unique_ptr<UpgradeActionIf>> createBuiltInActions();
 
 #endif

@@ -9,13 +9,14 @@
 #define VOSK_CLIENT_UPGRADE_HANDLER_H
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "env/Env.h"
+#include "runtime/UpgradeActionIf.h"
 
 class IctiHandler;
-class UpgradeActionIf;
 class XmlHandler;
 
 // The kind of the last finalized upgrade of any schema thread: 0 equal
@@ -32,7 +33,6 @@ class UpgradeHandler {
                  const std::vector<std::string>& modificationFiles, const std::string& immNs,
                  const std::vector<UpgradeActionIf*>& clientActions, IctiHandler* ictiHandler, XmlHandler* parser,
                  Env& env);
-  ~UpgradeHandler();
 
   UpgradeHandler(const UpgradeHandler&) = delete;
   UpgradeHandler& operator=(const UpgradeHandler&) = delete;
@@ -59,7 +59,7 @@ class UpgradeHandler {
   IctiHandler* const ictiHandler_;
   XmlHandler* const parser_;
   Env& env_;
-  std::vector<UpgradeActionIf*> builtInActions_;
+  std::vector<std::unique_ptr<UpgradeActionIf>> builtInActions_;
 };
 
 #endif

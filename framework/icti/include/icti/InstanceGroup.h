@@ -85,7 +85,7 @@ class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
   };
   using ParentEntry = std::pair<const std::string, Siblings>;
 
-  void append(InstanceIf* instance);
+  void append(std::unique_ptr<InstanceIf> instance);
   void unlink(InstanceGroupMember* member);
   void index(InstanceGroupMember* member);
   void unindex(InstanceGroupMember* member);
@@ -108,7 +108,10 @@ class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
   std::vector<InstanceGroupMember*> unindexed_;
   // The member each forEachInstance walk in progress stands on.
   std::vector<InstanceGroupMember**> cursors_;
-  std::vector<std::unique_ptr<InstanceIf>> erased_;
+  // Every member ever appended. Unlinked members stay until the group is
+  // destroyed: an erased instance stays alive with its member, a detached
+  // one has been released to the caller.
+  std::vector<std::unique_ptr<InstanceGroupMember>> members_;
 };
 
 #endif

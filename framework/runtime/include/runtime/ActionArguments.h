@@ -5,14 +5,15 @@
 #define VOSK_RUNTIME_ACTION_ARGUMENTS_H
 
 #include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "runtime/ActionArgumentsIf.h"
 
 class ActionArguments : public ActionArgumentsIf {
  public:
   ActionArguments() = default;
-  ~ActionArguments() override;
 
   ActionArguments(const ActionArguments&) = delete;
   ActionArguments& operator=(const ActionArguments&) = delete;
@@ -26,6 +27,8 @@ class ActionArguments : public ActionArgumentsIf {
 
  private:
   std::map<std::string, std::string> arguments_;
+  // The same operations as `operations_`, which the interface hands out.
+  std::vector<std::unique_ptr<OperationArgumentIf>> owned_;
   Operations operations_;
 };
 
