@@ -1,6 +1,5 @@
 // An in-memory model for the action tests: real instance groups served by an
-// ICTI handler that records failure reports instead of rolling back, with
-// builders for instances and arguments and a way to run an action.
+// ICTI handler that records failure reports instead of rolling back.
 
 #ifndef VOSK_TESTS_ACTIONS_ACTION_MODEL_H
 #define VOSK_TESTS_ACTIONS_ACTION_MODEL_H
@@ -64,7 +63,7 @@ class ActionModel : public IctiHandlerIf {
   }
   InstanceIf* getTheOnlyInstance(const std::string& className, const std::string& prefix) override {
     InstanceGroupIf* group = getInstanceGroup(className, prefix);
-    return group == nullptr || group->getNumberOfInstances() != 1 ? nullptr : group->getFirstInstance();
+    return group != nullptr && group->getNumberOfInstances() == 1 ? group->getFirstInstance() : nullptr;
   }
   InstanceGroupIf* addInstanceGroup(const std::string& className) override {
     return has(className) ? nullptr : &group(className);
@@ -85,9 +84,8 @@ class ActionModel : public IctiHandlerIf {
 
   // The group of the class, created empty on first use.
   InstanceGroup& group(const std::string& className) {
-    std::unique_ptr<InstanceGroup>& slot = groups_[className];
-    if (!slot) slot = std::make_unique<InstanceGroup>("", className);
-    return *slot;
+    auto& slot = groups_[className];
+    return *(slot ? slot : slot = std::make_unique<InstanceGroup>("", className));
   }
   bool has(const std::string& className) const { return groups_.count(className) != 0; }
 
@@ -124,27 +122,13 @@ class ActionModel : public IctiHandlerIf {
 
   // Runs the action on the class's group (null when the model lacks it).
   bool run(UpgradeActionIf& action, const std::string& className, const Args& args, const std::vector<Op>& ops = {}) {
-    auto found = groups_.find(className);
-    return runOn(action, found == groups_.end() ? nullptr : found->second.get(), args, ops);
+    return runOn(action, has(className) ? &group(className) : nullptr, args, ops);
   }
   bool runOn(UpgradeActionIf& action, InstanceGroupIf* group, const Args& args, const std::vector<Op>& ops = {}) {
-    std::unique_ptr<ActionArguments> arguments = argumentsOf(args, ops);
-    return action.execute(this, group, *arguments);
+    return action.execute(this, group, *argumentsOf(args, ops));
   }
   bool validate(UpgradeActionIf& action, const Args& args, const std::vector<Op>& ops = {}) {
-    std::unique_ptr<ActionArguments> arguments = argumentsOf(args, ops);
-    return action.validateArgs(*arguments, this);
-  }
-
-  static std::unique_ptr<ActionArguments> argumentsOf(const Args& args, const std::vector<Op>& ops = {}) {
-    auto arguments = std::make_unique<ActionArguments>();
-    for (const auto& [name, value] : args) arguments->addArgument(name, value);
-    for (const Op& fields : ops) {
-      auto* operation = new OperationArgument();
-      for (const auto& [field, text] : fields) setField(*operation, field, text.c_str());
-      arguments->addOperation(operation);
-    }
-    return arguments;
+    return action.validateArgs(*argumentsOf(args, ops), this);
   }
 
   Strings failures;
@@ -152,8 +136,17 @@ class ActionModel : public IctiHandlerIf {
   std::set<std::string> defined;
 
  private:
-  static void setField(OperationArgument& op, const std::string& field, const char* text) {
-    if (!op.setByName(field.c_str(), text)) ADD_FAILURE() << "unknown operation field " << field;
+  static std::unique_ptr<ActionArguments> argumentsOf(const Args& args, const std::vector<Op>& ops) {
+    auto arguments = std::make_unique<ActionArguments>();
+    for (const auto& [name, value] : args) arguments->addArgument(name, value);
+    for (const Op& fields : ops) {
+      auto* operation = new OperationArgument();
+      for (const auto& [field, text] : fields) {
+        if (!operation->setByName(field.c_str(), text.c_str())) ADD_FAILURE() << "unknown operation field " << field;
+      }
+      arguments->addOperation(operation);
+    }
+    return arguments;
   }
 
   std::map<std::string, std::unique_ptr<InstanceGroup>> groups_;

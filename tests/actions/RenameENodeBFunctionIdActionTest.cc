@@ -49,8 +49,6 @@ TEST(RenameENodeBFunctionIdActionTest, RenamesNamesOfItsOwnSubtreeOnlyAndRootFun
   EXPECT_EQ(Strings{"sectorCarrierId=1,eNodeBFunctionId=1,managedElementId=1"},
             ActionModel::values(cell, "sectorCarrierRef"));
   EXPECT_EQ(Strings{kCarrier}, ActionModel::values(cell, "userLabel")) << "only names are renamed";
-  // Lookups by the new names work: the groups follow the renames.
-  EXPECT_NE(nullptr, model.group("EUtranCellFDD").getInstance("eUtranCellFDDId=3,eNodeBFunctionId=7"));
 }
 
 TEST(RenameENodeBFunctionIdActionTest, AMissingMoClassFailsTheRename) {

@@ -31,19 +31,13 @@ class RenameMoTypeActionTest : public testing::Test {
   InstanceIf& referrer;
 };
 
-// The whole runs check the move of a struct, a child and a reference; this checks the deeper and the near names.
-TEST_F(RenameMoTypeActionTest, InstancesMoveToTheNewClassWithTheirDependants) {
-  EXPECT_TRUE(
-      run(argsOf("newName=Bar structAttr1=settings structType1=FooSettings descendant1=Child "
-                 "descendant2=Grandchild morefAttr1=fooRef referringMoType1=Ref")));
+// The whole runs check the move of a struct, a child and a reference, and
+// renameRdns below the near names; this checks the descendants' descendants.
+TEST_F(RenameMoTypeActionTest, DescendantsOfEveryListedClassMove) {
+  EXPECT_TRUE(run(argsOf("newName=Bar structAttr1=settings structType1=FooSettings descendant1=Child "
+                         "descendant2=Grandchild")));
   EXPECT_EQ(Strings{}, model.failures);
-  EXPECT_EQ("Bar", model.group("Bar").getImmClassName());
-  EXPECT_EQ(Strings{"1"}, ActionModel::values(foo1, "barId"));
-  EXPECT_EQ(Strings{"<absent>"}, ActionModel::values(foo1, "fooId"));
-  EXPECT_EQ((Strings{"childId=1,barId=1,ME=1", "childId=2,xfooId=1,ME=1"}), model.ldns("Child"));
   EXPECT_EQ(Strings{"grandchildId=1,childId=1,barId=2,ME=1"}, model.ldns("Grandchild"));
-  EXPECT_EQ((Strings{"barId=2,ME=1", "xfooId=1,ME=1", "childId=1,barId=1,ME=1", "fooIdx=1,ME=1"}),
-            ActionModel::values(referrer, "fooRef"));
 }
 
 TEST_F(RenameMoTypeActionTest, ArgumentRules) {
@@ -88,28 +82,20 @@ TEST_F(RenameMoTypeActionTest, DescendantsFollowOnlyTogetherWithStructAttributes
 TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
   const struct {
     const char* extra;
-    Strings failures;
+    std::string failure;  // for each instance that stays out
     Strings moved;
     bool oldKept = false;
   } cases[] = {
       // A class no model defines stops the rename before it starts.
       {"morefAttr1=fooRef referringMoType1=Undefined",
-       {"RenameMoTypeAction: referringMoType1 Undefined is a class that neither the old nor the new model defines"},
+       "RenameMoTypeAction: referringMoType1 Undefined is a class that neither the old nor the new model defines",
        {},
        true},
-      {"structAttr1=unset structType1=Child descendant1=Nowhere",
-       {"No instance group Nowhere", "No instance group Nowhere"},
-       {}},
-      {"morefAttr1=fooRef referringMoType1=Nowhere",
-       {"Not able to get referring MO type Nowhere", "Not able to get referring MO type Nowhere"},
-       {}},
-      {"morefAttr1=fooRef referringMoType1=Ref",
-       {"No reference attribute fooRef on instance refId=2,ME=1",
-        "No reference attribute fooRef on instance refId=2,ME=1"},
-       {}},
-      {"structAttr1=settings structType1=Nowhere", {"No struct MO type Nowhere", "No struct MO type Nowhere"}, {}},
-      {"structAttr1=settings structType1=Child",
-       {"Not able to retrieve struct instance id=settings_0,fooId=1,ME=1"},
+      {"structAttr1=unset structType1=Child descendant1=Nowhere", "No instance group Nowhere", {}},
+      {"morefAttr1=fooRef referringMoType1=Nowhere", "Not able to get referring MO type Nowhere", {}},
+      {"morefAttr1=fooRef referringMoType1=Ref", "No reference attribute fooRef on instance refId=2,ME=1", {}},
+      {"structAttr1=settings structType1=Nowhere", "No struct MO type Nowhere", {}},
+      {"structAttr1=settings structType1=Child", "Not able to retrieve struct instance id=settings_0,fooId=1,ME=1",
        {"barId=2,ME=1"}}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.extra);
@@ -121,7 +107,7 @@ TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
     fresh.add("Ref", "ME=1", "2");
     fresh.defined.insert("Nowhere");
     fresh.run(action, "Foo", argsOf(std::string("newName=Bar ") + c.extra));
-    EXPECT_EQ(c.failures, fresh.failures);
+    EXPECT_EQ(Strings((c.oldKept ? 1 : 2) - c.moved.size(), c.failure), fresh.failures);
     EXPECT_EQ(c.oldKept, fresh.has("Foo"));
     EXPECT_EQ(c.moved, fresh.ldns("Bar"));
   }
@@ -129,11 +115,7 @@ TEST_F(RenameMoTypeActionTest, MissingDependantsKeepInstancesOutOfTheNewClass) {
 
 TEST_F(RenameMoTypeActionTest, RefusedRenamesKeepTheOldClass) {
   EXPECT_FALSE(model.run(action, "FooSettings", {{"newName", "Other"}}));
-  EXPECT_FALSE(model.runOn(action, nullptr, {{"name", "Foo"}, {"newName", "Bar"}}));
-  EXPECT_EQ((Strings{"RenameMoTypeAction can not be performed on struct MO types",
-                     "Action Failed: renameMoType: No instance group to operate on. Renaming a non-existing MO class "
-                     "is not permitted. Action arguments: name = Foo, value = Bar "}),
-            model.failures);
+  EXPECT_EQ(Strings{"RenameMoTypeAction can not be performed on struct MO types"}, model.failures);
   EXPECT_TRUE(model.has("FooSettings"));
   EXPECT_FALSE(model.has("Other"));
   model.group("Bar");

@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "ActionModel.h"
-#include "LogRecorder.h"
 #include "actions/SetAttributeValueAction.h"
 #include "actions/SetStructAttributeValueAction.h"
 #include "icti/AttributeValue.h"
@@ -53,32 +52,21 @@ SetRun setOn(std::vector<Attr> attributes, const Args& args, const std::vector<O
   return {result, ActionModel::values(cell, args.front().second), model.failures};
 }
 
-TEST(SetAttributeValueActionTest, EveryOperatorWorksInTheTypesWidth) {
+// Each operator calls its own operation; the arithmetic in each type's width is the attribute's (AttributeTest).
+TEST(SetAttributeValueActionTest, EveryOperatorCallsItsOperation) {
   // "<before> <operator> <operand> -> <after>"
-  const struct {
-    ValueType type;
-    Strings changes;
-  } cases[] = {
-      // Each operator once; the arithmetic of every type is the attribute's own.
-      {kI32,
-       {"5 = -7 -> -7", "-7 / 2 -> -3", "1 << 31 -> -2147483648", "-8 >> 1 -> 2147483644", "12 & 10 -> 8",
-        "12 | 3 -> 15", "12 ^ 10 -> 6"}},
-      {kU32, {"4294967295 + 1 -> 0", "0 - 1 -> 4294967295"}},
-      {kU64, {"9223372036854775808 * 2 -> 0"}},
-      {kDouble, {"1.5 * 2 -> 3", "0.1 + 0.2 -> 0.30000000000000004"}},
-      {kString, {"ab + cd -> abcd"}},
-      {kName, {"a=1 = b=2,a=1 -> b=2,a=1"}}};
-  for (const auto& c : cases) {
-    for (const std::string& change : c.changes) {
-      SCOPED_TRACE(change);
-      std::istringstream parts(change);
-      std::string before, op, operand, arrow, after;
-      parts >> before >> op >> operand >> arrow >> after;
-      SetRun run = setOn({{"x", c.type, {before}}}, {{"name", "x"}}, {{{"operator", op}, {"value", operand}}});
-      EXPECT_TRUE(run.result);
-      EXPECT_EQ(Strings{after}, run.values);
-      EXPECT_EQ(Strings{}, run.failures);
-    }
+  for (const char* change : {"5 = -7 -> -7", "5 - 7 -> -2", "5 * 3 -> 15", "-7 / 2 -> -3", "1 << 31 -> -2147483648",
+                             "-8 >> 1 -> 2147483644", "12 & 10 -> 8", "12 | 3 -> 15", "12 ^ 10 -> 6",
+                             "ab + cd -> abcd"}) {
+    SCOPED_TRACE(change);
+    std::istringstream parts(change);
+    std::string before, op, operand, arrow, after;
+    parts >> before >> op >> operand >> arrow >> after;
+    const ValueType type = before == "ab" ? kString : kI32;
+    SetRun run = setOn({{"x", type, {before}}}, {{"name", "x"}}, {{{"operator", op}, {"value", operand}}});
+    EXPECT_TRUE(run.result);
+    EXPECT_EQ(Strings{after}, run.values);
+    EXPECT_EQ(Strings{}, run.failures);
   }
   SetRun chained = setOn({{"x", kI32, {"3"}}}, {{"name", "x"}},
                          {{{"operator", "+"}, {"value", "1"}}, {{"operator", "*"}, {"value", "10"}}});
@@ -97,9 +85,6 @@ TEST(SetAttributeValueActionTest, RangesChangeOnlyTheValuesWithinTheirInclusiveB
                 {"-141", "0", "0", "0", "-130"}},
                {kI32, {"4", "5", "6"}, R"(rangeStart="5")", {"4", "0", "0"}},
                {kI32, {"4", "5", "6"}, R"(rangeEnd="5")", {"0", "0", "6"}},
-               {kU32, {"4294967295", "1"}, R"(rangeStart="2")", {"0", "1"}},
-               {kI64, {"-1", "1"}, R"(rangeEnd="-1")", {"0", "1"}},
-               {kDouble, {"0.5", "1.5"}, R"(rangeStart="0.5" rangeEnd="0.5")", {"0", "1.5"}},
                {kString, {"a", "b", "c"}, R"(rangeStart="b" rangeEnd="b")", {"a", "0", "c"}}};
   for (const auto& c : cases) {
     SetRun run =
@@ -208,13 +193,10 @@ TEST_F(SetAttributeSourceTest, FillsTheValueFromTheSource) {
     std::string operation;
     Strings after;
   } cases[] = {
-      {R"(value="new")", {"new"}},
-      {R"(valueFromAttr="plmns")", {"70000", "5"}},
       {R"(valueFromSingleAttr="plmns")", {"70000"}},
       {R"(valueFromAttr="label" valueFromInstance="sectorId=1,nodeId=1,siteId=7")", {"sector one"}},
       {R"(valueFromAttr="label" valueFromInstance="id=plmn_0,cellId=1,nodeId=1,siteId=7" structType="Plmn")",
        {"plmn struct"}},
-      {R"(valueFromAttr="label" valueFromParentInstance="true")", {"node one"}},
       {R"(valueFromAttr="label" valueFromParentInstance="Site")", {"site seven"}},
       {R"(valueFromAttr="label" valueFromMoTypeAnyInstance="Sector")", {"sector one"}},
       {R"(valueFromAttr="label" valueFromMoTypeAnyChildInstance="Carrier")", {"carrier two"}},
@@ -271,25 +253,19 @@ TEST(SetAttributeValueActionTest, AbsentAttributeIsCreatedWithTheGivenTypeByAnAs
   EXPECT_EQ(Strings{"<absent>"}, ActionModel::values(cell, "none"));
 }
 
-TEST(SetAttributeValueActionTest, FilterSkipsInstancesOldValueSelectsPositionsAFailureStopsNoOther) {
+TEST(SetAttributeValueActionTest, OldValueSelectsPositionsAFailureStopsNoOther) {
   ActionModel model;
   InstanceIf& one = model.add("Cell", "", "1", {{"x", kI32, {"-140", "5", "-140"}}});
   InstanceIf& two = model.add("Cell", "", "2", {{"x", kI32, {"-140"}}, {"y", kI32, {"9"}}});
-  InstanceIf& three = model.add("Cell", "", "3", {{"x", kI32, {"7"}}});
   SetAttributeValueAction action;
   EXPECT_TRUE(model.run(action, "Cell", {{"name", "x"}, {"oldAttributeValue", "-140"}},
                         {{{"operator", "="}, {"value", "-130"}}}));
   EXPECT_EQ((Strings{"-130", "5", "-130"}), ActionModel::values(one, "x"));
   EXPECT_EQ(Strings{"-130"}, ActionModel::values(two, "x"));
-  EXPECT_EQ(Strings{"7"}, ActionModel::values(three, "x"));
-
-  EXPECT_TRUE(model.run(action, "Cell", {{"name", "x"}, {"rdnValue", "2"}}, {{{"operator", "="}, {"value", "0"}}}));
-  EXPECT_EQ(Strings{"0"}, ActionModel::values(two, "x"));
-  EXPECT_EQ(Strings{"7"}, ActionModel::values(three, "x"));
 
   EXPECT_FALSE(model.run(action, "Cell", {{"name", "x"}}, {{{"operator", "="}, {"valueFromAttr", "y"}}}));
   EXPECT_EQ(Strings{"9"}, ActionModel::values(two, "x"));
-  EXPECT_EQ(2u, model.failures.size());
+  EXPECT_EQ(1u, model.failures.size());
 }
 
 // cellId=1 refers to the structs id=p_0 (mnc 1) and id=p_1 (mnc 2) and has mncLength 3.
@@ -315,19 +291,11 @@ class SetStructAttributeValueActionTest : public testing::Test {
 };
 
 TEST_F(SetStructAttributeValueActionTest, ChangesTheReferredStructsTheArgumentsSelect) {
-  const struct {
-    Args extra;
-    Op operation;
-    Strings mncs;
-  } cases[] = {{{}, {{"operator", "+"}, {"value", "10"}}, {"11", "12"}},
-               {{}, {{"operator", "="}, {"valueFromAttr", "mncLength"}}, {"3", "3"}},
-               {{{"oldAttributeValue", "id=p_1,cellId=1"}}, {{"operator", "="}, {"value", "7"}}, {"3", "7"}},
-               {{{"rdnValue", "2"}}, {{"operator", "="}, {"value", "9"}}, {"3", "7"}}};
   model.add("Cell", "", "2");
-  for (const auto& c : cases) {
-    EXPECT_TRUE(run(c.extra, c.operation));
-    EXPECT_EQ(c.mncs, mncs());
-  }
+  EXPECT_TRUE(run({}, {{"operator", "="}, {"valueFromAttr", "mncLength"}}));
+  EXPECT_EQ((Strings{"3", "3"}), mncs()) << "the source is the referring instance";
+  EXPECT_TRUE(run({{"oldAttributeValue", "id=p_1,cellId=1"}}, {{"operator", "="}, {"value", "7"}}));
+  EXPECT_EQ((Strings{"3", "7"}), mncs());
   EXPECT_EQ(Strings{}, model.failures);
 }
 
@@ -338,13 +306,9 @@ TEST_F(SetStructAttributeValueActionTest, FailureTexts) {
   EXPECT_FALSE(
       model.validate(action, {{"name", "plmns"}, {"structType", "Plmn"}}, {{{"operator", "="}, {"value", "1"}}}));
   EXPECT_FALSE(model.validate(action, {{"name", "plmns"}, {"structType", "Plmn"}, {"structAttribute", "mnc"}}));
-  EXPECT_FALSE(model.run(action, "Radio", {{"name", "plmns"}, {"structAttribute", "mnc"}, {"structType", "Plmn"}},
-                         {{{"operator", "="}, {"value", "1"}}}));
   EXPECT_EQ((Strings{"SetStructAttributeValueAction: struct instance id=p_9,cellId=1 of Plmn not found",
                      "SetStructAttributeValueAction requires arguments name, structType and structAttribute.",
-                     "SetStructAttributeValueAction requires at least one Operation.",
-                     "Action Failed: SetStructAttributeValueAction: No instance group to operate on. Action arguments: "
-                     "name=plmns, structAttribute=mnc, structType=Plmn"}),
+                     "SetStructAttributeValueAction requires at least one Operation."}),
             model.failures);
 }
 

@@ -8,9 +8,9 @@
 #include <tuple>
 #include <vector>
 
-#include "GroupRecordBuilder.h"
-#include "LogRecorder.h"
 #include "MockEnv.h"
+#include "icti/ImmRecords.h"
+#include "icti/InstanceGroup.h"
 
 using testing::_;
 using testing::DoAll;
@@ -25,6 +25,23 @@ namespace {
 const char* const kIdentityPrefix =
     "UPGRADE FAIL: Application identity: wmtName = Upgrader, wmtNumber = CXP1, wmtRevision = R1A, wpkRevision = "
     "(null). ";
+
+// What readInstances hands out for one class: its instances, one per RDN
+// value below `parent`, as the model writes them.
+class GroupRecord {
+ public:
+  explicit GroupRecord(const std::string& immClassName, const std::vector<std::string>& ids = {},
+                       const std::string& parent = "")
+      : group_(immClassName, "", "Ns", ids.size()) {
+    for (const std::string& id : ids) group_.createInstance(parent, id, false, "");
+    EXPECT_TRUE(records_.add(group_));
+  }
+  SafcImmCtInstanceGroupT** get() { return records_.terminated(); }
+
+ private:
+  InstanceGroup group_;
+  ImmRecords records_;
+};
 
 std::vector<std::string> names(SaImmClassNameT* classNames) {
   std::vector<std::string> result;
@@ -42,53 +59,42 @@ class IctiHandlerTest : public testing::Test {
  protected:
   void SetUp() override {
     env.variables = {{"WMT_NAME", "Upgrader"}, {"WMT_NO", "CXP1"}, {"WMT_REV", "R1A"}};
-    answerOk(env);
-  }
-
-  // Every call succeeds; failure texts are collected in `failures`.
-  void answerOk(NiceMock<MockEnv>& tool) {
-    ON_CALL(tool, immCtInitialize(_, _)).WillByDefault(DoAll(SetArgPointee<0>(42), Return(SA_AIS_OK)));
-    ON_CALL(tool, immCtReadSchemaVersion(_, _, _, _))
-        .WillByDefault(DoAll(SetArgPointee<2>(SafcImmCtSchemaVersionT_2{1, 0, 0}),
-                             SetArgPointee<3>(SafcImmCtSchemaVersionT_2{2, 1, 3}), Return(SA_AIS_OK)));
-    ON_CALL(tool, immCtFailUpgrade(_, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, const char* text) {
+    // Every call succeeds; failure texts are collected in `failures`.
+    ON_CALL(env, immCtInitialize(_, _)).WillByDefault(DoAll(SetArgPointee<0>(42), Return(SA_AIS_OK)));
+    ON_CALL(env, immCtFailUpgrade(_, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, const char* text) {
       failures.push_back(text);
       return SA_AIS_OK;
     }));
-    ON_CALL(tool, immCtInstanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
-    ON_CALL(tool, immCtFinalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) {
+    ON_CALL(env, immCtInstanceGroupsMemoryFree(_, _)).WillByDefault(Return(SA_AIS_OK));
+    ON_CALL(env, immCtFinalize(_)).WillByDefault(Invoke([this](SafcImmCtHandleT) {
       ++finalizeCalls;
-      return finalizeAnswer;
+      return SA_AIS_OK;
     }));
-    ON_CALL(tool, immCtWriteInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
+    ON_CALL(env, immCtWriteInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SafcImmCtInstanceGroupT** g) {
       written = groupNames(g);
-      return writeAnswer;
+      return SA_AIS_OK;
     }));
-    ON_CALL(tool, immCtCopyInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SaImmClassNameT* n) {
+    ON_CALL(env, immCtCopyInstances(42, _)).WillByDefault(Invoke([this](SafcImmCtHandleT, SaImmClassNameT* n) {
       copied = names(n);
-      return copyAnswer;
+      return SA_AIS_OK;
     }));
-    ON_CALL(tool, immCtWriteRtInstances(42, StrEq("upgradeImpl"), _))
+    ON_CALL(env, immCtWriteRtInstances(42, StrEq("upgradeImpl"), _))
         .WillByDefault(Invoke([this](SafcImmCtHandleT, const SaImmOiImplementerNameT, SafcImmCtInstanceGroupT** g) {
           rtpWritten = groupNames(g);
           return rtpAnswer;
         }));
   }
 
-  // Lets readInstances of `className` answer with `builder`'s record.
-  void answerRead(const std::string& className, GroupRecordBuilder& builder) {
+  // Lets readInstances of `className` answer with `record`.
+  void answerRead(const std::string& className, GroupRecord& record) {
     EXPECT_CALL(env, immCtReadInstances(42, StrEq(className), _))
-        .WillOnce(DoAll(SetArgPointee<2>(builder.build()), Return(SA_AIS_OK)));
-  }
-
-  bool initWith(const IctiHandler::ClassList& config, const IctiHandler::ClassList& rtp = {}) {
-    return handler.init(config, rtp);
+        .WillOnce(DoAll(SetArgPointee<2>(record.get()), Return(SA_AIS_OK)));
   }
 
   NiceMock<MockEnv> env;
   IctiHandler handler{env, "RadioNode", "Ns"};
   std::vector<std::string> failures, written, copied, rtpWritten;
-  SaAisErrorT writeAnswer = SA_AIS_OK, copyAnswer = SA_AIS_OK, rtpAnswer = SA_AIS_OK, finalizeAnswer = SA_AIS_OK;
+  SaAisErrorT rtpAnswer = SA_AIS_OK;
   int finalizeCalls = 0;
 };
 
@@ -114,57 +120,26 @@ TEST_F(IctiHandlerTest, OpeningRetriesOnlyWhileTheToolAsksToTryAgainLater) {
     EXPECT_EQ(c.opened, fresh.init({}, {})) << c.answers.size();
     EXPECT_EQ(c.sleeps, tool.sleeps) << c.answers.size();
   }
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "Failed to init upgrade, error 31, handle value 0. Initialize ICTI attempt: 3 out of 3."));
-  EXPECT_TRUE(LogRecorder::installed().contains("Failed to init upgrade, error 2, handle value 0."));
   // The virtual machine mode follows BT.
   env.variables["BT"] = "VM";
   EXPECT_CALL(env, immCtInitialize(_, 1)).WillOnce(Return(SA_AIS_OK));
-  EXPECT_TRUE(initWith({}));
+  EXPECT_TRUE(handler.init({}, {}));
 }
 
-TEST_F(IctiHandlerTest, VersionsAreReadForTheSchemaAndAFailureIsReported) {
-  EXPECT_CALL(env, immCtReadSchemaVersion(42, StrEq("RadioNode"), _, _));
-  ASSERT_TRUE(initWith({{"NsManagedElement", "managedElementId"}}));
-  EXPECT_TRUE(LogRecorder::installed().contains("Inserting class NsManagedElement, rdn attr managedElementId"));
-  std::string from, to;
-  ASSERT_TRUE(handler.getSchemaVersions(from, to));
-  EXPECT_EQ("1_0_0", from);
-  EXPECT_EQ("2_1_3", to);
-
-  EXPECT_CALL(env, immCtReadSchemaVersion(_, _, _, _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  IctiHandler failing(env, "RadioNode", "Ns");
-  EXPECT_TRUE(failing.init({}, {}));
-  EXPECT_FALSE(failing.getSchemaVersions(from, to));
-  EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) +
-                                     "Failed to get schema versions for RadioNode, error 12!\n"},
-            failures);
-}
-
+// Reading the versions, and the failures of the calls a whole run makes, are
+// checked by the whole runs (FaultMatrixTest).
 TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCacheButAFailedReadIsNot) {
-  ASSERT_TRUE(initWith({{"NsEUtranCellFDD", "eUtranCellFDDId"}}));
-  GroupRecordBuilder cells("NsEUtranCellFDD");
-  cells.instance("ENodeBFunction=1", {{"eUtranCellFDDId", "1"}}).instance("ENodeBFunction=1", {{"eUtranCellFDDId", "2"}});
+  ASSERT_TRUE(handler.init({{"NsEUtranCellFDD", "eUtranCellFDDId"}}, {}));
+  GroupRecord cells("NsEUtranCellFDD", {"1", "2"}, "ENodeBFunction=1");
   EXPECT_CALL(env, immCtReadInstances(42, StrEq("NsEUtranCellFDD"), _))
       .WillOnce(Return(SA_AIS_ERR_TRY_AGAIN))
-      .WillOnce(DoAll(SetArgPointee<2>(cells.build()), Return(SA_AIS_OK)));
-  EXPECT_CALL(env, immCtInstanceGroupsMemoryFree(42, _)).Times(1);
+      .WillOnce(DoAll(SetArgPointee<2>(cells.get()), Return(SA_AIS_OK)));
 
   EXPECT_EQ(nullptr, handler.getInstanceGroup("EUtranCellFDD"));
   InstanceGroupIf* first = handler.getInstanceGroup("EUtranCellFDD");
   ASSERT_NE(nullptr, first);
   EXPECT_EQ(first, handler.getInstanceGroup("EUtranCellFDD"));
-  EXPECT_EQ(2u, first->getNumberOfInstances());
-  EXPECT_EQ("EUtranCellFDD", first->getClassName());
   EXPECT_NE(nullptr, first->getInstance("eUtranCellFDDId=2,ENodeBFunction=1"));
-  EXPECT_TRUE(LogRecorder::installed().contains("Return cached data for MO NsEUtranCellFDD"));
-  EXPECT_TRUE(LogRecorder::installed().contains("Failed to read instances for NsEUtranCellFDD, error code 6\n"));
-
-  GroupRecordBuilder other("NsCell");
-  answerRead("NsCell", other);
-  EXPECT_CALL(env, immCtInstanceGroupsMemoryFree(_, _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
-  EXPECT_EQ(nullptr, handler.getInstanceGroup("Cell"));
-  EXPECT_EQ(std::vector<std::string>{std::string(kIdentityPrefix) + "Failed to free memory, error code 2\n"}, failures);
 }
 
 TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
@@ -173,7 +148,7 @@ TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
       {"Cell", "Other", true, "OtherCell"},
       {"Cell", "Other", false, "NsCell"},
       {"KmovENodeBFunction", "Other", true, "KmovENodeBFunction"}};
-  ASSERT_TRUE(initWith({}));
+  ASSERT_TRUE(handler.init({}, {}));
   for (const auto& [className, prefix, usePrefix, immName] : cases) {
     EXPECT_CALL(env, immCtReadInstances(_, StrEq(immName), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
     EXPECT_EQ(nullptr, handler.getInstanceGroup(className, prefix, usePrefix)) << immName;
@@ -181,14 +156,11 @@ TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
   // The group of an LDN is the class of its first RDN.
   EXPECT_CALL(env, immCtReadInstances(_, StrEq("NsEUtranCellFDD"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
   EXPECT_EQ(nullptr, handler.getInstanceGroupForLdn("eUtranCellFDDId=1,eNodeBFunctionId=1"));
-  EXPECT_TRUE(LogRecorder::installed().contains("Failed to read instances for NsCell, error code 12\n"));
 }
 
 TEST_F(IctiHandlerTest, TheOnlyInstanceNeedsExactlyOne) {
-  ASSERT_TRUE(initWith({}));
-  GroupRecordBuilder none("NsNone"), one("NsOne"), two("NsTwo");
-  one.instance("", {{"oneId", "1"}});
-  two.instance("", {{"twoId", "1"}}).instance("", {{"twoId", "2"}});
+  ASSERT_TRUE(handler.init({}, {}));
+  GroupRecord none("NsNone"), one("NsOne", {"1"}), two("NsTwo", {"1", "2"});
   answerRead("NsNone", none);
   answerRead("NsOne", one);
   answerRead("NsTwo", two);
@@ -197,28 +169,19 @@ TEST_F(IctiHandlerTest, TheOnlyInstanceNeedsExactlyOne) {
   ASSERT_NE(nullptr, only);
   EXPECT_EQ("oneId=1", only->getLdn());
   EXPECT_EQ(nullptr, handler.getTheOnlyInstance("Two", ""));
-  EXPECT_CALL(env, immCtReadInstances(_, StrEq("NsMissing"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
-  EXPECT_EQ(nullptr, handler.getTheOnlyInstance("Missing", ""));
 }
 
 // A class to create is looked up in the old model first: its instances are
 // kept. A removed class stays removed until it is created again.
+// Creating a new class is part of the whole runs.
 TEST_F(IctiHandlerTest, GroupsAreAddedWithoutLosingOldInstancesAndRemovedForGood) {
-  ASSERT_TRUE(initWith({}));
-  GroupRecordBuilder old("NsOld"), empty("NsEmpty");
-  old.instance("", {{"oldId", "1"}});
+  ASSERT_TRUE(handler.init({}, {}));
+  GroupRecord old("NsOld", {"1"}), empty("NsEmpty");
   answerRead("NsOld", old);
   answerRead("NsEmpty", empty);
-  EXPECT_CALL(env, immCtReadInstances(42, StrEq("NsNewClass"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
   EXPECT_CALL(env, immCtReadInstances(42, StrEq("NsBroken"), _)).WillOnce(Return(SA_AIS_ERR_LIBRARY));
 
-  InstanceGroupIf* added = handler.addInstanceGroup("NewClass");
-  ASSERT_NE(nullptr, added);
-  EXPECT_EQ("NewClass", added->getClassName());
-  EXPECT_EQ(nullptr, handler.addInstanceGroup("NewClass"));
-  EXPECT_EQ(added, handler.getInstanceGroup("NewClass"));
   EXPECT_EQ(nullptr, handler.addInstanceGroup("Old"));
-  ASSERT_NE(nullptr, handler.getInstanceGroup("Old"));
   EXPECT_EQ(1u, handler.getInstanceGroup("Old")->getNumberOfInstances());
   InstanceGroupIf* emptyGroup = handler.addInstanceGroup("Empty");
   ASSERT_NE(nullptr, emptyGroup);
@@ -234,36 +197,29 @@ TEST_F(IctiHandlerTest, GroupsAreAddedWithoutLosingOldInstancesAndRemovedForGood
   InstanceGroupIf* again = handler.addInstanceGroup("Old");
   ASSERT_NE(nullptr, again);
   EXPECT_EQ(0u, again->getNumberOfInstances());
-  const LogRecorder& log = LogRecorder::installed();
-  EXPECT_TRUE(log.contains("Adding new instance group NsNewClass"));
-  EXPECT_TRUE(log.contains("Trying to add already existing instance group: NsNewClass\n"));
-  EXPECT_TRUE(log.contains("Trying to add already existing instance group: NsOld\n"));
-  EXPECT_TRUE(log.contains("Remove instance group NsOld"));
-  EXPECT_TRUE(log.contains("ABN: Trying to remove a non existent instance group: NsOld\n"));
 }
 
+// Failures of the write, copy and finalize calls are part of the whole runs (FaultMatrixTest).
 TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntimePersistentOnes) {
-  std::deque<GroupRecordBuilder> records;
+  std::deque<GroupRecord> records;
   ON_CALL(env, immCtReadInstances(42, _, _))
       .WillByDefault(Invoke([&](SafcImmCtHandleT, const SaImmClassNameT name, SafcImmCtInstanceGroupT*** out) {
-        *out = records.emplace_back(name).build();
+        *out = records.emplace_back(name).get();
         return SA_AIS_OK;
       }));
   using Names = std::vector<std::string>;
-  const SaAisErrorT ok = SA_AIS_OK;
   const struct {
     bool implementer;
-    SaAisErrorT write, copy, rtp, finalize;
-    bool result;
+    SaAisErrorT rtp;
     Names written, rtpWritten;
     const char* failure;  // or null
   } cases[] = {
-      {false, ok, ok, ok, ok, true, {"NsA", "NsRt"}, {}, nullptr},
-      {true, ok, ok, ok, ok, true, {"NsA"}, {"NsRt"}, nullptr},
-      {true, ok, ok, SA_AIS_ERR_LIBRARY, ok, false, {"NsA"}, {"NsRt"}, "Write RTP instances failed, SaAisErrorT = 2"},
+      {false, SA_AIS_OK, {"NsA", "NsRt"}, {}, nullptr},
+      {true, SA_AIS_OK, {"NsA"}, {"NsRt"}, nullptr},
+      {true, SA_AIS_ERR_LIBRARY, {"NsA"}, {"NsRt"}, "Write RTP instances failed, SaAisErrorT = 2"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.implementer << c.write << c.copy << c.rtp << c.finalize);
+    SCOPED_TRACE(testing::Message() << c.implementer << c.rtp);
     IctiHandler fresh(env, "RadioNode", "Ns");
     ASSERT_TRUE(fresh.init({{"NsA", "aId"}, {"NsB", "bId"}, {"NsC", "cId"}, {"NsRt", "rtId"}}, {{"NsRt", "rtId"}}));
     ASSERT_NE(nullptr, fresh.getInstanceGroup("A"));
@@ -274,9 +230,9 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
       ASSERT_TRUE(fresh.removeInstanceGroup(deleted));
     }
     if (c.implementer) fresh.setImplementerName("upgradeImpl");
-    std::tie(writeAnswer, copyAnswer, rtpAnswer, finalizeAnswer) = std::tie(c.write, c.copy, c.rtp, c.finalize);
+    rtpAnswer = c.rtp;
     failures.clear(), rtpWritten.clear(), finalizeCalls = 0;
-    EXPECT_EQ(c.result, fresh.writeCopyClasses());
+    EXPECT_EQ(c.failure == nullptr, fresh.writeCopyClasses());
     // A model not written whole is never finalized.
     EXPECT_EQ(c.failure == nullptr ? 1 : 0, finalizeCalls);
     EXPECT_EQ(c.written, written);
@@ -284,11 +240,6 @@ TEST_F(IctiHandlerTest, TheEndWritesTouchedClassesCopiesTheOthersAndSplitsRuntim
     EXPECT_EQ(c.rtpWritten, rtpWritten);
     EXPECT_EQ(c.failure ? Names{kIdentityPrefix + std::string(c.failure)} : Names{}, failures);
   }
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "icti finalize 0 ms, tables 0 ms, writeClasses 0 ms size 2, copyClasses 0 ms, size 1, writeRTPClasses size 0, "
-      "introduce 0 ms"));
-  EXPECT_TRUE(LogRecorder::installed().contains(
-      "RTP classes write after split, instanceGroupMap.size() 1: , instanceGroupMapRTP.size() 1: "));
 }
 
 TEST_F(IctiHandlerTest, TheFailureTextNamesTheIdentityAndIsBounded) {
