@@ -152,4 +152,22 @@ TEST(AttributeTest, ValuesMoveExactlyAndConvertThroughTheirText) {
   EXPECT_FALSE(makeAttribute(kString, "")->addValue(value));
 }
 
+// The byte interface that client actions use: copies in and out, only for SaAnyT.
+TEST(AttributeTest, BytesAreCopiedInAndOutOnlyForSaAnyT) {
+  auto blob = makeAttribute(kAny, "");
+  std::vector<uint8_t> bytes = {0xde, 0xad};
+  EXPECT_TRUE(blob->addCopy(bytes));
+  bytes[0] = 0;
+  EXPECT_EQ((std::vector<uint8_t>{0xde, 0xad}), blob->getRawDataValueAtIndex(0));
+  EXPECT_TRUE(blob->setRawDataValueAtIndex(0, {1, 2, 3}));
+  EXPECT_FALSE(blob->setRawDataValueAtIndex(1, {3}));
+  EXPECT_EQ((std::vector<uint8_t>{1, 2, 3}), blob->getRawDataValueAtIndex(0));
+  EXPECT_TRUE(blob->getRawDataValueAtIndex(1).empty());
+  auto number = makeAttribute(kInt, "1");
+  EXPECT_FALSE(number->addCopy(std::vector<uint8_t>{1}));
+  EXPECT_FALSE(number->setRawDataValueAtIndex(0, {1}));
+  EXPECT_TRUE(number->getRawDataValueAtIndex(0).empty());
+  EXPECT_EQ("1", valuesOf(*number));
+}
+
 }  // namespace
