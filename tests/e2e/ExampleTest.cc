@@ -1,6 +1,6 @@
-// The bundled example, upgraded as `make demo` does: every schema takes its
-// kind of upgrade and the node accepts every class written or copied, so the
-// demo shows the upgrader's work, never a broken example.
+// The bundled example, upgraded as `make demo` does: the node accepts every
+// class written or copied, so the demo shows the upgrader's work, never a
+// broken example. What each kind of schema does is OutcomeTest's.
 
 #include <gtest/gtest.h>
 
@@ -22,11 +22,6 @@ TEST(ExampleTest, UpgradesCompletelyOnItsNode) {
   ASSERT_EQ(0, run.exitStatus) << run.report;
   EXPECT_EQ(std::vector<std::string>{}, run.rollback);
   EXPECT_EQ((std::vector<std::string>{"Equipment.xml", "RadioNode.xml", "Transport.xml"}), run.modelFiles());
-  for (const char* kind : {"Transport: Same from and to-version (3_1_0) for Transport",
-                           "Equipment: New IMM schema Equipment introduced through upgrade",
-                           "RadioNode: Conversion path size: 2 modification files"}) {
-    EXPECT_TRUE(run.logged(kind)) << kind;
-  }
   // The persistent log tells the run's story, counts per class included;
   // records of single instances and values go to the trace only.
   EXPECT_TRUE(run.logged("RadioNode: Class EUtranCellFDD: 9 instances to write"));

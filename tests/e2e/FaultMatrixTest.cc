@@ -86,7 +86,7 @@ TEST_P(FaultMatrixTest, OutcomeAndInvariants) {
       EXPECT_EQ(0, run.exitStatus);
       EXPECT_TRUE(run.rollback.empty());
       EXPECT_EQ((std::vector<std::string>{"Radio.xml", "Transport.xml"}), run.modelFiles());
-      EXPECT_EQ(3u, run.modelDns("Radio").size()) << "the model is whole";
+      EXPECT_EQ(3u, run.objects("Radio").size()) << "the model is whole";
       EXPECT_EQ(0u, run.objects("Radio")["radioPortId=2,radioId=1"].attrs.count("weight")) << "and converted";
       EXPECT_EQ(cell.fullLog, run.logged("Radio: UPGRADE IS DONE") && run.logged("Transport: UPGRADE IS DONE"));
       EXPECT_TRUE(*cell.text == '\0' || run.loggedParts(cell.text) == 1);

@@ -15,6 +15,7 @@
 #include <cstring>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <random>
 #include <set>
 #include <string>
@@ -59,54 +60,32 @@ std::string escapedRdnValue(const std::string& value) {
   return out;
 }
 
-// The parent part of a dn: what follows its first comma that is not escaped.
-std::string parentOf(const std::string& dn) {
-  for (size_t i = 0; i < dn.size(); ++i) {
-    if (dn[i] == '\\' && i + 1 < dn.size() && (dn[i + 1] == ',' || dn[i + 1] == '\\')) {
-      ++i;
-    } else if (dn[i] == ',') {
-      return dn.substr(i + 1);
-    }
-  }
-  return "";
-}
-
 // Whether two texts of one type are the same value: integers as numbers,
 // floats and doubles bit for bit, names, strings and bytes byte for byte.
 bool sameValue(const std::string& type, const std::string& a, const std::string& b) {
-  auto bits = [&](const std::string& text, uint64_t* out) {
-    char* end = nullptr;
-    double d = std::strtod(text.c_str(), &end);
-    float f = static_cast<float>(d);
-    *out = 0;
-    std::memcpy(out, type == "SA_FLOAT_T" ? static_cast<const void*>(&f) : &d, type == "SA_FLOAT_T" ? 4 : 8);
-    return !text.empty() && *end == '\0';
-  };
-  auto integer = [&](const std::string& text, unsigned long long* out) {
-    const bool isUnsigned = type.find("UINT") != std::string::npos;
-    if (text.empty() || !(std::isdigit(static_cast<unsigned char>(text[0])) || (text[0] == '-' && !isUnsigned))) {
-      return false;
-    }
+  const bool real = type == "SA_FLOAT_T" || type == "SA_DOUBLE_T", isUnsigned = type.find("UINT") != std::string::npos;
+  if (!real && type.find("INT") == std::string::npos && type != "SA_TIME_T") return a == b;
+  // The bits of the value a text stands for; none when the text is no number of the type.
+  auto bits = [&](const std::string& text) -> std::optional<uint64_t> {
+    if (text.empty()) return std::nullopt;
+    const bool sign = text[0] == '-' && !isUnsigned;
+    if (!real && !sign && !std::isdigit(static_cast<unsigned char>(text[0]))) return std::nullopt;
     char* end = nullptr;
     errno = 0;
-    *out = isUnsigned ? std::strtoull(text.c_str(), &end, 10)
-                      : static_cast<unsigned long long>(std::strtoll(text.c_str(), &end, 10));
-    return *end == '\0' && errno == 0;
+    uint64_t out = 0;
+    if (real) {
+      const double d = std::strtod(text.c_str(), &end);
+      const float f = static_cast<float>(d);
+      std::memcpy(&out, type == "SA_FLOAT_T" ? static_cast<const void*>(&f) : &d, type == "SA_FLOAT_T" ? 4 : 8);
+    } else {
+      out = isUnsigned ? std::strtoull(text.c_str(), &end, 10)
+                       : static_cast<uint64_t>(std::strtoll(text.c_str(), &end, 10));
+    }
+    if (*end != '\0' || (!real && errno != 0)) return std::nullopt;
+    return out;
   };
-  if (type == "SA_FLOAT_T" || type == "SA_DOUBLE_T") {
-    uint64_t x, y;
-    return bits(a, &x) && bits(b, &y) && x == y;
-  }
-  if (type.find("INT") != std::string::npos || type == "SA_TIME_T") {
-    unsigned long long x, y;
-    return integer(a, &x) && integer(b, &y) && x == y;
-  }
-  return a == b;
-}
-
-std::string namingAttribute(std::string className) {
-  className[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(className[0])));
-  return className + "Id";
+  const std::optional<uint64_t> x = bits(a);
+  return x && x == bits(b);
 }
 
 std::string attrName(const std::string& type, size_t index) {
@@ -124,7 +103,7 @@ struct Object {
   std::string className, parent, rdnValue;
   std::map<std::string, Attr> attrs;  // present attributes, with or without values; not the naming attribute
   std::string dn() const {
-    return namingAttribute(className) + "=" + escapedRdnValue(rdnValue) + (parent.empty() ? "" : "," + parent);
+    return ImmClass{className, {}}.rdnName() + "=" + escapedRdnValue(rdnValue) + (parent.empty() ? "" : "," + parent);
   }
 };
 struct ClassInfo {
@@ -153,16 +132,11 @@ struct Model {
   }
 };
 
-std::vector<ImmClass> immClasses(Model& model) {
+std::vector<ImmClass> immClasses(const Model& model) {
   std::vector<ImmClass> classes;
   for (const auto& [name, cls] : model.classes) {
-    ImmClass& imm = classes.emplace_back(ImmClass{name, {}});
-    for (auto [attrName, def] : cls.defs) {
-      for (Object* o : model.of(name)) {
-        def.multiValue = def.multiValue || (o->attrs.count(attrName) && o->attrs[attrName].values.size() > 1);
-      }
-      imm.attrs.push_back(def);
-    }
+    classes.push_back({name, {}});
+    for (const auto& entry : cls.defs) classes.back().attrs.push_back(entry.second);
   }
   return classes;
 }
@@ -467,49 +441,44 @@ std::string shown(const std::string& type, const Values& values) {
 }
 
 // What is wrong with the run's outcome and new model; empty when nothing is.
-std::vector<std::string> problems(const RunResult& run, Model& expected, bool mustFail) {
-  std::vector<std::string> found;
-  const std::string outcome = run.report.substr(0, run.report.find('\n'));
-  if (run.exitStatus != 0 && run.exitStatus != 1) found.push_back("neither success nor a rollback: " + outcome);
-  if (run.exitStatus == 0 && !run.rollback.empty()) found.push_back("success signalled after a rollback request");
-  if (run.exitStatus == 1 && run.rollback.empty()) found.push_back("failed without a rollback reason");
-  if (run.exitStatus == 1 && !run.modelFiles().empty()) found.push_back("a rolled-back run left a model in model/");
-  if (mustFail && run.exitStatus == 0) found.push_back("the chain holds a mistake, but the run succeeded");
-  if (!mustFail && run.exitStatus != 0) found.push_back("a valid chain did not succeed:\n" + run.rollbackText());
+std::vector<std::string> problems(const RunResult& run, const Model& expected, bool mustFail) {
+  std::vector<std::string> found, values;  // values: reported after the objects
+  const auto check = [&](bool wrong, const std::string& what) {
+    if (wrong) found.push_back(what);
+  };
+  check(run.exitStatus != 0 && run.exitStatus != 1,
+        "neither success nor a rollback: " + run.report.substr(0, run.report.find('\n')));
+  check(run.exitStatus == 0 && !run.rollback.empty(), "success signalled after a rollback request");
+  check(run.exitStatus == 1 && run.rollback.empty(), "failed without a rollback reason");
+  check(run.exitStatus == 1 && !run.modelFiles().empty(), "a rolled-back run left a model in model/");
+  check(mustFail && run.exitStatus == 0, "the chain holds a mistake, but the run succeeded");
+  check(!mustFail && run.exitStatus != 0, "a valid chain did not succeed:\n" + run.rollbackText());
   if (mustFail || run.exitStatus != 0) return found;
 
-  // Objects first, then values.
-  std::vector<std::string> values;
+  // The parent of an expected object is expected: an object written without its parent shows as one missing.
   std::set<std::string> written;
-  const std::vector<ModelObject> objects = run.objectList("Prop");
-  for (const ModelObject& o : objects) {
-    if (!written.insert(o.dn).second) found.push_back("written twice: " + o.dn);
-  }
-  for (const auto& [dn, o] : expected.objects) {
-    if (written.count(dn) == 0) found.push_back("missing: " + o.className + " " + dn);
-  }
-  for (const ModelObject& o : objects) {
-    if (!parentOf(o.dn).empty() && written.count(parentOf(o.dn)) == 0) found.push_back("no parent: " + o.dn);
-    auto wanted = expected.objects.find(o.dn);
+  for (const ModelObject& o : run.objectList("Prop")) {
+    check(!written.insert(o.dn).second, "written twice: " + o.dn);
+    const auto wanted = expected.objects.find(o.dn);
     if (wanted == expected.objects.end()) {
       found.push_back("not expected: " + o.className + " " + o.dn);
       continue;
     }
-    if (o.className != wanted->second.className) {
-      found.push_back(o.dn + ": class " + o.className + ", expected " + wanted->second.className);
-    }
+    const Object& want = wanted->second;
+    check(o.className != want.className, o.dn + ": class " + o.className + ", expected " + want.className);
     std::set<std::string> names;
-    for (const auto& [name, values] : o.attrs) names.insert(name);
-    for (const auto& [name, attr] : wanted->second.attrs) names.insert(name);
+    for (const auto& entry : o.attrs) names.insert(entry.first);
+    for (const auto& entry : want.attrs) names.insert(entry.first);
     for (const std::string& name : names) {
-      const Attr want = wanted->second.attrs.count(name) ? wanted->second.attrs.at(name) : Attr{"(absent)", {}};
+      const Attr attr = want.attrs.count(name) ? want.attrs.at(name) : Attr{"(absent)", {}};
       const Values got = o.attrs.count(name) ? o.attrs.at(name) : Values{};
-      bool same = want.values.size() == got.size();
-      for (size_t i = 0; same && i < got.size(); ++i) same = sameValue(want.type, want.values[i], got[i]);
+      bool same = attr.values.size() == got.size();
+      for (size_t i = 0; same && i < got.size(); ++i) same = sameValue(attr.type, attr.values[i], got[i]);
       if (!same)
-        values.push_back(o.dn + " " + name + ": " + shown("", got) + ", expected " + shown(want.type, want.values));
+        values.push_back(o.dn + " " + name + ": " + shown("", got) + ", expected " + shown(attr.type, attr.values));
     }
   }
+  for (const auto& [dn, o] : expected.objects) check(written.count(dn) == 0, "missing: " + o.className + " " + dn);
   found.insert(found.end(), values.begin(), values.end());
   return found;
 }

@@ -58,25 +58,6 @@ TEST(AppdataParserTest, CollectsTheBoardTypeOfEveryOutermostLmlist) {
   }
 }
 
-TEST(AppdataParserTest, NamesAccumulateOverFilesAndCallsUntilAFileFails) {
-  TempDir dir;
-  std::string none = dir.write("none.xml", "<r/>");
-  std::string first = dir.write("first.xml", R"(<r><lmlist boardType="B"/></r>)");
-  std::string second = dir.write("second.xml", R"(<r><lmlist boardType="D"/></r>)");
-  std::string broken = dir.write("broken.xml", "<r>");
-  std::string last = dir.write("last.xml", R"(<r><lmlist boardType="C"/></r>)");
-
-  AppdataParser parser;
-  // Only a file that leaves the set empty is reported.
-  EXPECT_EQ(APP_RESULT_OK, parser.getSchemasNamesFromXml({none, first, none}));
-  EXPECT_EQ(std::vector<std::string>{"INFO: No schema names found in the file " + none}, loggedLines());
-  // Names read before the failed file stay; files after it are not read.
-  EXPECT_EQ(APP_RESULT_FAILED_TO_OPEN_APPDATA_FILE, parser.getSchemasNamesFromXml({second, broken, last}));
-  EXPECT_EQ((std::set<std::string>{"B", "D"}), parser.schemaNames());
-  EXPECT_EQ(APP_RESULT_OK, parser.getSchemasNamesFromXml({last}));
-  EXPECT_EQ((std::set<std::string>{"B", "C", "D"}), parser.schemaNames());
-}
-
 xmlDocPtr documentWithoutRoot(const char*) { return xmlNewDoc(BAD_CAST "1.0"); }
 
 TEST(AppdataParserTest, ADocumentWithoutRootElementFails) {

@@ -28,7 +28,7 @@ std::vector<std::string> expand(std::vector<std::string> texts, const std::strin
   return texts;
 }
 
-// The appdata search is run with the whole front in FrontProcessTest.
+// The appdata search is run with the whole front in OutcomeTest (tests/e2e).
 TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
   const std::string walkFailed =
       "ERROR: Execution of find schemas failed, result = APP_RESULT_FAILED_TO_FIND_IMM_FILE";
@@ -41,7 +41,6 @@ TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
     AppResult result;
     std::map<std::string, std::string> mapped;  // schema -> path below the root
     std::vector<std::string> log;
-    const char* root = nullptr;  // instead of the package root
   } cases[] = {
       {"several schemas at any depth, files of other schemas ignored",
        {"share/a/imm/Foo_imm.xml", "share/b/x/imm/FooBar_imm_classes.xml", "share/b/imm/Other_imm.xml", "share/b/imm/readme"},
@@ -62,7 +61,6 @@ TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
        {}, {"ERROR: Cannot read %R/share/deep/er/dangling: No such file or directory", walkFailed}},
       {"a schema name that is no valid expression", {"share/imm/Foo\\(_imm.xml"}, {"Foo\\("}, noImmFile, {},
        {"ERROR: Regular expression compilation failed with error: " + std::to_string(REG_EPAREN), walkFailed}},
-      {"an empty schema set does not look at the disk", {}, {}, APP_RESULT_OK, {}, {}, "/nonexistent/root"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -80,7 +78,7 @@ TEST(FilesManagerTest, MatchesImmFilesBySchemaName) {
     std::map<std::string, std::string> mapped;
     for (const auto& [schema, path] : c.mapped) mapped[schema] = package.path() + "/" + path;
 
-    FilesManager files(c.root != nullptr ? c.root : package.path());
+    FilesManager files(package.path());
     EXPECT_EQ(c.result, files.findSchemasImmFiles(c.schemas));
     EXPECT_EQ(mapped, files.schemaImmFiles());
     EXPECT_EQ(expand(c.log, package.path()), loggedLines());

@@ -14,13 +14,9 @@ namespace fs = std::filesystem;
 const char* kNewSchemaVersion = "0_0_0";
 
 std::string escaped(const std::string& text) {
-  static const std::pair<char, const char*> kEntities[] = {
-      {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};
   std::string out;
-  for (char c : text) {
-    auto entity = std::find_if(std::begin(kEntities), std::end(kEntities), [c](const auto& e) { return e.first == c; });
-    out += entity != std::end(kEntities) ? std::string(entity->second) : std::string(1, c);
-  }
+  for (char c : text)
+    out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '"' ? "&quot;" : std::string(1, c);
   return out;
 }
 
@@ -176,7 +172,7 @@ void NodeBuilder::writeListings() const {
   appdata << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<voskOamUpgradeModLm>\n";
   for (const SchemaSetup& schema : schemas_) {
     appdata << "  <lmlist boardType=\"" << escaped(schema.name) << "\"/>\n";
-    if (schema.inVersionsFile) versions << schema.name << " " << schema.from << " " << schema.to << "\n";
+    versions << schema.name << " " << schema.from << " " << schema.to << "\n";
   }
   appdata << "</voskOamUpgradeModLm>\n";
   write("package/appdata/voskOamUpgradeModLm.xml", appdata.str());

@@ -53,7 +53,6 @@ struct SchemaSetup {
   // the old model's.
   std::vector<ImmClass> classes;
   std::vector<ImmObject> oldObjects = {};
-  bool inVersionsFile = true;
   std::vector<ImmClass> newClasses = {};
   // False: the node has no imm/new definitions of the schema; when no other schema has any either, the node
   // checks nothing written and drops no class from its copies.

@@ -1,19 +1,14 @@
 #include "WholeRun.h"
 
-#include <fcntl.h>
-#include <libxml/parser.h>
-#include <libxml/tree.h>
-#include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
+#include "SimImmDumpReader.h"
 #include "UpgradeLogParser.h"
 
 namespace e2e {
@@ -25,6 +20,13 @@ namespace fs = std::filesystem;
 // settings of a sanitizer build. The rest is left out, so that nothing of the
 // caller's environment (WPK_PATH, RESTART_TYPE, ...) leaks into a run.
 const char* const kKeptVariables[] = {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TMPDIR"};
+
+// `text` as one word of a shell command.
+std::string quoted(const std::string& text) {
+  std::string word = "'";
+  for (char c : text) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return word + "'";
+}
 
 std::string readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -48,68 +50,19 @@ std::vector<std::string> fileNames(const std::string& folder) {
   return names;
 }
 
-// The values of `attribute` of every `element` start tag, in order, e.g. the
-// class names of '<class name="...">'.
-std::vector<std::string> tagAttributes(const std::string& xml, const std::string& element,
-                                       const std::string& attribute) {
-  std::vector<std::string> values;
-  const std::string tag = "<" + element + " " + attribute + "=\"";
-  for (size_t at = xml.find(tag); at != std::string::npos; at = xml.find(tag, at + 1)) {
-    size_t start = at + tag.size();
-    values.push_back(xml.substr(start, xml.find('"', start) - start));
-  }
-  return values;
-}
-
-std::vector<std::string> elementTexts(const std::string& xml, const std::string& element) {
-  std::vector<std::string> texts;
-  const std::string open = "<" + element + ">";
-  const std::string close = "</" + element + ">";
-  for (size_t at = xml.find(open); at != std::string::npos; at = xml.find(open, at + 1)) {
-    size_t start = at + open.size();
-    texts.push_back(xml.substr(start, xml.find(close, start) - start));
-  }
-  return texts;
-}
-
-std::vector<xmlNode*> children(xmlNode* parent, const char* name) {
-  std::vector<xmlNode*> found;
-  for (xmlNode* node = parent->children; node != nullptr; node = node->next) {
-    if (node->type == XML_ELEMENT_NODE && xmlStrcmp(node->name, reinterpret_cast<const xmlChar*>(name)) == 0) {
-      found.push_back(node);
-    }
-  }
-  return found;
-}
-
-std::string text(xmlNode* node) {
-  xmlChar* content = xmlNodeGetContent(node);
-  std::string result = content != nullptr ? reinterpret_cast<const char*>(content) : "";
-  xmlFree(content);
-  return result;
-}
-
-std::string firstText(xmlNode* parent, const char* name) {
-  std::vector<xmlNode*> found = children(parent, name);
-  return found.empty() ? "" : text(found[0]);
-}
-
 std::vector<ModelObject> readModelObjects(const std::string& path) {
   std::vector<ModelObject> objects;
-  xmlDoc* doc = xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
-  if (doc == nullptr) return objects;
-  for (xmlNode* node : children(xmlDocGetRootElement(doc), "object")) {
-    xmlChar* className = xmlGetProp(node, reinterpret_cast<const xmlChar*>("class"));
-    ModelObject& object = objects.emplace_back();
-    object.dn = firstText(node, "dn");
-    object.className = className != nullptr ? reinterpret_cast<const char*>(className) : "";
-    xmlFree(className);
-    for (xmlNode* attr : children(node, "attr")) {
-      std::vector<std::string>& values = object.attrs[firstText(attr, "name")];
-      for (xmlNode* value : children(attr, "value")) values.push_back(text(value));
+  SimImmDumpReader::Handler handler;
+  handler.onClass = [](SimImmClass&&) { return true; };
+  handler.onObject = [&](SimImmObject&& object) {
+    ModelObject& read = objects.emplace_back(ModelObject{object.dn, object.className, {}});
+    for (const SimImmAttrValues& attr : object.attrs) {
+      std::vector<std::string>& values = read.attrs[attr.name];
+      for (const SimImmValue& value : attr.values) values.push_back(value.text);
     }
-  }
-  xmlFreeDoc(doc);
+    return true;
+  };
+  SimImmDumpReader().read(path, handler);
   return objects;
 }
 
@@ -130,10 +83,6 @@ std::string RunResult::model(const std::string& schema) const {
   return readFile(outPath + "/model/" + schema + ".xml");
 }
 
-std::vector<std::string> RunResult::modelDns(const std::string& schema) const {
-  return elementTexts(model(schema), "dn");
-}
-
 ModelObjects RunResult::objects(const std::string& schema) const {
   ModelObjects objects;
   for (ModelObject& object : objectList(schema)) objects[object.dn] = std::move(object);
@@ -148,10 +97,6 @@ std::string RunResult::rollbackText() const {
   std::string text;
   for (const std::string& line : rollback) text += line + "\n";
   return text;
-}
-
-std::vector<std::string> RunResult::modelClasses(const std::string& schema) const {
-  return tagAttributes(model(schema), "class", "name");
 }
 
 WholeRun::WholeRun(const NodeBuilder& node)
@@ -178,37 +123,17 @@ RunResult WholeRun::run() const {
   const std::string reportPath = folders_.scratch + "/wrapper.out";
   const std::string errorsPath = folders_.scratch + "/wrapper.err";
 
-  std::vector<std::string> texts = {WRAPPER_BINARY, "--node",    folders_.node, "--out", folders_.out,
-                                    "--program",    UPGRADER_BINARY, "--timeout", "90", "--package", folders_.package};
+  std::vector<std::string> texts = {WRAPPER_BINARY, "--node",    folders_.node,   "--out",
+                                    folders_.out,   "--program", UPGRADER_BINARY, "--timeout",
+                                    "90",           "--package", folders_.package};
   texts.insert(texts.end(), options_.begin(), options_.end());
-  std::vector<char*> argv;
-  for (std::string& text : texts) argv.push_back(text.data());
-  argv.push_back(nullptr);
-  std::vector<std::string> environment = {"PATH=/usr/bin:/bin"};
+  std::string command = "env -i PATH=/usr/bin:/bin";
   for (const char* name : kKeptVariables) {
-    if (const char* value = std::getenv(name)) environment.push_back(std::string(name) + "=" + value);
+    if (const char* value = std::getenv(name)) command += " " + quoted(std::string(name) + "=" + value);
   }
-  std::vector<char*> envp;
-  for (std::string& entry : environment) envp.push_back(entry.data());
-  envp.push_back(nullptr);
-
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, reportPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorsPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  pid_t pid = -1;
-  int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
-  posix_spawn_file_actions_destroy(&actions);
-  if (spawned != 0) {
-    result.errors = "cannot start " + texts[0];
-    return result;
-  }
-  int status = 0;
-  pid_t ended;
-  while ((ended = waitpid(pid, &status, 0)) < 0 && errno == EINTR) {
-  }
-  if (ended == pid && WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
+  for (const std::string& text : texts) command += " " + quoted(text);
+  const int status = std::system((command + " </dev/null >" + quoted(reportPath) + " 2>" + quoted(errorsPath)).c_str());
+  if (status != -1 && WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
 
   result.report = readFile(reportPath);
   result.errors = readFile(errorsPath);

@@ -29,7 +29,7 @@ struct ModelObject {
 using ModelObjects = std::map<std::string, ModelObject>;  // by dn
 
 struct RunResult {
-  int exitStatus = -1;                      // the wrapper's; -1 when it did not exit normally
+  int exitStatus = -1;                      // the wrapper's; -1 or above 128 when a signal ended it
   std::string report;                       // the wrapper's standard output
   std::string errors;                       // standard error of the wrapper and the upgrader
   std::vector<std::string> rollback;        // lines of <out>/rollback
@@ -46,16 +46,12 @@ struct RunResult {
   std::vector<std::string> discardedFiles() const;
   // The content of <out>/model/<schema>.xml; empty when absent.
   std::string model(const std::string& schema) const;
-  // The dns of the objects in <out>/model/<schema>.xml, in file order.
-  std::vector<std::string> modelDns(const std::string& schema) const;
   // The objects of <out>/model/<schema>.xml by dn; empty when absent or not XML.
   ModelObjects objects(const std::string& schema) const;
   // The same in file order, an object given twice listed twice.
   std::vector<ModelObject> objectList(const std::string& schema) const;
   // The rollback lines as one text, one line each.
   std::string rollbackText() const;
-  // The names of the classes defined in <out>/model/<schema>.xml.
-  std::vector<std::string> modelClasses(const std::string& schema) const;
 };
 
 // Where a run reads and writes: the package, the node, the node's output
