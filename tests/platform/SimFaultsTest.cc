@@ -11,7 +11,7 @@ TEST(SimFaultsTest, MalformedItemsAreSetAsideAndTheRestApplies) {
   };
   const Case cases[] = {{"", 0},          {"Initialize", 1},   {"=3", 1},          {"Initialize=abc", 1},
                         {"Initialize=0", 1}, {"Initialize=3x0", 1}, {"Initialize=3xz", 1}, {",,Finalize=2,", 0},
-                        {"Finalize=2+", 1},  {"Finalize=2+-1", 1}, {"Finalize=2x1+3", 0}};
+                        {"Finalize=2+", 1},  {"Finalize=2+-1", 1}, {"Finalize=2x1+3", 0}, {"Finalize=2+0", 0}};
   for (const Case& c : cases) {
     SimFaults faults(c.items);
     EXPECT_EQ(c.malformed, faults.malformedItems().size()) << c.items;
