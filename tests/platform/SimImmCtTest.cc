@@ -10,26 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 
-// The values of every type reach the new model in the whole runs; here the
-// layout of the records around them.
-TEST_F(SimImmCtTest, ReadInstancesDeliversTheObjectsOfOneClassInTheRecordLayout) {
-  SafcImmCtHandleT handle = open();
-  SafcImmCtInstanceGroupT** groups = nullptr;
-  ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, const_cast<char*>("Child"), &groups));
-  ASSERT_NE(nullptr, groups[0]);
-  EXPECT_EQ(nullptr, groups[1]);
-  EXPECT_STREQ("Child", groups[0]->className);
-  SaNameT* rdn = static_cast<SaNameT*>(groups[0]->instances[0]->attrValues[0]->attrValues[0]);
-  EXPECT_EQ(3, rdn->length);
-  EXPECT_THAT(describe(groups), ElementsAre("topId=1|childId:6=a,b|weight:2=3", "topId=1|childId:6=2"));
-  EXPECT_EQ(SA_AIS_OK, safcImmCtInstanceGroupsMemoryFree(handle, groups));
-  EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtInstanceGroupsMemoryFree(handle, groups));
-  ASSERT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, const_cast<char*>("Top"), &groups));
-  EXPECT_EQ(nullptr, groups[0]->instances[0]->parentName);
-  EXPECT_EQ(SA_AIS_OK, safcImmCtInstanceGroupsMemoryFree(handle, groups));
-  EXPECT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
-}
-
 // Megabytes of one class: the index keeps them in runs outside memory.
 TEST_F(SimImmCtTest, LargeClassesReadBackWhole) {
   const int count = 70000;
@@ -55,22 +35,6 @@ TEST_F(SimImmCtTest, ClassesWithoutObjectsGiveAnEmptyGroupAndUnknownOnesNone) {
   SafcImmCtInstanceGroupT** groups = nullptr;
   EXPECT_EQ(SA_AIS_ERR_NOT_EXIST, safcImmCtReadInstances_2(handle, const_cast<char*>("Nowhere"), &groups));
   EXPECT_TRUE(recorded({"safcImmCtReadInstances_2 [Nowhere] error 12", "defined neither"}));
-}
-
-TEST_F(SimImmCtTest, ReadSchemaVersionGivesTheListedVersions) {
-  SafcImmCtHandleT handle = open();
-  SafcImmCtSchemaVersionT_2 from{}, to{};
-  ASSERT_EQ(SA_AIS_OK, safcImmCtReadSchemaVersion_2(handle, "SchemaA", &from, &to));
-  EXPECT_EQ(3u, to.correction);
-  EXPECT_EQ(SA_AIS_ERR_BAD_OPERATION, safcImmCtReadSchemaVersion_2(handle, "SchemaB", &from, &to));
-
-  SafcImmCtHandleT other = open();
-  EXPECT_EQ(SA_AIS_ERR_EXIST, safcImmCtReadSchemaVersion_2(other, "SchemaA", &from, &to));
-  SafcImmCtSchemaVersionT oldFrom{}, oldTo{};
-  ASSERT_EQ(SA_AIS_OK, safcImmCtReadSchemaVersion(other, "SchemaB", &oldFrom, &oldTo));
-  EXPECT_EQ(4u, oldTo.version);
-  EXPECT_EQ(SA_AIS_ERR_NOT_EXIST, safcImmCtReadSchemaVersion_2(open(), "SchemaC", &from, &to));
-  EXPECT_TRUE(recorded({"safcImmCtReadSchemaVersion_2 [SchemaC] error 12", "not listed"}));
 }
 
 // A node with bad files: the call named gets a clear code, and the reason is
@@ -149,16 +113,6 @@ TEST_F(SimImmCtTest, CallsOnUnknownOrFinalizedHandlesAreRefused) {
   EXPECT_EQ(SA_AIS_ERR_BAD_HANDLE, safcImmCtWaitForClasses(987654, names));
   EXPECT_TRUE(recorded({"safcImmCtFinalize [] error 9", "unknown session handle"}));
   EXPECT_FALSE(TempDir::exists(out("rollback")));
-}
-
-TEST_F(SimImmCtTest, WaitForClassesKnowsTheClassesOfTheModels) {
-  SafcImmCtHandleT handle = open();
-  char top[] = "Top", empty[] = "Empty", ghost[] = "Ghost";
-  SaImmClassNameT known[] = {top, empty, nullptr};
-  SaImmClassNameT unknown[] = {top, ghost, nullptr};
-  EXPECT_EQ(SA_AIS_OK, safcImmCtWaitForClasses(handle, known));
-  EXPECT_EQ(SA_AIS_ERR_NOT_EXIST, safcImmCtWaitForClasses(handle, unknown));
-  EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtWaitForClasses(handle, nullptr));
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
+#include <functional>
 
 #include "SimImmNodeTest.h"
 #include "safcImmCt.h"
@@ -36,6 +38,13 @@ class SimImmModelOutputTest : public SimImmCtTest {
     for (std::string& name : classNames) names.push_back(name.data());
     names.push_back(nullptr);
     ASSERT_EQ(SA_AIS_OK, safcImmCtCopyInstances(handle, names.data()));
+  }
+
+  // The records of `className` as the session reads them (freed with the session's other records).
+  SafcImmCtInstanceGroupT** read(SafcImmCtHandleT handle, const char* className) {
+    SafcImmCtInstanceGroupT** groups = nullptr;
+    EXPECT_EQ(SA_AIS_OK, safcImmCtReadInstances_2(handle, const_cast<char*>(className), &groups));
+    return groups;
   }
 
   std::vector<SimImmObject> oldObjects() { return objectsIn(node.path() + "/imm/old/1-model.xml"); }
@@ -169,67 +178,73 @@ TEST_F(SimImmModelOutputTest, ASessionWithAModelButNoSchemaCannotFinalize) {
   EXPECT_EQ(1u, objectsIn(out("model/SchemaB.xml")).size());
 }
 
-// With a new model the written instances must fit it.
+// The attribute `name` of the first object of `group`.
+SaImmAttrValuesT_2& attrOf(SafcImmCtInstanceGroupT& group, const char* name) {
+  SaImmAttrValuesT_2** attr = group.instances[0]->attrValues;
+  while (std::string((*attr)->attrName) != name) ++attr;
+  return **attr;
+}
+
+void setType(SaImmAttrValuesT_2& attr, SaUint32T type) { std::memcpy(&attr.attrValueType, &type, sizeof type); }
+
+// With a new model the written instances must fit it: records read from the
+// old model, changed as the case says, are written back.
 TEST_F(SimImmModelOutputTest, WrittenInstancesAreCheckedAgainstTheNewModel) {
   node.write("imm/new/model.xml", immXml(R"(<class name="Top"><rdn><name>topId</name><type>SA_STRING_T</type></rdn>
-      <attr><name>i32</name><type>SA_INT32_T</type></attr></class>)"));
+      <attr><name>i32</name><type>SA_INT32_T</type></attr><attr><name>u32</name><type>SA_UINT32_T</type></attr>
+      <attr><name>s</name><type>SA_STRING_T</type></attr><attr><name>a</name><type>SA_ANY_T</type></attr></class>)"));
+  using Group = SafcImmCtInstanceGroupT;
   struct Case {
-    const char* name;
-    std::function<void(GroupBuilder&)> build;
     const char* className;
-    SaAisErrorT code;
-    const char* reason;
+    std::function<void(Group&)> change;
+    const char* reason;  // empty: written
   };
   const Case cases[] = {
-      {"fits",
-       [](GroupBuilder& g) {
-         g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("i32", SA_IMM_ATTR_SAINT32T, {});
-       },
-       "Top", SA_AIS_OK, ""},
-      {"unknown class", [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}); }, "Child",
-       SA_AIS_ERR_INVALID_PARAM, "class Child is not defined in the new model"},
-      {"unknown attribute",
-       [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("u32", SA_IMM_ATTR_SAUINT32T, {"1"}); },
-       "Top", SA_AIS_ERR_INVALID_PARAM, "attribute u32 is not defined in class Top of the new model"},
-      {"wrong type",
-       [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {"1"}).attr("i32", SA_IMM_ATTR_SAINT64T, {"1"}); },
-       "Top", SA_AIS_ERR_INVALID_PARAM, "attribute i32 has type SA_INT64_T, the new model says SA_INT32_T"},
-      {"no naming attribute", [](GroupBuilder& g) { g.attr("i32", SA_IMM_ATTR_SAINT32T, {"1"}); }, "Top",
-       SA_AIS_ERR_INVALID_PARAM, "no naming attribute topId"},
-      {"naming attribute without value", [](GroupBuilder& g) { g.attr("topId", SA_IMM_ATTR_SASTRINGT, {}); }, "Top",
-       SA_AIS_ERR_INVALID_PARAM, "naming attribute topId has no value"},
-      {"unknown value type", [](GroupBuilder& g) { g.attr("topId", 42, {"1"}); }, "Top",
-       SA_AIS_ERR_INVALID_PARAM, "unknown value type 42"},
+      {"Top", [](Group&) {}, ""},
+      {"Child", [](Group&) {}, "class Child is not defined in the new model"},
+      {"Top", [](Group& g) { attrOf(g, "u32").attrName = const_cast<char*>("color"); },
+       "attribute color is not defined in class Top of the new model"},
+      {"Top", [](Group& g) { setType(attrOf(g, "i32"), SA_IMM_ATTR_SAUINT32T); },
+       "attribute i32 has type SA_UINT32_T, the new model says SA_INT32_T"},
+      {"Top", [](Group& g) { ++g.instances[0]->attrValues; }, "no naming attribute topId"},
+      {"Top", [](Group& g) { attrOf(g, "topId").attrValuesNumber = 0; }, "naming attribute topId has no value"},
+      {"Top", [](Group& g) { setType(attrOf(g, "i32"), 42); }, "attribute i32 has unknown value type 42"},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
+    SCOPED_TRACE(c.reason);
     SafcImmCtHandleT handle = open();
-    GroupBuilder group(c.className);
-    group.object("root=1");
-    c.build(group);
-    EXPECT_EQ(c.code, safcImmCtWriteInstances(handle, group.groups()));
-    if (c.code != SA_AIS_OK) {
+    SafcImmCtInstanceGroupT** groups = read(handle, c.className);
+    c.change(*groups[0]);
+    EXPECT_EQ(c.reason[0] == '\0' ? SA_AIS_OK : SA_AIS_ERR_INVALID_PARAM, safcImmCtWriteInstances(handle, groups));
+    if (c.reason[0] != '\0') {
       EXPECT_TRUE(recorded({"safcImmCtWriteInstances [] error 7", c.reason}));
     }
   }
 }
 
+// Without a new model the naming attribute is the old class's or, for a
+// class the old model lacks, the class name's with "Id".
 TEST_F(SimImmModelOutputTest, WithoutANewModelTheNamingAttributeFollowsTheOldDefinitionOrTheClassName) {
   SafcImmCtHandleT handle = openSchema("SchemaA");
-  GroupBuilder known("Child");  // old model: childId, a name
-  known.object("topId=1").attr("weight", SA_IMM_ATTR_SAUINT32T, {"4"}).attr("childId", SA_IMM_ATTR_SANAMET, {"x,y"});
-  GroupBuilder unknown("NewThing");
-  unknown.object(nullptr).attr("newThingId", SA_IMM_ATTR_SASTRINGT, {"1"});
-  GroupBuilder unnamed("Nameless");
-  unnamed.object(nullptr).attr("value", SA_IMM_ATTR_SASTRINGT, {"1"});
-  EXPECT_EQ(SA_AIS_OK, safcImmCtWriteInstances(handle, known.groups()));
-  EXPECT_EQ(SA_AIS_OK, safcImmCtWriteRtInstances(handle, const_cast<char*>("impl"), unknown.groups()));
-  EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtWriteInstances(handle, unnamed.groups()));
+  SafcImmCtInstanceGroupT** child = read(handle, "Child");
+  std::swap(child[0]->instances[0]->attrValues[0], child[0]->instances[0]->attrValues[1]);  // weight first
+  EXPECT_EQ(SA_AIS_OK, safcImmCtWriteInstances(handle, child));
+  const struct {
+    const char* className;
+    const char* rdn;
+    SaAisErrorT code;
+  } renames[] = {{"NewThing", "newThingId", SA_AIS_OK}, {"Nameless", "value", SA_AIS_ERR_INVALID_PARAM}};
+  for (const auto& r : renames) {
+    SafcImmCtInstanceGroupT** renamed = read(handle, "Top");
+    renamed[0]->className = const_cast<char*>(r.className);
+    attrOf(*renamed[0], "topId").attrName = const_cast<char*>(r.rdn);
+    EXPECT_EQ(r.code, safcImmCtWriteRtInstances(handle, const_cast<char*>("impl"), renamed)) << r.className;
+  }
   ASSERT_EQ(SA_AIS_OK, safcImmCtFinalize(handle));
   std::vector<SimImmObject> objects = objectsIn(out("model/SchemaA.xml"));
-  ASSERT_EQ(2u, objects.size());
-  EXPECT_EQ("childId=x\\,y,topId=1", objects[0].dn);
-  EXPECT_EQ("newThingId=1", objects[1].dn);
+  ASSERT_EQ(3u, objects.size());
+  EXPECT_EQ("childId=a\\,b,topId=1", objects[0].dn);
+  EXPECT_EQ("newThingId=1", objects[2].dn);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "SimImmNodeTest.h"
 
 #include <cstdlib>
-#include <cstring>
 
 #include "SimFaults.h"
 #include "SimImmDumpReader.h"
@@ -53,47 +52,6 @@ std::string filler(int lines) {
   std::string text;
   for (int i = 0; i < lines / 2; ++i) text += "  <object class=\"Empty\">\n    <dn>emptyId=" + std::to_string(i) + "</dn></object>\n";
   return text;
-}
-
-GroupBuilder::GroupBuilder(const char* className) { group_.className = arena_.copy(className); }
-
-GroupBuilder& GroupBuilder::object(const char* parent) {
-  SafcImmCtInstanceT* instance = arena_.allocateArray<SafcImmCtInstanceT>(1);
-  if (parent != nullptr) {
-    std::string why;
-    instance->parentName = arena_.allocateArray<SaNameT>(1);
-    SimImmValueCodec::parse(SA_IMM_ATTR_SANAMET, parent, instance->parentName, arena_, &why);
-  }
-  instances_.push_back(instance);
-  attrs_.emplace_back();
-  return *this;
-}
-
-GroupBuilder& GroupBuilder::attr(const char* name, SaUint32T type, const std::vector<std::string>& texts) {
-  SaImmAttrValuesT_2* attr = arena_.allocateArray<SaImmAttrValuesT_2>(1);
-  attr->attrName = arena_.copy(name);
-  std::memcpy(&attr->attrValueType, &type, sizeof type);  // also codes that are no type
-  attr->attrValuesNumber = static_cast<SaUint32T>(texts.size());
-  attr->attrValues = arena_.allocateArray<SaImmAttrValueT>(texts.size() + 1);
-  for (size_t i = 0; i < texts.size(); ++i) {
-    std::string why;
-    size_t size = SimImmValueCodec::valueSize(type);
-    attr->attrValues[i] = arena_.allocate(size != 0 ? size : 8);
-    if (size != 0) SimImmValueCodec::parse(type, texts[i], attr->attrValues[i], arena_, &why);
-  }
-  attrs_.back().push_back(attr);
-  return *this;
-}
-
-SafcImmCtInstanceGroupT** GroupBuilder::groups() {
-  if (group_.instances != nullptr) return groups_;
-  for (size_t i = 0; i < instances_.size(); ++i) {
-    attrs_[i].push_back(nullptr);
-    instances_[i]->attrValues = attrs_[i].data();
-  }
-  instances_.push_back(nullptr);
-  group_.instances = instances_.data();
-  return groups_;
 }
 
 std::vector<std::string> describe(SafcImmCtInstanceGroupT** groups) {

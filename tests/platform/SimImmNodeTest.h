@@ -1,17 +1,15 @@
 // What the tests of the simulated conversion tool share: a simulated node in
-// a temporary folder with a small old model, builders for the records handed
-// to write calls, and readers of what the tool hands out and writes.
+// a temporary folder with a small old model, and readers of what the tool
+// hands out and writes.
 
 #ifndef VOSK_TESTS_PLATFORM_SIM_IMM_NODE_TEST_H
 #define VOSK_TESTS_PLATFORM_SIM_IMM_NODE_TEST_H
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <string>
 #include <vector>
 
-#include "SimImmArena.h"
 #include "SimImmObject.h"
 #include "TempDir.h"
 #include "safcImmCt.h"
@@ -27,27 +25,6 @@ std::string immXml(const std::string& body);
 // Objects of class Empty, two lines each, filling `lines` lines (an even
 // number): what follows them starts that many lines further down its file.
 std::string filler(int lines);
-
-// Records of one class to hand to a write call.
-class GroupBuilder {
- public:
-  explicit GroupBuilder(const char* className);
-  // Starts an object below `parent` (null: a root object).
-  GroupBuilder& object(const char* parent);
-  // Adds an attribute with `texts` as values (parsed for `type`, an
-  // SA_IMM_ATTR_* code or any other number).
-  GroupBuilder& attr(const char* name, SaUint32T type, const std::vector<std::string>& texts);
-  // A null-terminated array holding this group; valid as long as the builder,
-  // which takes no more objects after this.
-  SafcImmCtInstanceGroupT** groups();
-
- private:
-  SimImmArena arena_;
-  SafcImmCtInstanceGroupT group_{};
-  std::deque<std::vector<SaImmAttrValuesT_2*>> attrs_;
-  std::vector<SafcImmCtInstanceT*> instances_;
-  SafcImmCtInstanceGroupT* groups_[2] = {&group_, nullptr};
-};
 
 // The objects of `groups` as lines "<parent>|<attr>:<type>=<v1>;<v2>|...".
 std::vector<std::string> describe(SafcImmCtInstanceGroupT** groups);

@@ -1,8 +1,8 @@
 // Stands in for vosk-oam-upgrader in the wrapper's process tests. FAKE_MODE
 // chooses what it does: "exit=N", "hang" (waits silently), or one of these
 // before the loop line: "connect" (to argv[1]), "loop", "stubborn" (ignores
-// SIGTERM), "args" (prints them), "env" (prints the variables named in
-// FAKE_PRINT). Waiting is pause(): the wrapper ends it with a signal.
+// SIGTERM), "env" (prints the variables named in FAKE_PRINT). Waiting is
+// pause(): the wrapper ends it with a signal.
 
 #include <signal.h>
 #include <sys/socket.h>
@@ -23,7 +23,7 @@ std::string environment(const char* name, const char* otherwise) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int, char** argv) {
   const std::string mode = environment("FAKE_MODE", "");
   if (mode == "connect") {
     int fd = socket(AF_UNIX, SOCK_STREAM, 0);
@@ -38,10 +38,6 @@ int main(int argc, char** argv) {
     for (;;) pause();
   } else if (mode == "stubborn") {
     signal(SIGTERM, SIG_IGN);
-  } else if (mode == "args") {
-    std::printf("argc=%d", argc);
-    for (int i = 1; i < argc; ++i) std::printf(" [%s]", argv[i]);
-    std::printf("\n");
   } else if (mode == "env") {
     std::istringstream names(environment("FAKE_PRINT", ""));
     for (std::string name; std::getline(names, name, ',');) {

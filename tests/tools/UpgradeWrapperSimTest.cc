@@ -40,8 +40,6 @@ TEST(UpgradeWrapperSimTest, ExitStatusAndReport) {
        {"Outcome: time-out, no outcome within 0.3 s\n"}},
       {"a run starts from an empty output folder", {"--env", "FAKE_MODE=connect"}, 0,
        {"Outcome: success", "!Rollback reasons", "!old"}, {"node/out/.upgrade-wrapper-sim", "node/out/rollback"}},
-      {"verbose forwards the single socket argument", {"--env", "FAKE_MODE=args", "-v"}, 1,
-       {"[upgrader] argc=2 [@dir/node/out/upgradeWrapper.sock]\n"}},
       // The wrapper decides package, node, restart type, identity and faults over what it inherited, then the
       // --env settings in command-line order.
       {"environment of the upgrader",
