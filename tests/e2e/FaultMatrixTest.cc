@@ -34,6 +34,8 @@ struct Cell {
   bool fullLog;      // kDone: the log still tells the whole run
 };
 
+void PrintTo(const Cell& cell, std::ostream* out) { *out << cell.faults; }
+
 const Cell kCells[] = {
     {"Initialize=31x1", Outcome::kDone, "Initialize ICTI attempt: 1 out of 3.", true},
     {"Initialize=6", Outcome::kRolledBack, "Could not init ICTI session for schemaName: \"Radio\"", true},
