@@ -14,7 +14,6 @@
 using testing::_;
 using testing::NiceMock;
 using testing::Return;
-using testing::StrEq;
 
 namespace {
 
