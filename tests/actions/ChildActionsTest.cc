@@ -79,6 +79,9 @@ TEST(CreateChildStructActionTest, AStructIsLinkedOnceAndAMissingStructGroupFails
   EXPECT_FALSE(model.run(action, "Cell", args));
   EXPECT_EQ(Strings{"CreateChildStruct: Can not get struct instance id=mapping,cellId=1,topId=1"}, model.failures);
   model.group("Plmn");
+  Args filtered = args;
+  filtered.emplace_back("rdnValue", "2");
+  EXPECT_TRUE(model.run(action, "Cell", filtered)) << "a parent the filter leaves out is no failure";
   EXPECT_TRUE(model.run(action, "Cell", args));
   EXPECT_TRUE(model.run(action, "Cell", args));
   EXPECT_EQ((Strings{"id=mapping,cellId=1,topId=1"}), model.ldns("Plmn"));
