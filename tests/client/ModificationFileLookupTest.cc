@@ -58,15 +58,8 @@ TEST_F(ModificationFileLookupTest, AnswersOfEveryShapeAreFlattenedInOrder) {
     const char* logged;
   };
   const Case cases[] = {
-      {"two load modules", {{"/a/1.xml", "/a/2.xml"}, {"/b/1.xml"}}, 0, {}, {"/a/1.xml", "/a/2.xml", "/b/1.xml"},
-       "Found 3 modification files through LMHI using tag Bt"},
-      {"no load modules", {}, 0, {}, {}, "Found 0 modification files through LMHI using tag Bt"},
-      {"load module without files", {{}, {"/b/1.xml"}}, 0, {}, {"/b/1.xml"},
-       "Found 1 modification files through LMHI using tag Bt"},
-      {"duplicates kept", {{"/x.xml", "/x.xml"}, {"/x.xml"}}, 0, {}, {"/x.xml", "/x.xml", "/x.xml"},
-       "Found 3 modification files through LMHI using tag Bt"},
-      {"appended to the list", {{"/new.xml"}}, 0, {"/old.xml"}, {"/old.xml", "/new.xml"},
-       "Found 2 modification files through LMHI using tag Bt"},
+      {"appended in order, an empty load module too", {{"/a/1.xml", "/a/2.xml"}, {}, {"/a/1.xml"}}, 0, {"/old.xml"},
+       {"/old.xml", "/a/1.xml", "/a/2.xml", "/a/1.xml"}, "Found 4 modification files through LMHI using tag Bt"},
       {"handler error", {{"/never/returned.xml"}}, 3, {"/old.xml"}, {"/old.xml"},
        "Could not get list of modification files from LMHI using tag modification_files, boardType Bt, "
        "return code was 3"},

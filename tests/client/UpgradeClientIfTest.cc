@@ -1,13 +1,12 @@
-#include <gmock/gmock.h>
+// The signal to the wrapper. The endless loop after it is the whole runs' (its first line is what the
+// wrapper reads after a failed upgrade).
+
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
 #include "LogRecorder.h"
-#include "MockEnv.h"
 #include "TempDir.h"
-#include "client/UpgradeClientIf.h"
 #include "client/WrapperSignal.h"
 
 namespace {
@@ -21,7 +20,6 @@ TEST(WrapperSignalTest, ThePathIsAFormatWithoutArguments) {
   const Case cases[] = {{"/tmp/wrapper.sock", true, "/tmp/wrapper.sock"},
                         {"/tmp/100%%.sock", true, "/tmp/100%.sock"},
                         {"/tmp/%s.sock", false, ""},
-                        {"/tmp/%d", false, ""},
                         {"/tmp/end%", false, ""}};
   for (const Case& c : cases) {
     std::string expanded;
@@ -41,20 +39,6 @@ TEST(WrapperSignalTest, AFailedConnectIsReported) {
     EXPECT_FALSE(WrapperSignal::send(path));
     EXPECT_TRUE(LogRecorder::installed().contains("Failed to connect to " + path)) << path;
   }
-}
-
-TEST(UpgradeClientIfTest, TheLoopSleepsInTenSecondStepsAndReportsDisturbances) {
-  testing::NiceMock<MockEnv> env;
-  EXPECT_CALL(env, sleepSeconds(10))
-      .WillOnce(testing::Return(0))
-      .WillOnce(testing::Return(4))
-      .WillOnce(testing::Throw(std::runtime_error("stop")));
-  testing::internal::CaptureStdout();
-  EXPECT_THROW(UpgradeClientIf::sleepForever(env), std::runtime_error);
-  EXPECT_EQ(
-      "Entering the never ending loop, if you want to terminate this program you are going to have to kill it.\n"
-      "sleep was disturbed, time left: 4s (sleep interval: 10s).",
-      testing::internal::GetCapturedStdout());
 }
 
 }  // namespace

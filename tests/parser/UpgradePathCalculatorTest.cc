@@ -13,6 +13,8 @@ using Files = std::vector<std::string>;
 
 std::string mod(const char* from, const char* to) { return std::string("modification_") + from + "_to_" + to + ".xml"; }
 
+// A chain over files in any order, a direct file hidden by an earlier one and a cycle are modtool's plans
+// (PathPlanTest).
 TEST(UpgradePathCalculatorTest, ChainsFilesGreedily) {
   const struct {
     const char* title;
@@ -22,28 +24,18 @@ TEST(UpgradePathCalculatorTest, ChainsFilesGreedily) {
     Files expected;
     const char* logged;  // the failure line, or null
   } cases[] = {
-      {"single step", {"/up/" + mod("1_0_0", "2_0_0")}, "1_0_0", "2_0_0", {"/up/" + mod("1_0_0", "2_0_0")}, nullptr},
-      {"chain in reverse list order", {"/b/" + mod("1_1_0", "2_0_0"), "/a/" + mod("1_0_0", "1_1_0")}, "1_0_0",
-       "2_0_0", {"/a/" + mod("1_0_0", "1_1_0"), "/b/" + mod("1_1_0", "2_0_0")}, nullptr},
       {"unrelated files ignored", {mod("0_9_0", "1_0_0"), mod("1_0_0", "1_1_0"), mod("1_1_0", "1_2_0")}, "1_0_0",
        "1_1_0", {mod("1_0_0", "1_1_0")}, nullptr},
-      {"first match hides a direct file", {mod("1_0_0", "1_1_0"), mod("1_0_0", "2_0_0")}, "1_0_0", "2_0_0", {},
-       "A modfile with from-version 1_1_0 could not be found"},
       {"direct file first in list wins", {mod("1_0_0", "2_0_0"), mod("1_0_0", "1_1_0"), mod("1_1_0", "2_0_0")},
        "1_0_0", "2_0_0", {mod("1_0_0", "2_0_0")}, nullptr},
-      {"cycle refused", {mod("1_0_0", "1_1_0"), mod("1_1_0", "1_0_0")}, "1_0_0", "3_0_0", {},
-       "A modfile, modification_1_0_0_to_1_1_0.xml, was found more than once in the upgrade path"},
       {"equal versions still take a step", {mod("2_0_0", "2_0_0")}, "2_0_0", "2_0_0", {mod("2_0_0", "2_0_0")},
        nullptr},
-      {"versions are text", {mod("1_9_0", "1_10_0"), mod("1_10_0", "1_11_0")}, "1_9_0", "1_11_0",
-       {mod("1_9_0", "1_10_0"), mod("1_10_0", "1_11_0")}, nullptr},
       {"leading zero is another version", {mod("1_09_0", "2_0_0")}, "1_9_0", "2_0_0", {},
        "A modfile with from-version 1_9_0 could not be found"},
       {"names without markers never match",
        {"1_0_0_to_2_0_0.xml", "modification_1_0_0-2_0_0.xml", "modification_1_0_0_to_2_0_0.txt",
         "/" + mod("1_0_0", "2_0_0") + "/readme.txt", "modification_1_0_0_to_2_0_0", mod("1_0_0", "2_0_0")},
        "1_0_0", "2_0_0", {mod("1_0_0", "2_0_0")}, nullptr},
-      {"empty list", {}, "1_0_0", "2_0_0", {}, "A modfile with from-version 1_0_0 could not be found"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.title);
@@ -61,15 +53,12 @@ TEST(UpgradePathCalculatorTest, ChainsFilesGreedily) {
 // Authors see what each candidate is taken for before the chain is walked.
 TEST(UpgradePathCalculatorTest, TellsWhatEachFileIsTakenFor) {
   LogRecorder::installed().clear();
-  UpgradePathCalculator().calculatePath({mod("1_0_0", "1_1_0"), mod("1_0_0", "2_0_0"), "modification_1_1_0-2_0_0.xml",
-                                         "/" + mod("1_1_0", "2_0_0") + "/readme.txt"},
-                                        "1_0_0", "2_0_0");
+  UpgradePathCalculator().calculatePath(
+      {mod("1_0_0", "1_1_0"), mod("1_0_0", "2_0_0"), "/" + mod("1_1_0", "2_0_0") + "/readme.txt"}, "1_0_0", "2_0_0");
   EXPECT_EQ((std::vector<std::string>{
                 "Modification file modification_1_0_0_to_1_1_0.xml takes the schema from 1_0_0 to 1_1_0",
                 "Modification file modification_1_0_0_to_2_0_0.xml (from 1_0_0 to 2_0_0) is never used: "
                 "modification_1_0_0_to_1_1_0.xml starts at 1_0_0 too and comes first",
-                "Modification file modification_1_1_0-2_0_0.xml is ignored: its name is not "
-                "modification_<from>_to_<to>.xml",
                 "Modification file /modification_1_1_0_to_2_0_0.xml/readme.txt is ignored: its name is not "
                 "modification_<from>_to_<to>.xml",
                 "A modfile with from-version 1_1_0 could not be found"}),
