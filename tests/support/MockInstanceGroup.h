@@ -23,18 +23,6 @@ class MockInstanceGroup : public InstanceGroupIf {
   MOCK_METHOD(InstanceIf*, createInstance,
               (const std::string& parentLdn, const std::string& rdnId, bool isStruct, const std::string& structType),
               (override));
-
-  // Makes forEachInstance behave as a real group over `instances`: every
-  // instance is visited in order, also after a failing one, and the result
-  // is the AND of all calls.
-  void visitInOrder(std::vector<InstanceIf*> instances) {
-    ON_CALL(*this, forEachInstance(testing::_))
-        .WillByDefault([instances](const std::function<bool(InstanceIf&)>& step) {
-          bool result = true;
-          for (InstanceIf* instance : instances) result = step(*instance) && result;
-          return result;
-        });
-  }
 };
 
 #endif
