@@ -140,6 +140,12 @@ TEST_F(IctiHandlerTest, AGroupIsReadOnceAndThenServedFromTheCacheButAFailedReadI
   ASSERT_NE(nullptr, first);
   EXPECT_EQ(first, handler.getInstanceGroup("EUtranCellFDD"));
   EXPECT_NE(nullptr, first->getInstance("eUtranCellFDDId=2,ENodeBFunction=1"));
+
+  // A class the old model lacks is asked for once; the answer is kept.
+  EXPECT_CALL(env, immCtReadInstances(42, StrEq("NsNowhere"), _)).WillOnce(Return(SA_AIS_ERR_NOT_EXIST));
+  EXPECT_FALSE(handler.classDefined("Nowhere"));
+  EXPECT_FALSE(handler.classDefined("Nowhere"));
+  EXPECT_TRUE(handler.classDefined("EUtranCellFDD"));
 }
 
 TEST_F(IctiHandlerTest, TheImmClassNameTakesTheRightPrefix) {
