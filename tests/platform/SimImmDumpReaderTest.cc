@@ -102,4 +102,21 @@ TEST(SimImmOldModelTest, ACopyReadsOnlyTheFilesThatHoldItsClasses) {
   EXPECT_EQ(std::vector<std::string>{"aId=1"}, copied);
 }
 
+// A text made of an entity would be lost if the reference were skipped, so
+// the file is refused, whether the parser or the reader finds it.
+TEST(SimImmDumpReaderTest, AnEntityReferenceFailsTheFile) {
+  const char* const prologs[] = {"<!DOCTYPE imm:IMM-contents [<!ENTITY e \"aId=1\">]>",
+                                 "<!DOCTYPE imm:IMM-contents SYSTEM \"absent.dtd\">"};
+  TempDir dir;
+  for (const char* prolog : prologs) {
+    std::string xml = immXml("<object class=\"A\"><dn>aId=1&e;</dn></object>");
+    std::string path = dir.write("model.xml", xml.insert(xml.find('\n') + 1, std::string(prolog) + "\n"));
+    SimImmDumpReader::Handler handler;
+    handler.onObject = [](SimImmObject&&) { return true; };
+    SimImmDumpReader reader;
+    EXPECT_FALSE(reader.read(path, handler)) << prolog;
+    EXPECT_NE(std::string::npos, reader.error().find("model.xml: line 4:")) << reader.error();
+  }
+}
+
 }  // namespace
