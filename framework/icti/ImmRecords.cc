@@ -47,6 +47,19 @@ void fillNameRecord(const char* text, uint16_t length, SaNameT& record) {
   std::memcpy(record.value, text, std::strlen(text));
 }
 
+// The shared name record of `text` with the length field `length`, made on
+// first use.
+const SaNameT* nameRecord(const char* text, uint16_t length, NameRecords* names) {
+  std::string key(text);
+  key.append(reinterpret_cast<const char*>(&length), sizeof length);
+  std::unique_ptr<SaNameT>& record = (*names)[key];
+  if (!record) {
+    record = std::make_unique<SaNameT>();
+    fillNameRecord(text, length, *record);
+  }
+  return record.get();
+}
+
 // One value of the record in the model's form, borrowing what it points to;
 // `text` holds a name's terminated text.
 template <typename T>
@@ -130,17 +143,13 @@ std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const s
 }
 
 // A record that lends the attribute's name and values; name values, which
-// the model keeps in another layout, follow the pointer array in its block,
-// so freeing the array frees them too.
+// the model keeps in another layout, point to shared name records.
 template <typename T>
-SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute) {
-  constexpr bool kIsName = std::is_same_v<T, Name>;
+SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute, NameRecords* names) {
   const auto& values = attribute.values();
   const uint32_t count = values.size();
-  const size_t pointersSize = (count + 1) * sizeof(SaImmAttrValueT);
-  const size_t namesSize = kIsName ? count * sizeof(SaNameT) : 0;
   auto* record = static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2)));
-  auto* pointers = static_cast<SaImmAttrValueT*>(std::malloc(pointersSize + namesSize));
+  auto* pointers = static_cast<SaImmAttrValueT*>(std::malloc((count + 1) * sizeof(SaImmAttrValueT)));
   if (record == nullptr || pointers == nullptr) {
     TAV_LOG(ERROR,
             std::is_same_v<T, Bytes> ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
@@ -154,11 +163,9 @@ SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute) {
   record->attrValueType = static_cast<SaImmValueTypeT>(attribute.getType());
   record->attrValuesNumber = count;
   attribute.traceWrite();
-  auto* names = reinterpret_cast<SaNameT*>(reinterpret_cast<char*>(pointers) + pointersSize);
   for (uint32_t i = 0; i < count; ++i) {
-    if constexpr (kIsName) {
-      fillNameRecord(values[i].text, values[i].length, names[i]);
-      pointers[i] = &names[i];
+    if constexpr (std::is_same_v<T, Name>) {
+      pointers[i] = const_cast<SaNameT*>(nameRecord(values[i].text, values[i].length, names));
     } else {
       pointers[i] = const_cast<void*>(static_cast<const void*>(&values[i]));
     }
@@ -168,11 +175,11 @@ SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute) {
   return record;
 }
 
-SaImmAttrValuesT_2* attributeRecord(const AttributeInternalIf* attribute) {
+SaImmAttrValuesT_2* attributeRecord(const AttributeInternalIf* attribute, NameRecords* names) {
   const auto* base = dynamic_cast<const AttributeBase*>(attribute);
   if (base == nullptr) return nullptr;
   SaImmAttrValuesT_2* record = nullptr;
-  visitTyped(*base, [&record](const auto& typed) { record = attributeRecord(typed); });
+  visitTyped(*base, [&record, names](const auto& typed) { record = attributeRecord(typed, names); });
   return record;
 }
 
@@ -182,27 +189,22 @@ void freeInstanceRecord(SafcImmCtInstanceT* record) {
     std::free(record->attrValues[i]);
   }
   std::free(record->attrValues);
-  std::free(record->parentName);
   std::free(record);
 }
 
-SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance) {
+SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* names) {
   auto* record = static_cast<SafcImmCtInstanceT*>(std::calloc(1, sizeof(SafcImmCtInstanceT)));
   if (record == nullptr) return nullptr;
   const std::string parentName = instance.getParentName();
   const std::vector<std::pair<std::string, AttributeInternalIf*>> attributes = instance.getAttributes();
   record->attrValues = static_cast<SaImmAttrValuesT_2**>(std::calloc(attributes.size() + 1, sizeof(void*)));
   if (!parentName.empty()) {
-    record->parentName = static_cast<SaNameT*>(std::malloc(sizeof(SaNameT)));
-    if (record->parentName != nullptr) {
-      const size_t length = parentName.size();
-      const std::string kept = parentName.substr(0, kNameTextLimit);
-      fillNameRecord(kept.c_str(), static_cast<uint16_t>(length), *record->parentName);
-    }
+    const std::string kept = parentName.substr(0, kNameTextLimit);
+    record->parentName = const_cast<SaNameT*>(nameRecord(kept.c_str(), static_cast<uint16_t>(parentName.size()), names));
   }
-  bool complete = record->attrValues != nullptr && (parentName.empty() || record->parentName != nullptr);
+  bool complete = record->attrValues != nullptr;
   for (size_t i = 0; complete && i < attributes.size(); ++i) {
-    record->attrValues[i] = attributeRecord(attributes[i].second);
+    record->attrValues[i] = attributeRecord(attributes[i].second, names);
     complete = record->attrValues[i] != nullptr;
   }
   if (complete) return record;
@@ -218,7 +220,7 @@ void freeGroupRecord(SafcImmCtInstanceGroupT* record) {
   std::free(record);
 }
 
-SafcImmCtInstanceGroupT* groupRecord(const InstanceGroup& group) {
+SafcImmCtInstanceGroupT* groupRecord(const InstanceGroup& group, NameRecords* names) {
   auto* record = static_cast<SafcImmCtInstanceGroupT*>(std::calloc(1, sizeof(SafcImmCtInstanceGroupT)));
   if (record == nullptr) return nullptr;
   record->className = const_cast<char*>(group.getImmClassName().c_str());
@@ -230,7 +232,7 @@ SafcImmCtInstanceGroupT* groupRecord(const InstanceGroup& group) {
     return nullptr;
   }
   for (size_t i = 0; i < instances.size(); ++i) {
-    record->instances[i] = instanceRecord(*instances[i]);
+    record->instances[i] = instanceRecord(*instances[i], names);
     if (record->instances[i] == nullptr) {
       freeGroupRecord(record);
       return nullptr;
@@ -260,7 +262,7 @@ std::unique_ptr<InstanceGroup> ImmRecords::readGroup(const SafcImmCtInstanceGrou
 }
 
 bool ImmRecords::add(const InstanceGroup& group) {
-  SafcImmCtInstanceGroupT* record = groupRecord(group);
+  SafcImmCtInstanceGroupT* record = groupRecord(group, &names_);
   if (record == nullptr) return false;
   records_.push_back(record);
   return true;

@@ -19,7 +19,6 @@ bool SimImmModelWriter::open(std::string* why) {
     *why = "cannot create " + path_ + ": " + std::strerror(errno);
     return false;
   }
-  std::setvbuf(file_, nullptr, _IOFBF, 1 << 20);
   put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
       "<imm:IMM-contents xmlns:imm=\"http://www.saforum.org/IMMSchema\" "
       "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xmlns:xs=\"http://www.w3.org/2001/XMLSchema\">\n");
@@ -34,6 +33,7 @@ void SimImmModelWriter::writeClass(const SimImmClass& cls) {
   writeAttrDef("rdn", cls.rdn);
   for (const SimImmAttrDef& attr : cls.attrs) writeAttrDef("attr", attr);
   put("  </class>\n");
+  spill(kBufferSize);
 }
 
 void SimImmModelWriter::writeAttrDef(const char* name, const SimImmAttrDef& def) {
@@ -62,7 +62,9 @@ void SimImmModelWriter::writeObject(const SimImmObject& object) {
     put("    </attr>\n");
   }
   put("  </object>\n");
+  spill(kBufferSize);
   if (SimFaults::instance().objectWritten()) {
+    spill(0);
     std::fflush(file_);
     SimFaults::kill();
   }
@@ -109,6 +111,7 @@ bool SimImmModelWriter::isXmlText(const std::string& text) {
 
 bool SimImmModelWriter::close(std::string* why) {
   put("</imm:IMM-contents>\n");
+  spill(0);
   bool ok = std::fflush(file_) == 0 && !std::ferror(file_) && ::fsync(fileno(file_)) == 0;
   int error = errno;
   ok = std::fclose(file_) == 0 && ok;
@@ -128,7 +131,13 @@ void SimImmModelWriter::element(const char* indent, const char* name, const std:
   put(">\n");
 }
 
-void SimImmModelWriter::put(const char* text) { std::fputs(text, file_); }
+void SimImmModelWriter::spill(size_t atLeast) {
+  if (buffer_.size() < atLeast || buffer_.empty()) return;
+  std::fwrite(buffer_.data(), 1, buffer_.size(), file_);
+  buffer_.clear();
+}
+
+void SimImmModelWriter::put(const char* text) { buffer_ += text; }
 
 void SimImmModelWriter::putEscaped(const std::string& text) {
   size_t start = 0;
@@ -142,9 +151,9 @@ void SimImmModelWriter::putEscaped(const std::string& text) {
       case '\r': entity = "&#13;"; break;
       default: continue;
     }
-    std::fwrite(text.data() + start, 1, i - start, file_);
-    std::fputs(entity, file_);
+    buffer_.append(text, start, i - start);
+    buffer_ += entity;
     start = i + 1;
   }
-  std::fwrite(text.data() + start, 1, text.size() - start, file_);
+  buffer_.append(text, start, text.size() - start);
 }

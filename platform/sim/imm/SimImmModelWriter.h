@@ -34,11 +34,17 @@ class SimImmModelWriter {
   void writeValue(const SimImmValue& value);
   static bool isXmlText(const std::string& text);
   void element(const char* indent, const char* name, const std::string& text);
+  // Writes the buffered text to the file once it holds `atLeast` bytes.
+  void spill(size_t atLeast);
   void put(const char* text);
   void putEscaped(const std::string& text);
 
   const std::string path_;
   std::FILE* file_ = nullptr;
+  // Text not yet handed to the file: one large write instead of a call for
+  // every piece.
+  std::string buffer_;
+  static constexpr size_t kBufferSize = 1 << 20;
 };
 
 #endif

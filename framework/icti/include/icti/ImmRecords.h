@@ -6,7 +6,9 @@
 // Writing builds the records of groups just before the write call; they
 // borrow the model's storage wherever the record layout allows it (class,
 // attribute and string values, numbers, byte buffers), so only the pointer
-// arrays, the parent names and the name values are built. The groups must
+// arrays and the name records are built. A name record, fixed-size in the
+// node's layout, is made once for each distinct name (parent names and
+// name values alike) and shared by every record that holds it. The groups must
 // stay unchanged until the records are gone, which is when this object is
 // destroyed.
 
@@ -15,11 +17,15 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "safcImmCt.h"
 
 class InstanceGroup;
+
+// The shared name records, by text and length field.
+using NameRecords = std::unordered_map<std::string, std::unique_ptr<SaNameT>>;
 
 class ImmRecords {
  public:
@@ -47,6 +53,7 @@ class ImmRecords {
 
  private:
   std::vector<SafcImmCtInstanceGroupT*> records_;
+  NameRecords names_;
   std::vector<SafcImmCtInstanceGroupT*> terminated_;
 };
 
