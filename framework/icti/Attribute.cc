@@ -243,46 +243,42 @@ int countForMessage(double value) {
 }  // namespace
 
 std::unique_ptr<AttributeBase> AttributeBase::create(const std::string& name, ValueType type) {
-  const char* n = name.c_str();
+  return create(std::make_shared<const std::string>(name), type);
+}
+
+std::unique_ptr<AttributeBase> AttributeBase::create(SharedName n, ValueType type) {
   switch (type) {
     case ValueType::kInt32:
-      return std::make_unique<Attribute<int>>(n);
+      return std::make_unique<Attribute<int>>(std::move(n));
     case ValueType::kUint32:
-      return std::make_unique<Attribute<unsigned int>>(n);
+      return std::make_unique<Attribute<unsigned int>>(std::move(n));
     case ValueType::kInt64:
-      return std::make_unique<Attribute<long long>>(n);
+      return std::make_unique<Attribute<long long>>(std::move(n));
     case ValueType::kUint64:
-      return std::make_unique<Attribute<unsigned long long>>(n);
+      return std::make_unique<Attribute<unsigned long long>>(std::move(n));
     case ValueType::kTime:
-      return std::make_unique<Attribute<Time>>(n);
+      return std::make_unique<Attribute<Time>>(std::move(n));
     case ValueType::kFloat:
-      return std::make_unique<Attribute<float>>(n);
+      return std::make_unique<Attribute<float>>(std::move(n));
     case ValueType::kName:
-      return std::make_unique<Attribute<Name>>(n);
+      return std::make_unique<Attribute<Name>>(std::move(n));
     case ValueType::kDouble:
-      return std::make_unique<Attribute<double>>(n);
+      return std::make_unique<Attribute<double>>(std::move(n));
     case ValueType::kString:
-      return std::make_unique<Attribute<char*>>(n);
+      return std::make_unique<Attribute<char*>>(std::move(n));
     case ValueType::kAny:
-      return std::make_unique<Attribute<Bytes>>(n);
+      return std::make_unique<Attribute<Bytes>>(std::move(n));
     default:
       return nullptr;
   }
 }
 
-AttributeBase::AttributeBase(const char* name) : name_(copyText(name ? name : "", name ? std::strlen(name) : 0)) {}
+AttributeBase::~AttributeBase() = default;
 
-AttributeBase::~AttributeBase() { std::free(name_); }
-
-void AttributeBase::setName(const char* name) {
-  if (name == nullptr) name = "";
-  char* copy = copyText(name, std::strlen(name));
-  std::free(name_);
-  name_ = copy;
-}
+void AttributeBase::setName(const char* name) { name_ = std::make_shared<const std::string>(name ? name : ""); }
 
 template <typename T>
-Attribute<T>::Attribute(const char* name) : AttributeBase(name) {}
+Attribute<T>::Attribute(const char* name) : AttributeBase(std::make_shared<const std::string>(name ? name : "")) {}
 
 template <typename T>
 Attribute<T>::~Attribute() {

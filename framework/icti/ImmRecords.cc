@@ -123,8 +123,16 @@ void visitTyped(Base& attribute, Visit visit) {
   }
 }
 
+// The name `text` shared with every attribute of that name in `names`.
+SharedName sharedName(const char* text, std::unordered_map<std::string, SharedName>* names) {
+  SharedName& name = (*names)[text];
+  if (!name) name = std::make_shared<const std::string>(text);
+  return name;
+}
+
 std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const std::string& className,
-                                       const std::string& rdnAttribute, std::vector<AttributeBase*>& readOrder) {
+                                       const std::string& rdnAttribute, std::vector<AttributeBase*>& readOrder,
+                                       std::unordered_map<std::string, SharedName>* names) {
   std::string parentName;
   if (record.parentName != nullptr) parentName = nameText(*record.parentName);
   auto instance = std::make_unique<Instance>(className, record.parentName != nullptr ? &parentName : nullptr);
@@ -132,7 +140,7 @@ std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const s
   for (size_t i = 0; record.attrValues != nullptr && record.attrValues[i] != nullptr; ++i) {
     const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
     AttributeBase* attribute =
-        instance->addReadAttribute(attributeRecord.attrName != nullptr ? attributeRecord.attrName : "",
+        instance->addReadAttribute(sharedName(attributeRecord.attrName != nullptr ? attributeRecord.attrName : "", names),
                                    static_cast<ValueType>(attributeRecord.attrValueType));
     if (attribute == nullptr) continue;
     visitTyped(*attribute, [&attributeRecord](auto& typed) { readValues(typed, attributeRecord); });
@@ -255,8 +263,9 @@ std::unique_ptr<InstanceGroup> ImmRecords::readGroup(const SafcImmCtInstanceGrou
   auto group = std::make_unique<InstanceGroup>(record.className != nullptr ? record.className : "", rdnAttribute,
                                                namespacePrefix, size);
   std::vector<AttributeBase*> readOrder;
+  std::unordered_map<std::string, SharedName> names;
   for (size_t i = 0; i < size; ++i) {
-    group->appendRead(readInstance(*record.instances[i], group->getClassName(), rdnAttribute, readOrder));
+    group->appendRead(readInstance(*record.instances[i], group->getClassName(), rdnAttribute, readOrder, &names));
   }
   return group;
 }

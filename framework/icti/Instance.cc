@@ -29,10 +29,10 @@ Instance::Instance(const std::string& className, const std::string* parentName) 
   }
 }
 
-AttributeBase* Instance::addReadAttribute(const std::string& name, ValueType type) {
-  AttributeInternalIf* created = nullptr;
-  if (!addAttribute(name, type, &created) || created == nullptr) return nullptr;
-  return find(name);
+AttributeBase* Instance::addReadAttribute(SharedName name, ValueType type) {
+  AttributeBase* added = nullptr;
+  add(std::move(name), type, &added);
+  return added;
 }
 
 void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, const std::string& rdnAttribute) {
@@ -93,17 +93,24 @@ std::vector<std::pair<std::string, AttributeInternalIf*>> Instance::getAttribute
 AttributeInternalIf* Instance::getAttribute(const std::string& name) const { return find(name); }
 
 bool Instance::addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created) {
-  if (created != nullptr) *created = nullptr;
-  if (find(name) != nullptr) {
-    TAV_LOG(INFO_ABN, "Instance: %s already has attribute with name: %s", getLdn().c_str(), name.c_str());
+  AttributeBase* added = nullptr;
+  const bool ok = add(std::make_shared<const std::string>(name), type, &added);
+  if (created != nullptr) *created = added;
+  return ok;
+}
+
+bool Instance::add(SharedName name, ValueType type, AttributeBase** added) {
+  *added = nullptr;
+  if (find(*name) != nullptr) {
+    TAV_LOG(INFO_ABN, "Instance: %s already has attribute with name: %s", getLdn().c_str(), name->c_str());
     return true;
   }
   std::unique_ptr<AttributeBase> attribute = AttributeBase::create(name, type);
   if (attribute == nullptr) {
-    TAV_LOG(ERROR, "Unable to create attribute %s", name.c_str());
+    TAV_LOG(ERROR, "Unable to create attribute %s", name->c_str());
     return false;
   }
-  if (created != nullptr) *created = attribute.get();
+  *added = attribute.get();
   insert(std::move(attribute));
   return true;
 }

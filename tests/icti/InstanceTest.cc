@@ -58,7 +58,7 @@ TEST(InstanceTest, TheReadRdnComesFromTheTargetsRdnAttributeTheClassOrTheStructI
     Instance instance("Bar", nullptr);
     std::vector<AttributeBase*> readOrder;
     for (const Read& read : c.attributes) {
-      readOrder.push_back(instance.addReadAttribute(read.name, read.type));
+      readOrder.push_back(instance.addReadAttribute(std::make_shared<const std::string>(read.name), read.type));
       readOrder.back()->addCopy(read.value);
     }
     instance.nameByAttributes(readOrder, c.targetRdnAttribute);

@@ -38,34 +38,39 @@
 #include "icti/AttributeValue.h"
 #include "icti/ValueType.h"
 
-// What every attribute type shares: its name (a heap copy it owns) and the
-// factory by IMM value type code. An instance keeps its attributes through
-// this class so that it can order them by name without copying names.
+// An attribute's name, shared by the attributes of that name that one read
+// made: a class of a million instances keeps each name once.
+using SharedName = std::shared_ptr<const std::string>;
+
+// What every attribute type shares: its name and the factory by IMM value
+// type code. An instance keeps its attributes through this class so that it
+// can order them by name without copying names.
 class AttributeBase : public AttributeInternalIf {
  public:
   // An empty attribute of the type, or null for kNone or a code that is no
   // value type.
   static std::unique_ptr<AttributeBase> create(const std::string& name, ValueType type);
+  static std::unique_ptr<AttributeBase> create(SharedName name, ValueType type);
 
   ~AttributeBase() override;
   AttributeBase(const AttributeBase&) = delete;
   AttributeBase& operator=(const AttributeBase&) = delete;
 
-  std::string getName() const override { return name_; }
+  std::string getName() const override { return *name_; }
   // A null name is stored as an empty one.
   void setName(const char* name) override;
 
-  // The name copy itself: valid until the next setName.
-  const char* name() const { return name_; }
+  // The name itself: valid until the next setName.
+  const char* name() const { return name_->c_str(); }
 
   // Traces the attribute and its values as they go to the node.
   virtual void traceWrite() const = 0;
 
  protected:
-  explicit AttributeBase(const char* name);
+  explicit AttributeBase(SharedName name) : name_(std::move(name)) {}
 
  private:
-  char* name_;
+  SharedName name_;
 };
 
 namespace attribute_storage {
@@ -165,6 +170,7 @@ class Attribute : public AttributeBase {
   using Value = typename attribute_storage::Storage<T>::Value;
 
   explicit Attribute(const char* name);
+  explicit Attribute(SharedName name) : AttributeBase(std::move(name)) {}
   ~Attribute() override;
 
   ValueType getType() const override;

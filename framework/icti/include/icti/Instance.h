@@ -55,9 +55,10 @@ class Instance : public InstanceIf {
   // An existing name is logged and left in place; the result is then true
   // with *created null.
   bool addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created = nullptr) override;
-  // addAttribute for the reader: the new attribute, or null when the name
-  // exists already or the type is none (both logged).
-  AttributeBase* addReadAttribute(const std::string& name, ValueType type);
+  // addAttribute for the reader, with a name shared by the instances read
+  // together: the new attribute, or null when the name exists already or the
+  // type is none (both logged).
+  AttributeBase* addReadAttribute(SharedName name, ValueType type);
   // Takes the RDN from the attributes read, given in the order they were
   // read. `rdnAttribute` is the class's RDN attribute in the target model,
   // when known: a string or name attribute of that name carries the RDN.
@@ -95,6 +96,8 @@ class Instance : public InstanceIf {
 
   Attributes::const_iterator position(const char* name) const;
   AttributeBase* find(const std::string& name) const;
+  // addAttribute's work; `added` is null when nothing was added.
+  bool add(SharedName name, ValueType type, AttributeBase** added);
   void insert(std::unique_ptr<AttributeBase> attribute);
   void tellOwner();
 
