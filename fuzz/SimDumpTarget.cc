@@ -29,10 +29,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::string why;
   for (const SimImmClass& cls : classes) {
     names.insert(cls.name);
-    std::vector<SimImmObject> objects;
-    if (!model.objectsOf(cls.name, &objects, &why)) return 0;
-    SimImmReadRecords records;
-    records.build(cls, objects, &why);
+    SimImmReadRecords records(cls);
+    model.objectsOf(cls.name, [&records](const SimImmObject& object, std::string* reason) {
+      return records.add(object, reason);
+    }, &why);
+    records.finish();
   }
   model.streamObjects(
       names, [](const SimImmObject& object, std::string*) { return !object.dn.empty(); }, &why);

@@ -79,27 +79,31 @@ TEST(SimImmDumpReaderTest, TheShapeOfTheDocumentIsChecked) {
 
 namespace {
 
-// Once the dump is indexed, a copy reads only the files that hold objects of
-// the copied classes: here the other file is gone and is not missed.
-TEST(SimImmOldModelTest, ACopyReadsOnlyTheFilesThatHoldItsClasses) {
+// A copy after a read streams from the index (the files are gone by then),
+// in file order across its classes and files.
+TEST(SimImmOldModelTest, ACopyStreamsFromTheIndexInFileOrder) {
   TempDir dir;
-  auto schema = [](const char* cls, const char* rdn, const char* dn) {
-    return immXml(std::string("<class name=\"") + cls + "\"><category>SA_CONFIG</category><rdn><name>" + rdn +
-                  "</name><type>SA_STRING_T</type><category>SA_CONFIG</category></rdn></class><object class=\"" +
-                  cls + "\"><dn>" + dn + "</dn></object>");
+  auto object = [](const char* cls, const char* dn) {
+    return std::string("<object class=\"") + cls + "\"><dn>" + dn + "</dn></object>";
   };
-  const std::string a = dir.write("a.xml", schema("A", "aId", "aId=1"));
-  const std::string b = dir.write("b.xml", schema("B", "bId", "bId=1"));
+  std::string classes;
+  for (const char* cls : {"A", "B"}) {
+    classes += std::string("<class name=\"") + cls + "\"><category>SA_CONFIG</category><rdn><name>" + cls +
+               "Id</name><type>SA_STRING_T</type><category>SA_CONFIG</category></rdn></class>";
+  }
+  const std::string a = dir.write("a.xml", immXml(classes + object("B", "BId=1") + object("A", "AId=1") +
+                                                  object("B", "BId=2")));
+  const std::string b = dir.write("b.xml", immXml(object("A", "AId=2")));
   SimImmOldModel model({a, b});
-  std::vector<SimImmObject> objects;
   std::string why;
-  ASSERT_TRUE(model.objectsOf("B", &objects, &why)) << why;
-  ASSERT_EQ(0, std::remove(b.c_str()));
+  ASSERT_TRUE(model.objectsOf("A", [](const SimImmObject&, std::string*) { return true; }, &why)) << why;
+  ASSERT_EQ(0, std::remove(a.c_str()) + std::remove(b.c_str()));
   std::vector<std::string> copied;
   EXPECT_TRUE(model.streamObjects(
-      {"A"}, [&](const SimImmObject& object, std::string*) { return copied.push_back(object.dn), true; }, &why))
+      {"A", "B"}, [&](const SimImmObject& o, std::string*) { return copied.push_back(o.className + o.dn), true; },
+      &why))
       << why;
-  EXPECT_EQ(std::vector<std::string>{"aId=1"}, copied);
+  EXPECT_EQ((std::vector<std::string>{"BBId=1", "AAId=1", "BBId=2", "AAId=2"}), copied);
 }
 
 // A text made of an entity would be lost if the reference were skipped, so

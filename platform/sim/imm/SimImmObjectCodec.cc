@@ -19,11 +19,10 @@ uint32_t getNumber(const std::string& in, size_t* pos) {
   return n;
 }
 
-std::string getText(const std::string& in, size_t* pos) {
+void getText(const std::string& in, size_t* pos, std::string* text) {
   uint32_t size = getNumber(in, pos);
-  std::string text = in.substr(*pos, size);
+  text->assign(in, *pos, size);
   *pos += size;
-  return text;
 }
 
 }  // namespace
@@ -42,23 +41,27 @@ void SimImmObjectCodec::encode(const SimImmObject& object, std::string* out) {
   }
 }
 
+void SimImmObjectCodec::decodeNext(const std::string& in, size_t* pos, SimImmObject* object) {
+  getText(in, pos, &object->dn);
+  object->line = static_cast<int>(getNumber(in, pos));
+  object->attrs.resize(getNumber(in, pos));
+  for (SimImmAttrValues& attr : object->attrs) {
+    getText(in, pos, &attr.name);
+    attr.values.resize(getNumber(in, pos));
+    for (SimImmValue& value : attr.values) {
+      getText(in, pos, &value.text);
+      value.base64 = in[(*pos)++] != 0;
+    }
+  }
+}
+
 void SimImmObjectCodec::decode(const std::string& in, const std::string& className,
-                               const std::function<void(SimImmObject&&)>& each) {
+                               const std::function<void(const SimImmObject&)>& each) {
+  SimImmObject object;
+  object.className = className;
   size_t pos = 0;
   while (pos < in.size()) {
-    SimImmObject object;
-    object.className = className;
-    object.dn = getText(in, &pos);
-    object.line = static_cast<int>(getNumber(in, &pos));
-    object.attrs.resize(getNumber(in, &pos));
-    for (SimImmAttrValues& attr : object.attrs) {
-      attr.name = getText(in, &pos);
-      attr.values.resize(getNumber(in, &pos));
-      for (SimImmValue& value : attr.values) {
-        value.text = getText(in, &pos);
-        value.base64 = in[pos++] != 0;
-      }
-    }
-    each(std::move(object));
+    decodeNext(in, &pos, &object);
+    each(object);
   }
 }

@@ -1,14 +1,11 @@
 #include "SimImmOldModel.h"
 
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdint>
-#include <cstring>
+#include <functional>
+#include <queue>
+#include <utility>
 
 #include "SimEnvironment.h"
 #include "SimImmDumpReader.h"
-#include "SimImmObjectCodec.h"
 
 SimImmOldModel::SimImmOldModel(std::vector<std::string> files)
     : files_(std::move(files)), index_(files_.size()), spool_(std::tmpfile()) {}
@@ -27,22 +24,36 @@ bool SimImmOldModel::classes(const SimImmClassModel** model, std::string* why) {
   return classState_ == State::kRead;
 }
 
-bool SimImmOldModel::objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why) {
+bool SimImmOldModel::objectsOf(const std::string& className, const Each& each, std::string* why) {
+  if (!indexed(why)) return false;
+  for (const FileIndex& file : index_) {
+    if (!streamFile(file, {className}, each, why)) return false;
+  }
+  return true;
+}
+
+bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why) {
+  if (classNames.empty()) return true;
+  if (!indexed(why)) return false;
+  for (size_t file = 0; file < files_.size(); ++file) {
+    bool refused = false;
+    auto checked = [&](const SimImmObject& object, std::string* reason) {
+      refused = !each(object, reason);
+      return !refused;
+    };
+    if (!streamFile(index_[file], classNames, checked, why)) {
+      if (refused) *why = files_[file] + ": " + *why;
+      return false;
+    }
+  }
+  return true;
+}
+
+bool SimImmOldModel::indexed(std::string* why) {
   const SimImmClassModel* model = nullptr;
   if (!classes(&model, why)) return false;
-  {
-    std::unique_lock<std::mutex> lock(mutex_);
-    if (!indexAll(&lock, why)) return false;
-  }
-  std::string encoded;
-  for (const FileIndex& file : index_) {
-    auto found = file.objects.find(className);
-    if (found != file.objects.end() && !load(found->second, &encoded, why)) return false;
-  }
-  objects->clear();
-  SimImmObjectCodec::decode(encoded, className,
-                            [objects](SimImmObject&& object) { objects->push_back(std::move(object)); });
-  return true;
+  std::unique_lock<std::mutex> lock(mutex_);
+  return indexAll(&lock, why);
 }
 
 bool SimImmOldModel::indexAll(std::unique_lock<std::mutex>* lock, std::string* why) {
@@ -70,21 +81,8 @@ bool SimImmOldModel::indexAll(std::unique_lock<std::mutex>* lock, std::string* w
   return true;
 }
 
-bool SimImmOldModel::load(const ClassObjects& objects, std::string* encoded, std::string* why) const {
-  for (const auto& run : objects.runs) {
-    size_t start = encoded->size();
-    encoded->resize(start + run.second);
-    if (::pread(fileno(spool_), &(*encoded)[start], run.second, run.first) != static_cast<ssize_t>(run.second)) {
-      *why = std::string("cannot read the index of the old model: ") + std::strerror(errno);
-      return false;
-    }
-  }
-  *encoded += objects.pending;
-  return true;
-}
-
-void SimImmOldModel::add(const SimImmObject& object, ClassObjects* objects) {
-  SimImmObjectCodec::encode(object, &objects->pending);
+void SimImmOldModel::add(uint32_t place, const SimImmObject& object, ClassObjects* objects) {
+  SimImmIndexCursor::append(place, object, &objects->pending);
   if (spool_ == nullptr || objects->pending.size() < kRunSize) return;
   std::lock_guard<std::mutex> lock(spoolMutex_);
   long offset = std::ftell(spool_);
@@ -105,13 +103,14 @@ bool SimImmOldModel::indexFile(size_t file, FileIndex* index) {
   SimImmDumpReader::Handler handler;
   handler.onWarning = [this](const std::string& path, const std::string& warning) { warn(path, warning); };
   std::string undefined;
+  uint32_t place = 0;
   handler.onObject = [&](SimImmObject&& object) {
     if (classes_.find(object.className) == nullptr) {
       undefined =
           "line " + std::to_string(object.line) + ": object " + object.dn + " of undefined class " + object.className;
       return false;
     }
-    add(object, &index->objects[object.className]);
+    add(place++, object, &index->objects[object.className]);
     return true;
   };
   SimImmDumpReader reader;
@@ -125,41 +124,32 @@ bool SimImmOldModel::indexFile(size_t file, FileIndex* index) {
   return false;
 }
 
-std::vector<std::string> SimImmOldModel::filesHolding(const std::set<std::string>& classNames) {
-  std::lock_guard<std::mutex> lock(mutex_);
-  std::vector<std::string> files;
-  for (size_t file = 0; file < files_.size(); ++file) {
-    if (index_[file].state != State::kRead) return files_;
-    for (const std::string& className : classNames) {
-      if (index_[file].objects.count(className) != 0) {
-        files.push_back(files_[file]);
-        break;
-      }
-    }
+bool SimImmOldModel::streamFile(const FileIndex& file, const std::set<std::string>& classNames, const Each& each,
+                                std::string* why) const {
+  std::vector<SimImmIndexCursor> cursors;
+  for (const std::string& className : classNames) {
+    auto found = file.objects.find(className);
+    if (found == file.objects.end()) continue;
+    cursors.emplace_back(spool_ != nullptr ? fileno(spool_) : -1, found->second.runs, found->second.pending, className);
   }
-  return files;
-}
-
-bool SimImmOldModel::streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why) {
-  if (classNames.empty()) return true;
-  bool refused = false;
-  SimImmDumpReader::Handler handler;
-  handler.onWarning = [this](const std::string& path, const std::string& warning) { warn(path, warning); };
-  handler.wantObject = [&](const std::string& className) { return classNames.count(className) != 0; };
-  handler.onObject = [&](SimImmObject&& object) {
-    refused = !each(object, why);
-    return !refused;
+  // The cursor that stands on the object of lowest place goes next.
+  using Head = std::pair<uint32_t, size_t>;  // place, cursor
+  std::priority_queue<Head, std::vector<Head>, std::greater<Head>> heads;
+  auto advance = [&](size_t cursor) {
+    if (cursors[cursor].next()) {
+      heads.emplace(cursors[cursor].place(), cursor);
+      return true;
+    }
+    *why = cursors[cursor].error();
+    return why->empty();
   };
-  for (const std::string& file : filesHolding(classNames)) {
-    SimImmDumpReader reader;
-    if (!reader.read(file, handler)) {
-      *why = reader.error();
-      return false;
-    }
-    if (refused) {
-      *why = file + ": " + *why;
-      return false;
-    }
+  for (size_t cursor = 0; cursor < cursors.size(); ++cursor) {
+    if (!advance(cursor)) return false;
+  }
+  while (!heads.empty()) {
+    const size_t cursor = heads.top().second;
+    heads.pop();
+    if (!each(cursors[cursor].object(), why) || !advance(cursor)) return false;
   }
   return true;
 }

@@ -1,22 +1,23 @@
 // The old model of the simulated node: the IMM XML files of imm/old, in name
 // order. Shared by all sessions of a process and safe from several threads.
 //
-// The first read of a class indexes the whole dump in one streaming pass:
-// each object is kept compactly (its text, no records) with the other
-// objects of its class, so a later read of any class decodes only that
-// class's objects and no read parses the dump again. Each file is indexed
-// on its own: sessions that read at the same time index different files at
-// once, and a read decodes outside the model's lock. The compact objects go
-// to an anonymous spool file in runs of about a megabyte a class, so memory
-// stays small however large the dump. Copies go through the files instead
-// (streamObjects), one object at a time, and once the dump is indexed only
-// through the files that hold objects of the copied classes: on a node whose
-// schemas have a file each, a session's copy reads its own schema's file.
+// The first read or copy indexes the whole dump in one streaming pass: each
+// object is kept compactly (its text, no records) with the other objects of
+// its class and its place in its file, so no read or copy parses the dump
+// again. A read of a class decodes only that class's objects; a copy merges
+// its classes' objects back into file order by their places. Each file is
+// indexed on its own: sessions that index at the same time index different
+// files at once, and reads and copies decode outside the model's lock, one
+// object at a time. The compact objects go to an anonymous spool file in
+// runs of about a megabyte a class, so memory stays small however large the
+// dump: a read or a copy holds one run and one object for each of its
+// classes.
 
 #ifndef VOSK_SIM_SIM_IMM_OLD_MODEL_H
 #define VOSK_SIM_SIM_IMM_OLD_MODEL_H
 
 #include <condition_variable>
+#include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <map>
@@ -26,6 +27,7 @@
 #include <vector>
 
 #include "SimImmClassModel.h"
+#include "SimImmIndexCursor.h"
 #include "SimImmObject.h"
 
 class SimImmOldModel {
@@ -39,24 +41,27 @@ class SimImmOldModel {
   // do not give them.
   bool classes(const SimImmClassModel** model, std::string* why);
 
-  // The objects of `className` in file order (empty for a class without
-  // objects). False, with `why` set, when the dump cannot be indexed: it is
-  // malformed or holds objects of undefined classes.
-  bool objectsOf(const std::string& className, std::vector<SimImmObject>* objects, std::string* why);
-
-  // Hands each object of `classNames` to `each`, straight from the files, in
-  // file order. `each` may refuse an object (false, with `why` set): the
-  // stream then stops, and `why` is given the object's file in front.
+  // Hands each object of `className` to `each`, in file order (none for a
+  // class without objects). `each` may refuse an object (false, with `why`
+  // set): the walk then stops. False, with `why` set, when refused or when
+  // the dump cannot be indexed: it is malformed or holds objects of
+  // undefined classes.
   using Each = std::function<bool(const SimImmObject&, std::string* why)>;
+  bool objectsOf(const std::string& className, const Each& each, std::string* why);
+
+  // Hands each object of `classNames` to `each` in file order: the files in
+  // their order, and within a file the objects of all these classes as the
+  // file has them. As objectsOf, but a refusal's `why` is given the object's
+  // file in front.
   bool streamObjects(const std::set<std::string>& classNames, const Each& each, std::string* why);
 
  private:
   enum class State { kNotRead, kIndexing, kRead, kFailed };
 
-  // The compact objects of one class: runs in the spool file, then the
-  // last ones in memory.
+  // The entries (SimImmIndexCursor) of one class in one file: runs in the
+  // spool file, then the last ones in memory.
   struct ClassObjects {
-    std::vector<std::pair<long, size_t>> runs;  // offset, size
+    std::vector<SimImmIndexCursor::Run> runs;
     std::string pending;
   };
   // The index of one file.
@@ -72,13 +77,16 @@ class SimImmOldModel {
   // Called with `lock` held; the index is complete and unchanging after.
   bool indexAll(std::unique_lock<std::mutex>* lock, std::string* why);
   bool indexFile(size_t file, FileIndex* index);
-  // Reports a warning of the reader once, however often the files are read.
+  // Reports a warning of the reader once, however often it is met.
   void warn(const std::string& path, const std::string& warning) const;
-  void add(const SimImmObject& object, ClassObjects* objects);
-  // The files a stream of `classNames` must read: those that hold their
-  // objects once the dump is indexed, else all.
-  std::vector<std::string> filesHolding(const std::set<std::string>& classNames);
-  bool load(const ClassObjects& objects, std::string* encoded, std::string* why) const;
+  void add(uint32_t place, const SimImmObject& object, ClassObjects* objects);
+  // Indexes the dump unless that is done; false, with `why` set, as for
+  // objectsOf.
+  bool indexed(std::string* why);
+  // Hands the objects of `classNames` in the file `file` to `each`, merged
+  // by their places.
+  bool streamFile(const FileIndex& file, const std::set<std::string>& classNames, const Each& each,
+                  std::string* why) const;
 
   const std::vector<std::string> files_;
   std::mutex mutex_;

@@ -1,46 +1,47 @@
 #include "SimImmReadRecords.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "SimImmValueCodec.h"
 
-bool SimImmReadRecords::build(const SimImmClass& cls, const std::vector<SimImmObject>& objects, std::string* why) {
-  groups_ = arena_.allocateArray<SafcImmCtInstanceGroupT*>(2);
-  SafcImmCtInstanceGroupT* group = arena_.allocateArray<SafcImmCtInstanceGroupT>(1);
-  groups_[0] = group;
-  group->className = arena_.copy(cls.name);
-  group->instances = arena_.allocateArray<SafcImmCtInstanceT*>(objects.size() + 1);
-  for (size_t i = 0; i < objects.size(); ++i) {
-    group->instances[i] = arena_.allocateArray<SafcImmCtInstanceT>(1);
-    if (!buildInstance(cls, objects[i], group->instances[i], why)) return false;
-  }
-  return true;
+bool SimImmReadRecords::add(const SimImmObject& object, std::string* why) {
+  instances_.push_back(arena_.allocateArray<SafcImmCtInstanceT>(1));
+  return buildInstance(object, instances_.back(), why);
+}
+
+SafcImmCtInstanceGroupT** SimImmReadRecords::finish() {
+  SafcImmCtInstanceGroupT** groups = arena_.allocateArray<SafcImmCtInstanceGroupT*>(2);
+  groups[0] = arena_.allocateArray<SafcImmCtInstanceGroupT>(1);
+  groups[0]->className = arena_.copy(cls_.name);
+  groups[0]->instances = arena_.allocateArray<SafcImmCtInstanceT*>(instances_.size() + 1);
+  std::copy(instances_.begin(), instances_.end(), groups[0]->instances);
+  instances_ = std::vector<SafcImmCtInstanceT*>();
+  return groups;
 }
 
 bool SimImmReadRecords::fits(const SimImmClass& cls, const SimImmObject& object, std::string* why) {
-  SimImmReadRecords scratch;
+  SimImmReadRecords scratch(cls);
   SafcImmCtInstanceT instance{};
-  return scratch.buildInstance(cls, object, &instance, why);
+  return scratch.buildInstance(object, &instance, why);
 }
 
-bool SimImmReadRecords::buildInstance(const SimImmClass& cls, const SimImmObject& object,
-                                      SafcImmCtInstanceT* instance, std::string* why) {
-  if (fillInstance(cls, object, instance, why)) return true;
+bool SimImmReadRecords::buildInstance(const SimImmObject& object, SafcImmCtInstanceT* instance, std::string* why) {
+  if (fillInstance(object, instance, why)) return true;
   *why = "object " + object.dn + " (line " + std::to_string(object.line) + "): " + *why;
   return false;
 }
 
-bool SimImmReadRecords::fillInstance(const SimImmClass& cls, const SimImmObject& object,
-                                     SafcImmCtInstanceT* instance, std::string* why) {
+bool SimImmReadRecords::fillInstance(const SimImmObject& object, SafcImmCtInstanceT* instance, std::string* why) {
   std::string namingValue, parent;
-  if (!SimImmObject::namingValueOf(object.dn, cls.rdn.name, &namingValue, &parent)) {
+  if (!SimImmObject::namingValueOf(object.dn, cls_.rdn.name, &namingValue, &parent)) {
     *why = "malformed dn";
     return false;
   }
-  if (namingValue.find('=') != std::string::npos && cls.rdn.type != SA_IMM_ATTR_SASTRINGT &&
-      cls.rdn.type != SA_IMM_ATTR_SANAMET) {
-    *why = "the naming attribute " + cls.rdn.name + " of class " + cls.name + " is a " +
-           SimImmValueCodec::nameOfType(cls.rdn.type) + ", which cannot hold the RDN " + namingValue;
+  if (namingValue.find('=') != std::string::npos && cls_.rdn.type != SA_IMM_ATTR_SASTRINGT &&
+      cls_.rdn.type != SA_IMM_ATTR_SANAMET) {
+    *why = "the naming attribute " + cls_.rdn.name + " of class " + cls_.name + " is a " +
+           SimImmValueCodec::nameOfType(cls_.rdn.type) + ", which cannot hold the RDN " + namingValue;
     return false;
   }
   if (!parent.empty()) {
@@ -50,12 +51,12 @@ bool SimImmReadRecords::fillInstance(const SimImmClass& cls, const SimImmObject&
   const size_t count = object.attrs.size() + 1;
   instance->attrValues = arena_.allocateArray<SaImmAttrValuesT_2*>(count + 1);
   for (size_t i = 0; i < count; ++i) instance->attrValues[i] = arena_.allocateArray<SaImmAttrValuesT_2>(1);
-  if (!buildAttr(cls.rdn, {SimImmValue{namingValue, false}}, instance->attrValues[0], why)) return false;
+  if (!buildAttr(cls_.rdn, {SimImmValue{namingValue, false}}, instance->attrValues[0], why)) return false;
   for (size_t i = 0; i < object.attrs.size(); ++i) {
     const SimImmAttrValues& values = object.attrs[i];
-    const SimImmAttrDef* def = cls.find(values.name);
-    if (def == nullptr || def == &cls.rdn) {
-      *why = "attribute " + values.name + (def == nullptr ? " is not defined in class " + cls.name
+    const SimImmAttrDef* def = cls_.find(values.name);
+    if (def == nullptr || def == &cls_.rdn) {
+      *why = "attribute " + values.name + (def == nullptr ? " is not defined in class " + cls_.name
                                                           : " is the naming attribute, carried by the dn only");
       return false;
     }

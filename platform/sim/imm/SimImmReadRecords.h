@@ -1,6 +1,6 @@
-// The records that one safcImmCtReadInstances_2 call hands out: a
-// null-terminated array with one instance group holding the objects of one
-// class, each object with its parent's name and its attributes, the naming
+// The records that one safcImmCtReadInstances_2 call hands out, built one
+// object at a time as the objects are decoded: a null-terminated array with
+// one instance group holding the objects of one class, each object with its parent's name and its attributes, the naming
 // attribute first (its value taken from the object's dn, by the naming
 // conventions of SimImmObject). Values lie in the
 // layout of their type. Everything lives in one arena and goes with it.
@@ -18,14 +18,18 @@
 
 class SimImmReadRecords {
  public:
-  // Builds the records of `objects`, all of class `cls`. False, with `why`
-  // set, when an object does not fit its class: a malformed dn, a whole RDN
-  // that a naming attribute of another type than SA_STRING_T or SA_NAME_T
-  // cannot hold, an attribute the class does not define, or a value that
-  // does not parse for its type.
-  bool build(const SimImmClass& cls, const std::vector<SimImmObject>& objects, std::string* why);
+  // Records of objects of `cls`, which must outlive them.
+  explicit SimImmReadRecords(const SimImmClass& cls) : cls_(cls) {}
 
-  SafcImmCtInstanceGroupT** groups() const { return groups_; }
+  // Adds the record of `object`, of the class, after those added before.
+  // False, with `why` set, when the object does not fit its class: a
+  // malformed dn, a whole RDN that a naming attribute of another type than
+  // SA_STRING_T or SA_NAME_T cannot hold, an attribute the class does not
+  // define, or a value that does not parse for its type.
+  bool add(const SimImmObject& object, std::string* why);
+
+  // The groups holding the records added; called once, after the last add.
+  SafcImmCtInstanceGroupT** finish();
 
   // Whether `object` fits `cls` by the same checks as build(), which set
   // `why` alike when it does not. Keeps nothing: copies check each object
@@ -34,15 +38,14 @@ class SimImmReadRecords {
 
  private:
   // Builds one object's record; on failure `why` names the object and line.
-  bool buildInstance(const SimImmClass& cls, const SimImmObject& object, SafcImmCtInstanceT* instance,
-                     std::string* why);
-  bool fillInstance(const SimImmClass& cls, const SimImmObject& object, SafcImmCtInstanceT* instance,
-                    std::string* why);
+  bool buildInstance(const SimImmObject& object, SafcImmCtInstanceT* instance, std::string* why);
+  bool fillInstance(const SimImmObject& object, SafcImmCtInstanceT* instance, std::string* why);
   bool buildAttr(const SimImmAttrDef& def, const std::vector<SimImmValue>& values, SaImmAttrValuesT_2* attr,
                  std::string* why);
 
+  const SimImmClass& cls_;
   SimImmArena arena_;
-  SafcImmCtInstanceGroupT** groups_ = nullptr;
+  std::vector<SafcImmCtInstanceT*> instances_;
 };
 
 #endif

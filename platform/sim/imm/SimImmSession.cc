@@ -59,15 +59,20 @@ SaAisErrorT SimImmSession::readInstances(const char* className, SafcImmCtInstanc
   const SimImmClass* oldDef = nullptr;
   const SimImmClass* newDef = nullptr;
   if (SaAisErrorT rc = locate(className, &oldDef, &newDef, why); rc != SA_AIS_OK) return rc;
-  std::vector<SimImmObject> objects;
-  if (oldDef != nullptr && !node_->oldModel().objectsOf(className, &objects, why)) return SA_AIS_ERR_FAILED_OPERATION;
-  auto records = std::make_unique<SimImmReadRecords>();
-  if (!records->build(oldDef != nullptr ? *oldDef : *newDef, objects, why)) {
-    *why = "old model, class " + std::string(className) + ": " + *why;
+  auto records = std::make_unique<SimImmReadRecords>(oldDef != nullptr ? *oldDef : *newDef);
+  // A refused object is told with the class in front; a dump that cannot be
+  // indexed tells its own file and line.
+  bool refused = false;
+  auto add = [&](const SimImmObject& object, std::string* reason) {
+    refused = !records->add(object, reason);
+    return !refused;
+  };
+  if (oldDef != nullptr && !node_->oldModel().objectsOf(className, add, why)) {
+    if (refused) *why = "old model, class " + std::string(className) + ": " + *why;
     return SA_AIS_ERR_FAILED_OPERATION;
   }
   std::lock_guard<std::mutex> lock(mutex_);
-  *groups = records->groups();
+  *groups = records->finish();
   reads_[*groups] = std::move(records);
   return SA_AIS_OK;
 }
@@ -160,7 +165,7 @@ SaAisErrorT SimImmSession::writeModel(const std::string& path, std::string* why)
   for (const SimImmClass* cls : definitions) writer.writeClass(*cls);
   for (const auto& group : written_) {
     SimImmObjectCodec::decode(group.second, group.first,
-                              [&writer](SimImmObject&& object) { writer.writeObject(object); });
+                              [&writer](const SimImmObject& object) { writer.writeObject(object); });
   }
   if (!copyObjects(&writer, why)) {
     std::string ignored;
