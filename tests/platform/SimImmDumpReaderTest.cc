@@ -83,27 +83,17 @@ namespace {
 // in file order across its classes and files.
 TEST(SimImmOldModelTest, ACopyStreamsFromTheIndexInFileOrder) {
   TempDir dir;
-  auto object = [](const char* cls, const char* dn) {
-    return std::string("<object class=\"") + cls + "\"><dn>" + dn + "</dn></object>";
-  };
-  std::string classes;
-  for (const char* cls : {"A", "B"}) {
-    classes += std::string("<class name=\"") + cls + "\"><category>SA_CONFIG</category><rdn><name>" + cls +
-               "Id</name><type>SA_STRING_T</type><category>SA_CONFIG</category></rdn></class>";
-  }
-  const std::string a = dir.write("a.xml", immXml(classes + object("B", "BId=1") + object("A", "AId=1") +
-                                                  object("B", "BId=2")));
-  const std::string b = dir.write("b.xml", immXml(object("A", "AId=2")));
+  const std::string a = dir.write("a.xml", kOldDump);
+  const std::string b = dir.write("b.xml", immXml("<object class=\"Top\"><dn>topId=2</dn></object>"));
   SimImmOldModel model({a, b});
   std::string why;
-  ASSERT_TRUE(model.objectsOf("A", [](const SimImmObject&, std::string*) { return true; }, &why)) << why;
+  ASSERT_TRUE(model.objectsOf("Top", [](const SimImmObject&, std::string*) { return true; }, &why)) << why;
   ASSERT_EQ(0, std::remove(a.c_str()) + std::remove(b.c_str()));
   std::vector<std::string> copied;
   EXPECT_TRUE(model.streamObjects(
-      {"A", "B"}, [&](const SimImmObject& o, std::string*) { return copied.push_back(o.className + o.dn), true; },
-      &why))
+      {"Child", "Top"}, [&](const SimImmObject& o, std::string*) { return copied.push_back(o.dn), true; }, &why))
       << why;
-  EXPECT_EQ((std::vector<std::string>{"BBId=1", "AAId=1", "BBId=2", "AAId=2"}), copied);
+  EXPECT_EQ((std::vector<std::string>{"topId=1", "childId=a\\,b,topId=1", "childId=2,topId=1", "topId=2"}), copied);
 }
 
 // A text made of an entity would be lost if the reference were skipped, so
