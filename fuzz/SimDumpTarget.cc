@@ -30,9 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const SimImmClass& cls : classes) {
     names.insert(cls.name);
     SimImmReadRecords records(cls);
-    model.objectsOf(cls.name, [&records](const SimImmObject& object, std::string* reason) {
-      return records.add(object, reason);
-    }, &why);
+    model.objectsOf(
+        cls.name, [&records](const SimImmObject& object, std::string* reason) { return records.add(object, reason); },
+        &why);
     records.finish();
   }
   model.streamObjects(

@@ -1,9 +1,10 @@
 // The records that one safcImmCtReadInstances_2 call hands out, built one
 // object at a time as the objects are decoded: a null-terminated array with
-// one instance group holding the objects of one class, each object with its parent's name and its attributes, the naming
-// attribute first (its value taken from the object's dn, by the naming
-// conventions of SimImmObject). Values lie in the
-// layout of their type. Everything lives in one arena and goes with it.
+// one instance group holding the objects of one class, each object with its
+// parent's name and its attributes, the naming attribute first (its value
+// taken from the object's dn, by the naming conventions of SimImmObject).
+// Values lie in the layout of their type. Everything lives in one arena and
+// goes with it.
 
 #ifndef VOSK_SIM_SIM_IMM_READ_RECORDS_H
 #define VOSK_SIM_SIM_IMM_READ_RECORDS_H
@@ -31,7 +32,7 @@ class SimImmReadRecords {
   // The groups holding the records added; called once, after the last add.
   SafcImmCtInstanceGroupT** finish();
 
-  // Whether `object` fits `cls` by the same checks as build(), which set
+  // Whether `object` fits `cls` by the same checks as add(), which set
   // `why` alike when it does not. Keeps nothing: copies check each object
   // this way as they stream past.
   static bool fits(const SimImmClass& cls, const SimImmObject& object, std::string* why);
