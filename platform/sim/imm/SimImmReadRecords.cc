@@ -56,8 +56,9 @@ bool SimImmReadRecords::fillInstance(const SimImmObject& object, SafcImmCtInstan
     const SimImmAttrValues& values = object.attrs[i];
     const SimImmAttrDef* def = cls_.find(values.name);
     if (def == nullptr || def == &cls_.rdn) {
-      *why = "attribute " + values.name + (def == nullptr ? " is not defined in class " + cls_.name
-                                                          : " is the naming attribute, carried by the dn only");
+      *why = "attribute " + values.name +
+             (def == nullptr ? " is not defined in class " + cls_.name
+                             : " is the naming attribute, carried by the dn only");
       return false;
     }
     if (!buildAttr(*def, values.values, instance->attrValues[i + 1], why)) return false;
