@@ -9,7 +9,8 @@
 //   read:  every class through safcImmCtReadInstances_2 and freed again
 //          (the first read indexes the dump);
 //   copy:  every class through safcImmCtCopyInstances, then
-//          safcImmCtFinalize writing the new model.
+//          safcImmCtFinalize writing the new model (indexing the dump
+//          first, as no read did).
 // Prints seconds, the ratio to the floor and the peak resident memory. The
 // generated files are removed at the end.
 
