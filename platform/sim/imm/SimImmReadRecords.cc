@@ -45,8 +45,8 @@ bool SimImmReadRecords::fillInstance(const SimImmObject& object, SafcImmCtInstan
     return false;
   }
   if (!parent.empty()) {
-    instance->parentName = arena_.allocateArray<SaNameT>(1);
-    if (!SimImmValueCodec::parse(SA_IMM_ATTR_SANAMET, parent, instance->parentName, arena_, why)) return false;
+    instance->parentName = static_cast<SaNameT*>(nameRecord(SimImmValue{parent, false}, why));
+    if (instance->parentName == nullptr) return false;
   }
   const size_t count = object.attrs.size() + 1;
   instance->attrValues = arena_.allocateArray<SaImmAttrValuesT_2*>(count + 1);
@@ -68,17 +68,32 @@ bool SimImmReadRecords::fillInstance(const SimImmObject& object, SafcImmCtInstan
 
 bool SimImmReadRecords::buildAttr(const SimImmAttrDef& def, const std::vector<SimImmValue>& values,
                                   SaImmAttrValuesT_2* attr, std::string* why) {
-  attr->attrName = arena_.copy(def.name);
+  char*& name = attrNames_[&def];
+  if (name == nullptr) name = arena_.copy(def.name);
+  attr->attrName = name;
   attr->attrValueType = static_cast<SaImmValueTypeT>(def.type);
   attr->attrValuesNumber = static_cast<SaUint32T>(values.size());
   attr->attrValues = arena_.allocateArray<SaImmAttrValueT>(values.size() + 1);
   const size_t size = SimImmValueCodec::valueSize(def.type);
   for (size_t i = 0; i < values.size(); ++i) {
-    attr->attrValues[i] = arena_.allocate(size);
-    if (!SimImmValueCodec::parse(def.type, values[i], attr->attrValues[i], arena_, why)) {
+    if (def.type == SA_IMM_ATTR_SANAMET) {
+      attr->attrValues[i] = nameRecord(values[i], why);
+    } else {
+      attr->attrValues[i] = arena_.allocate(size);
+      if (!SimImmValueCodec::parse(def.type, values[i], attr->attrValues[i], arena_, why)) attr->attrValues[i] = nullptr;
+    }
+    if (attr->attrValues[i] == nullptr) {
       *why = "attribute " + def.name + ": " + *why;
       return false;
     }
   }
   return true;
+}
+
+void* SimImmReadRecords::nameRecord(const SimImmValue& value, std::string* why) {
+  void*& record = names_[std::string(1, value.base64 ? 'b' : 't') + value.text];
+  if (record != nullptr) return record;
+  void* parsed = arena_.allocate(sizeof(SaNameT));
+  if (!SimImmValueCodec::parse(SA_IMM_ATTR_SANAMET, value, parsed, arena_, why)) return nullptr;
+  return record = parsed;
 }

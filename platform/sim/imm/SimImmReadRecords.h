@@ -10,6 +10,7 @@
 #define VOSK_SIM_SIM_IMM_READ_RECORDS_H
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "SimImmArena.h"
@@ -43,10 +44,16 @@ class SimImmReadRecords {
   bool fillInstance(const SimImmObject& object, SafcImmCtInstanceT* instance, std::string* why);
   bool buildAttr(const SimImmAttrDef& def, const std::vector<SimImmValue>& values, SaImmAttrValuesT_2* attr,
                  std::string* why);
+  // The name record of `value`, shared by every record that holds the same
+  // name: a name record is large and most names repeat (parents, references).
+  // Null, with `why` set, when the value is no name.
+  void* nameRecord(const SimImmValue& value, std::string* why);
 
   const SimImmClass& cls_;
   SimImmArena arena_;
   std::vector<SafcImmCtInstanceT*> instances_;
+  std::unordered_map<std::string, void*> names_;  // by text, marked base64 or not
+  std::unordered_map<const SimImmAttrDef*, char*> attrNames_;
 };
 
 #endif
