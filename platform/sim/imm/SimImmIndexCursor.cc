@@ -39,7 +39,7 @@ bool SimImmIndexCursor::loadNext() {
   const Run& run = (*runs_)[run_++];
   loaded_.resize(run.second);
   if (::pread(spool_, &loaded_[0], run.second, run.first) != static_cast<ssize_t>(run.second)) {
-    error_ = std::string("cannot read the index of the old model: ") + std::strerror(errno);
+    error_ = std::string("cannot read the spool file: ") + std::strerror(errno);
     return false;
   }
   return true;

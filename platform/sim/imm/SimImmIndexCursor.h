@@ -1,7 +1,8 @@
-// The objects of one class in one file of the old model's index, walked one
-// at a time: each entry is the object's place among all objects of its file
-// and the object (SimImmObjectCodec), the entries in file order in runs of
-// the spool file, then the last ones in memory. The cursor loads one run at
+// A list of objects of one class in a SimImmSpool (one class of one file of
+// the old model's index, or one written group), walked one at a time: each
+// entry is the object's place (in its file, or in its group) and the object
+// (SimImmObjectCodec), the entries in order in runs of the spool file, then
+// the last ones in memory. The cursor loads one run at
 // a time and decodes one object at a time into a reused object, so walking a
 // class costs the memory of a run and an object, however large the class.
 

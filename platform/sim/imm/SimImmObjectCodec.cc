@@ -54,14 +54,3 @@ void SimImmObjectCodec::decodeNext(const std::string& in, size_t* pos, SimImmObj
     }
   }
 }
-
-void SimImmObjectCodec::decode(const std::string& in, const std::string& className,
-                               const std::function<void(const SimImmObject&)>& each) {
-  SimImmObject object;
-  object.className = className;
-  size_t pos = 0;
-  while (pos < in.size()) {
-    decodeNext(in, &pos, &object);
-    each(object);
-  }
-}

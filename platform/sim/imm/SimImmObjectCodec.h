@@ -8,7 +8,6 @@
 #define VOSK_SIM_SIM_IMM_OBJECT_CODEC_H
 
 #include <cstddef>
-#include <functional>
 #include <string>
 
 #include "SimImmObject.h"
@@ -21,12 +20,6 @@ class SimImmObjectCodec {
   // Decodes the object that starts at `*pos` of `in` into `object`, reusing
   // the storage it has, and moves `*pos` past it. The class is left as it is.
   static void decodeNext(const std::string& in, size_t* pos, SimImmObject* object);
-
-  // Hands each object encoded in `in`, of class `className`, to `each`, in
-  // the order they were encoded. The object handed over is reused for the
-  // next one.
-  static void decode(const std::string& in, const std::string& className,
-                     const std::function<void(const SimImmObject&)>& each);
 };
 
 #endif

@@ -8,11 +8,7 @@
 #include "SimImmDumpReader.h"
 
 SimImmOldModel::SimImmOldModel(std::vector<std::string> files)
-    : files_(std::move(files)), index_(files_.size()), spool_(std::tmpfile()) {}
-
-SimImmOldModel::~SimImmOldModel() {
-  if (spool_ != nullptr) std::fclose(spool_);
-}
+    : files_(std::move(files)), index_(files_.size()) {}
 
 bool SimImmOldModel::classes(const SimImmClassModel** model, std::string* why) {
   std::lock_guard<std::mutex> lock(mutex_);
@@ -81,19 +77,6 @@ bool SimImmOldModel::indexAll(std::unique_lock<std::mutex>* lock, std::string* w
   return true;
 }
 
-void SimImmOldModel::add(uint32_t place, const SimImmObject& object, ClassObjects* objects) {
-  SimImmIndexCursor::append(place, object, &objects->pending);
-  if (spool_ == nullptr || objects->pending.size() < kRunSize) return;
-  std::lock_guard<std::mutex> lock(spoolMutex_);
-  long offset = std::ftell(spool_);
-  if (offset >= 0 &&
-      std::fwrite(objects->pending.data(), 1, objects->pending.size(), spool_) == objects->pending.size() &&
-      std::fflush(spool_) == 0) {
-    objects->runs.emplace_back(offset, objects->pending.size());
-    objects->pending.clear();
-  }
-}
-
 void SimImmOldModel::warn(const std::string& path, const std::string& warning) const {
   std::lock_guard<std::mutex> lock(warningsMutex_);
   if (warned_.insert(path + ": " + warning).second) SimEnvironment::reportWarning("old model", path, warning);
@@ -110,7 +93,7 @@ bool SimImmOldModel::indexFile(size_t file, FileIndex* index) {
           "line " + std::to_string(object.line) + ": object " + object.dn + " of undefined class " + object.className;
       return false;
     }
-    add(place++, object, &index->objects[object.className]);
+    spool_.append(place++, object, &index->objects[object.className]);
     return true;
   };
   SimImmDumpReader reader;
@@ -130,7 +113,7 @@ bool SimImmOldModel::streamFile(const FileIndex& file, const std::set<std::strin
   for (const std::string& className : classNames) {
     auto found = file.objects.find(className);
     if (found == file.objects.end()) continue;
-    cursors.emplace_back(spool_ != nullptr ? fileno(spool_) : -1, found->second.runs, found->second.pending, className);
+    cursors.push_back(spool_.cursor(found->second, className));
   }
   // The cursor that stands on the object of lowest place goes next.
   using Head = std::pair<uint32_t, size_t>;  // place, cursor

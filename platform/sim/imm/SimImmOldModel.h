@@ -18,7 +18,6 @@
 
 #include <condition_variable>
 #include <cstdint>
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -28,12 +27,12 @@
 
 #include "SimImmClassModel.h"
 #include "SimImmIndexCursor.h"
+#include "SimImmSpool.h"
 #include "SimImmObject.h"
 
 class SimImmOldModel {
  public:
   explicit SimImmOldModel(std::vector<std::string> files);
-  ~SimImmOldModel();
   SimImmOldModel(const SimImmOldModel&) = delete;
   SimImmOldModel& operator=(const SimImmOldModel&) = delete;
 
@@ -58,19 +57,12 @@ class SimImmOldModel {
  private:
   enum class State { kNotRead, kIndexing, kRead, kFailed };
 
-  // The entries (SimImmIndexCursor) of one class in one file: runs in the
-  // spool file, then the last ones in memory.
-  struct ClassObjects {
-    std::vector<SimImmIndexCursor::Run> runs;
-    std::string pending;
-  };
-  // The index of one file.
+  // The index of one file: the objects of each class.
   struct FileIndex {
     State state = State::kNotRead;
     std::string error;
-    std::map<std::string, ClassObjects> objects;
+    std::map<std::string, SimImmSpool::Entries> objects;
   };
-  static constexpr size_t kRunSize = 1 << 20;
 
   // Indexes the files no session indexes yet, then waits for the others.
   // False, with `why` set to the first file's failure, when a file fails.
@@ -79,7 +71,6 @@ class SimImmOldModel {
   bool indexFile(size_t file, FileIndex* index);
   // Reports a warning of the reader once, however often it is met.
   void warn(const std::string& path, const std::string& warning) const;
-  void add(uint32_t place, const SimImmObject& object, ClassObjects* objects);
   // Indexes the dump unless that is done; false, with `why` set, as for
   // objectsOf.
   bool indexed(std::string* why);
@@ -95,8 +86,7 @@ class SimImmOldModel {
   std::string classError_;
   std::vector<FileIndex> index_;  // one for each of files_
   std::condition_variable indexed_;
-  std::mutex spoolMutex_;       // appending to the spool
-  std::FILE* spool_ = nullptr;  // null: everything stays in memory
+  SimImmSpool spool_;
   mutable std::mutex warningsMutex_;
   mutable std::set<std::string> warned_;
 };

@@ -1,7 +1,6 @@
 #include "SimImmSession.h"
 
 #include "SimImmModelWriter.h"
-#include "SimImmObjectCodec.h"
 #include "SimImmWrittenGroup.h"
 
 namespace {
@@ -87,14 +86,16 @@ SaAisErrorT SimImmSession::freeGroups(SafcImmCtInstanceGroupT** groups, std::str
 
 SaAisErrorT SimImmSession::write(SafcImmCtInstanceGroupT** groups, std::string* why) {
   if (groups == nullptr) return refuse(SA_AIS_ERR_INVALID_PARAM, "no instance groups", why);
-  std::vector<std::pair<std::string, std::string>> converted;
+  std::vector<std::pair<std::string, SimImmSpool::Entries>> converted;
   std::set<std::string> names;
   for (size_t i = 0; groups[i] != nullptr; ++i) {
     const char* className = groups[i]->className != nullptr ? groups[i]->className : "";
     const SimImmClass* cls = nullptr;
     if (SaAisErrorT rc = targetDefinition(className, &cls, why); rc != SA_AIS_OK) return rc;
-    std::string objects;
-    if (!SimImmWrittenGroup(cls, node_->hasNewModel()).toObjects(*groups[i], &objects, why)) {
+    SimImmSpool::Entries objects;
+    uint32_t place = 0;
+    auto keep = [&](const SimImmObject& object) { spool_.append(place++, object, &objects); };
+    if (!SimImmWrittenGroup(cls, node_->hasNewModel()).toObjects(*groups[i], keep, why)) {
       return SA_AIS_ERR_INVALID_PARAM;
     }
     if (!names.insert(className).second) {
@@ -163,16 +164,30 @@ SaAisErrorT SimImmSession::writeModel(const std::string& path, std::string* why)
   SimImmModelWriter writer(path);
   if (!writer.open(why)) return SA_AIS_ERR_NO_RESOURCES;
   for (const SimImmClass* cls : definitions) writer.writeClass(*cls);
-  for (const auto& group : written_) {
-    SimImmObjectCodec::decode(group.second, group.first,
-                              [&writer](const SimImmObject& object) { writer.writeObject(object); });
+  SaAisErrorT rc = SA_AIS_OK;
+  if (!writeWritten(&writer, why)) {
+    rc = SA_AIS_ERR_NO_RESOURCES;
+  } else if (!copyObjects(&writer, why)) {
+    rc = SA_AIS_ERR_FAILED_OPERATION;
   }
-  if (!copyObjects(&writer, why)) {
+  if (rc != SA_AIS_OK) {
     std::string ignored;
     writer.close(&ignored);
-    return SA_AIS_ERR_FAILED_OPERATION;
+    return rc;
   }
   return writer.close(why) ? SA_AIS_OK : SA_AIS_ERR_NO_RESOURCES;
+}
+
+bool SimImmSession::writeWritten(SimImmModelWriter* writer, std::string* why) {
+  for (const auto& group : written_) {
+    SimImmIndexCursor cursor = spool_.cursor(group.second, group.first);
+    while (cursor.next()) writer->writeObject(cursor.object());
+    if (!cursor.error().empty()) {
+      *why = cursor.error();
+      return false;
+    }
+  }
+  return true;
 }
 
 SaAisErrorT SimImmSession::modelDefinitions(std::vector<const SimImmClass*>* definitions, std::string* why) {

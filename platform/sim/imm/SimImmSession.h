@@ -16,6 +16,7 @@
 #include "SimImmNode.h"
 #include "SimImmObject.h"
 #include "SimImmReadRecords.h"
+#include "SimImmSpool.h"
 #include "safcImmCt.h"
 
 class SimImmModelWriter;
@@ -58,6 +59,9 @@ class SimImmSession {
   SaAisErrorT targetDefinition(const std::string& className, const SimImmClass** cls, std::string* why);
   // The definitions the model file starts with.
   SaAisErrorT modelDefinitions(std::vector<const SimImmClass*>* definitions, std::string* why);
+  // Writes the written groups' objects into `writer`; false, with `why`
+  // set, when the spool cannot be read.
+  bool writeWritten(SimImmModelWriter* writer, std::string* why);
   // Streams the copied classes' objects into `writer`, checking each.
   bool copyObjects(SimImmModelWriter* writer, std::string* why);
 
@@ -67,8 +71,9 @@ class SimImmSession {
   std::string schemaName_;
   std::mutex mutex_;
   std::map<SafcImmCtInstanceGroupT**, std::unique_ptr<SimImmReadRecords>> reads_;
-  // Class name and objects (SimImmObjectCodec) of each written group.
-  std::vector<std::pair<std::string, std::string>> written_;
+  // Class name and objects of each written group, kept in the spool.
+  std::vector<std::pair<std::string, SimImmSpool::Entries>> written_;
+  SimImmSpool spool_;
   std::vector<std::pair<std::string, const SimImmClass*>> copied_;  // name, old definition
   std::set<std::string> classesGiven_;  // written or copied
 };

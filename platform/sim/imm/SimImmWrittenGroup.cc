@@ -4,10 +4,10 @@
 #include <cstring>
 #include <unordered_set>
 
-#include "SimImmObjectCodec.h"
 #include "SimImmValueCodec.h"
 
-bool SimImmWrittenGroup::toObjects(const SafcImmCtInstanceGroupT& group, std::string* encoded, std::string* why) const {
+bool SimImmWrittenGroup::toObjects(const SafcImmCtInstanceGroupT& group,
+                                   const std::function<void(const SimImmObject&)>& each, std::string* why) const {
   if (group.className == nullptr || group.className[0] == '\0') {
     *why = "instance group without class name";
     return false;
@@ -28,7 +28,7 @@ bool SimImmWrittenGroup::toObjects(const SafcImmCtInstanceGroupT& group, std::st
       *why = "class " + className + ": object " + object.dn + " is written twice";
       return false;
     }
-    SimImmObjectCodec::encode(object, encoded);
+    each(object);
   }
   return true;
 }

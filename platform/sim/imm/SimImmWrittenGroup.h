@@ -11,6 +11,7 @@
 #ifndef VOSK_SIM_SIM_IMM_WRITTEN_GROUP_H
 #define VOSK_SIM_SIM_IMM_WRITTEN_GROUP_H
 
+#include <functional>
 #include <string>
 
 #include "SimImmClass.h"
@@ -22,11 +23,13 @@ class SimImmWrittenGroup {
   // `definition` may be null (class defined nowhere); `strict` then refuses.
   SimImmWrittenGroup(const SimImmClass* definition, bool strict) : definition_(definition), strict_(strict) {}
 
-  // Appends the objects of `group` to `encoded` (SimImmObjectCodec), one at a
-  // time. False, with `why` set, when a record is incomplete, a value
-  // invalid, or (strict) the records do not fit the class definition; two
-  // objects with one dn are refused too.
-  bool toObjects(const SafcImmCtInstanceGroupT& group, std::string* encoded, std::string* why) const;
+  // Hands the objects of `group` to `each`, one at a time, in record order.
+  // False, with `why` set, when a record is incomplete, a value invalid, or
+  // (strict) the records do not fit the class definition; two objects with
+  // one dn are refused too. Objects handed over before a failure are not
+  // taken back.
+  bool toObjects(const SafcImmCtInstanceGroupT& group, const std::function<void(const SimImmObject&)>& each,
+                 std::string* why) const;
 
  private:
   bool toObject(const std::string& className, const SafcImmCtInstanceT& instance, SimImmObject* object,
