@@ -137,7 +137,10 @@ std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const s
   if (record.parentName != nullptr) parentName = nameText(*record.parentName);
   auto instance = std::make_unique<Instance>(className, record.parentName != nullptr ? &parentName : nullptr);
   readOrder.clear();
-  for (size_t i = 0; record.attrValues != nullptr && record.attrValues[i] != nullptr; ++i) {
+  size_t count = 0;
+  while (record.attrValues != nullptr && record.attrValues[count] != nullptr) ++count;
+  instance->reserveAttributes(count);
+  for (size_t i = 0; i < count; ++i) {
     const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
     AttributeBase* attribute =
         instance->addReadAttribute(sharedName(attributeRecord.attrName != nullptr ? attributeRecord.attrName : "", names),

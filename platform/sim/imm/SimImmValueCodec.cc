@@ -1,8 +1,8 @@
 #include "SimImmValueCodec.h"
 
 #include <cctype>
+#include <charconv>
 #include <cerrno>
-#include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -25,6 +25,15 @@ const TypeInfo kTypes[] = {
     {SA_IMM_ATTR_SAFLOATT, "SA_FLOAT_T", sizeof(SaFloatT)},   {SA_IMM_ATTR_SADOUBLET, "SA_DOUBLE_T", sizeof(SaDoubleT)},
     {SA_IMM_ATTR_SASTRINGT, "SA_STRING_T", sizeof(SaStringT)}, {SA_IMM_ATTR_SAANYT, "SA_ANY_T", sizeof(SaAnyT)},
 };
+
+// An integer in decimal.
+template <typename Integer>
+bool decimal(Integer value, std::string* text) {
+  char buffer[24];
+  const std::to_chars_result end = std::to_chars(buffer, buffer + sizeof buffer, value);
+  text->assign(buffer, end.ptr);
+  return true;
+}
 
 const TypeInfo* info(int type) {
   for (const TypeInfo& t : kTypes) {
@@ -206,21 +215,16 @@ bool SimImmValueCodec::parse(int type, const SimImmValue& value, void* out, SimI
 }
 
 bool SimImmValueCodec::format(int type, const void* value, std::string* text, std::string* why) {
-  char buffer[32];
   switch (type) {
     case SA_IMM_ATTR_SAINT32T:
-      std::snprintf(buffer, sizeof buffer, "%" PRId32, read<SaInt32T>(value));
-      break;
+      return decimal(read<SaInt32T>(value), text);
     case SA_IMM_ATTR_SAUINT32T:
-      std::snprintf(buffer, sizeof buffer, "%" PRIu32, read<SaUint32T>(value));
-      break;
+      return decimal(read<SaUint32T>(value), text);
     case SA_IMM_ATTR_SAINT64T:
     case SA_IMM_ATTR_SATIMET:
-      std::snprintf(buffer, sizeof buffer, "%" PRId64, read<SaInt64T>(value));
-      break;
+      return decimal(read<SaInt64T>(value), text);
     case SA_IMM_ATTR_SAUINT64T:
-      std::snprintf(buffer, sizeof buffer, "%" PRIu64, read<SaUint64T>(value));
-      break;
+      return decimal(read<SaUint64T>(value), text);
     case SA_IMM_ATTR_SAFLOATT:
       *text = formatFloat(read<SaFloatT>(value), 9);
       return true;
@@ -261,6 +265,4 @@ bool SimImmValueCodec::format(int type, const void* value, std::string* text, st
       *why = "unknown value type " + std::to_string(type);
       return false;
   }
-  *text = buffer;
-  return true;
 }

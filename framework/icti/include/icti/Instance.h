@@ -59,6 +59,9 @@ class Instance : public InstanceIf {
   // together: the new attribute, or null when the name exists already or the
   // type is none (both logged).
   AttributeBase* addReadAttribute(SharedName name, ValueType type);
+  // Makes room for `count` attributes, so that a reader adding them
+  // allocates once.
+  void reserveAttributes(size_t count) { attributes_.reserve(count); }
   // Takes the RDN from the attributes read, given in the order they were
   // read. `rdnAttribute` is the class's RDN attribute in the target model,
   // when known: a string or name attribute of that name carries the RDN.
