@@ -154,22 +154,24 @@ std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const s
 }
 
 // A record that lends the attribute's name and values; name values, which
-// the model keeps in another layout, point to shared name records.
+// the model keeps in another layout, point to shared name records. The
+// value pointers follow the record in its block, so freeing the record
+// frees them too.
 template <typename T>
 SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute, NameRecords* names) {
+  static_assert(sizeof(SaImmAttrValuesT_2) % alignof(SaImmAttrValueT) == 0, "pointers follow the record aligned");
   const auto& values = attribute.values();
   const uint32_t count = values.size();
-  auto* record = static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2)));
-  auto* pointers = static_cast<SaImmAttrValueT*>(std::malloc((count + 1) * sizeof(SaImmAttrValueT)));
-  if (record == nullptr || pointers == nullptr) {
+  auto* record =
+      static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2) + (count + 1) * sizeof(SaImmAttrValueT)));
+  if (record == nullptr) {
     TAV_LOG(ERROR,
             std::is_same_v<T, Bytes> ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
                                      : "Failed to malloc values pointer field for attribute %s",
             attribute.name());
-    std::free(record);
-    std::free(pointers);
     return nullptr;
   }
+  auto* pointers = reinterpret_cast<SaImmAttrValueT*>(record + 1);
   record->attrName = const_cast<char*>(attribute.name());
   record->attrValueType = static_cast<SaImmValueTypeT>(attribute.getType());
   record->attrValuesNumber = count;
@@ -195,25 +197,24 @@ SaImmAttrValuesT_2* attributeRecord(const AttributeInternalIf* attribute, NameRe
 }
 
 void freeInstanceRecord(SafcImmCtInstanceT* record) {
-  for (size_t i = 0; record->attrValues != nullptr && record->attrValues[i] != nullptr; ++i) {
-    std::free(record->attrValues[i]->attrValues);
-    std::free(record->attrValues[i]);
-  }
-  std::free(record->attrValues);
+  for (size_t i = 0; record->attrValues[i] != nullptr; ++i) std::free(record->attrValues[i]);
   std::free(record);
 }
 
+// The record of an instance; its attribute pointers follow it in its block.
 SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* names) {
-  auto* record = static_cast<SafcImmCtInstanceT*>(std::calloc(1, sizeof(SafcImmCtInstanceT)));
+  static_assert(sizeof(SafcImmCtInstanceT) % alignof(SaImmAttrValuesT_2*) == 0, "pointers follow the record aligned");
+  const std::vector<std::pair<std::string, AttributeInternalIf*>> attributes = instance.getAttributes();
+  auto* record = static_cast<SafcImmCtInstanceT*>(
+      std::calloc(1, sizeof(SafcImmCtInstanceT) + (attributes.size() + 1) * sizeof(SaImmAttrValuesT_2*)));
   if (record == nullptr) return nullptr;
   const std::string parentName = instance.getParentName();
-  const std::vector<std::pair<std::string, AttributeInternalIf*>> attributes = instance.getAttributes();
-  record->attrValues = static_cast<SaImmAttrValuesT_2**>(std::calloc(attributes.size() + 1, sizeof(void*)));
+  record->attrValues = reinterpret_cast<SaImmAttrValuesT_2**>(record + 1);
   if (!parentName.empty()) {
     const std::string kept = parentName.substr(0, kNameTextLimit);
     record->parentName = const_cast<SaNameT*>(nameRecord(kept.c_str(), static_cast<uint16_t>(parentName.size()), names));
   }
-  bool complete = record->attrValues != nullptr;
+  bool complete = true;
   for (size_t i = 0; complete && i < attributes.size(); ++i) {
     record->attrValues[i] = attributeRecord(attributes[i].second, names);
     complete = record->attrValues[i] != nullptr;

@@ -128,7 +128,7 @@ void SimImmDumpReader::start(const char* name, const char* uri, TagAttributes at
     case Kind::kObjectAttr:
       return startInObjectAttr(name, attributes, count);
     case Kind::kText:
-      return fail(line(), "element inside <" + textElement_ + ">");
+      return fail(line(), std::string("element inside <") + textElement_ + ">");
   }
 }
 

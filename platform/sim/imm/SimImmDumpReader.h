@@ -109,7 +109,7 @@ class SimImmDumpReader {
   std::vector<Open> open_;
   int skipped_ = 0;  // depth inside elements the reading skips
   std::string* text_ = nullptr;  // where the open text element's text goes
-  std::string textElement_;
+  const char* textElement_ = nullptr;  // its name, held by the parser
   // What the open elements build.
   SimImmClass class_;
   bool hasRdn_ = false;
