@@ -123,19 +123,20 @@ void visitTyped(Base& attribute, Visit visit) {
   }
 }
 
-// The name `text` shared with every attribute of that name in `names`.
-SharedName sharedName(const char* text, std::unordered_map<std::string, SharedName>* names) {
+// The name `text` shared with every instance or attribute of that name in
+// `names`.
+SharedName sharedName(const std::string& text, std::unordered_map<std::string, SharedName>* names) {
   SharedName& name = (*names)[text];
   if (!name) name = std::make_shared<const std::string>(text);
   return name;
 }
 
-std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const std::string& className,
+std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const SharedName& className,
                                        const std::string& rdnAttribute, std::vector<AttributeBase*>& readOrder,
                                        std::unordered_map<std::string, SharedName>* names) {
-  std::string parentName;
-  if (record.parentName != nullptr) parentName = nameText(*record.parentName);
-  auto instance = std::make_unique<Instance>(className, record.parentName != nullptr ? &parentName : nullptr);
+  SharedName parentName;
+  if (record.parentName != nullptr) parentName = sharedName(nameText(*record.parentName), names);
+  auto instance = std::make_unique<Instance>(className, std::move(parentName));
   readOrder.clear();
   size_t count = 0;
   while (record.attrValues != nullptr && record.attrValues[count] != nullptr) ++count;
@@ -268,8 +269,9 @@ std::unique_ptr<InstanceGroup> ImmRecords::readGroup(const SafcImmCtInstanceGrou
                                                namespacePrefix, size);
   std::vector<AttributeBase*> readOrder;
   std::unordered_map<std::string, SharedName> names;
+  const SharedName className = std::make_shared<const std::string>(group->getClassName());
   for (size_t i = 0; i < size; ++i) {
-    group->appendRead(readInstance(*record.instances[i], group->getClassName(), rdnAttribute, readOrder, &names));
+    group->appendRead(readInstance(*record.instances[i], className, rdnAttribute, readOrder, &names));
   }
   return group;
 }

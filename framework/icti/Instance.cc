@@ -19,14 +19,19 @@ std::string Instance::moClassRdnAttribute(const std::string& className) {
   return name + "Id";
 }
 
-Instance::Instance(const std::string& className, const std::string* parentName) : className_(className) {
-  TAV_TRACE(TRACE1, "Instance::instance(SafcImmCtInstanceT *, string) _className: %s", className_.c_str());
-  if (parentName != nullptr) {
-    parentName_ = *parentName;
-    TAV_TRACE(TRACE1, "Parent name %s", parentName_.c_str());
+Instance::Instance(SharedName className, SharedName parentName)
+    : parentName_(std::move(parentName)), className_(std::move(className)) {
+  TAV_TRACE(TRACE1, "Instance::instance(SafcImmCtInstanceT *, string) _className: %s", className_->c_str());
+  if (parentName_) {
+    TAV_TRACE(TRACE1, "Parent name %s", parentName_->c_str());
   } else {
-    TAV_TRACE(TRACE1, "No parent to %s", className_.c_str());
+    TAV_TRACE(TRACE1, "No parent to %s", className_->c_str());
   }
+}
+
+const std::string& Instance::none() {
+  static const std::string empty;
+  return empty;
 }
 
 AttributeBase* Instance::addReadAttribute(SharedName name, ValueType type) {
@@ -36,7 +41,7 @@ AttributeBase* Instance::addReadAttribute(SharedName name, ValueType type) {
 }
 
 void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, const std::string& rdnAttribute) {
-  const std::string moClassRdn = moClassRdnAttribute(className_);
+  const std::string moClassRdn = moClassRdnAttribute(*className_);
   bool moClassRdnFound = false;
   bool structClassRdnFound = false;
   bool rdnFoundInToState = false;
@@ -53,13 +58,15 @@ void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, co
     }
   }
   TAV_TRACE(TRACE1, "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
-          rdn_.c_str(), className_.c_str(), moClassRdnFound, structClassRdnFound, rdnFoundInToState);
-  if (rdn_.empty()) TAV_LOG(INFO_ABN, "Could not find rdn in SafcImmCtInstanceT input for %s", className_.c_str());
+          rdn_.c_str(), className_->c_str(), moClassRdnFound, structClassRdnFound, rdnFoundInToState);
+  if (rdn_.empty()) TAV_LOG(INFO_ABN, "Could not find rdn in SafcImmCtInstanceT input for %s", className_->c_str());
 }
 
 Instance::Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
                    const std::string& className, ValueType rdnType)
-    : parentName_(parentName), rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)), className_(className) {
+    : parentName_(std::make_shared<const std::string>(parentName)),
+      rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)),
+      className_(std::make_shared<const std::string>(className)) {
   TAV_TRACE(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
           parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
   AttributeInternalIf* attribute = nullptr;
@@ -143,16 +150,17 @@ bool Instance::setRdn(const std::string& rdn) {
   return true;
 }
 
-std::string Instance::getLdn() const { return parentName_.empty() ? rdn_ : rdn_ + "," + parentName_; }
+std::string Instance::getLdn() const { return parentName().empty() ? rdn_ : rdn_ + "," + parentName(); }
 
 bool Instance::hasLdn(const std::string& ldn) const {
-  if (parentName_.empty()) return ldn == rdn_;
-  return ldn.size() == rdn_.size() + 1 + parentName_.size() && ldn.compare(0, rdn_.size(), rdn_) == 0 &&
-         ldn[rdn_.size()] == ',' && ldn.compare(rdn_.size() + 1, std::string::npos, parentName_) == 0;
+  const std::string& parent = parentName();
+  if (parent.empty()) return ldn == rdn_;
+  return ldn.size() == rdn_.size() + 1 + parent.size() && ldn.compare(0, rdn_.size(), rdn_) == 0 &&
+         ldn[rdn_.size()] == ',' && ldn.compare(rdn_.size() + 1, std::string::npos, parent) == 0;
 }
 
 void Instance::setParentName(const std::string& parentName) {
-  parentName_ = parentName;
+  parentName_ = std::make_shared<const std::string>(parentName);
   tellOwner();
 }
 

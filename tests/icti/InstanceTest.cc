@@ -55,7 +55,7 @@ TEST(InstanceTest, TheReadRdnComesFromTheTargetsRdnAttributeTheClassOrTheStructI
   for (const auto& c : cases) {
     SCOPED_TRACE(c.targetRdnAttribute + " -> " + c.rdn);
     LogRecorder::installed().clear();
-    Instance instance("Bar", nullptr);
+    Instance instance(std::make_shared<const std::string>("Bar"), nullptr);
     std::vector<AttributeBase*> readOrder;
     for (const Read& read : c.attributes) {
       readOrder.push_back(instance.addReadAttribute(std::make_shared<const std::string>(read.name), read.type));

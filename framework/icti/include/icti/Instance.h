@@ -35,8 +35,9 @@ class Instance : public InstanceIf {
 
   // An instance of the old model being read, below `parentName` (null when
   // it has none), still without attributes: the reader adds them with
-  // addReadAttribute and then names the instance with nameByAttributes.
-  Instance(const std::string& className, const std::string* parentName);
+  // addReadAttribute and then names the instance with nameByAttributes. The
+  // names are shared with the other instances read together.
+  Instance(SharedName className, SharedName parentName);
   // A new instance "<rdnAttribute>=<rdnId>" below `parentName`, with its RDN
   // attribute of type `rdnType` holding the naming value of that RDN
   // (DistinguishedName::namingValueOf: `rdnId`, or the whole RDN when
@@ -49,7 +50,7 @@ class Instance : public InstanceIf {
   Instance& operator=(const Instance&) = delete;
 
   bool eraseAttribute(const std::string& name) override;
-  std::string getParentName() const override { return parentName_; }
+  std::string getParentName() const override { return parentName(); }
   std::vector<std::pair<std::string, AttributeInternalIf*>> getAttributes() const override;
   AttributeInternalIf* getAttribute(const std::string& name) const override;
   // An existing name is logged and left in place; the result is then true
@@ -83,8 +84,8 @@ class Instance : public InstanceIf {
   static std::string moClassRdnAttribute(const std::string& className);
 
   const std::string& rdn() const { return rdn_; }
-  const std::string& parentName() const { return parentName_; }
-  const std::string& className() const { return className_; }
+  const std::string& parentName() const { return parentName_ ? *parentName_ : none(); }
+  const std::string& className() const { return *className_; }
   // True when getLdn() would equal `ldn`, without building it.
   bool hasLdn(const std::string& ldn) const;
 
@@ -103,11 +104,12 @@ class Instance : public InstanceIf {
   bool add(SharedName name, ValueType type, AttributeBase** added);
   void insert(std::unique_ptr<AttributeBase> attribute);
   void tellOwner();
+  static const std::string& none();
 
   Attributes attributes_;
-  std::string parentName_;
+  SharedName parentName_;  // null: no parent
   std::string rdn_;
-  std::string className_;
+  SharedName className_;
   Owner* owner_ = nullptr;
   InstanceGroupMember* membership_ = nullptr;
 };
