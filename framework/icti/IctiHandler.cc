@@ -279,7 +279,9 @@ void IctiHandler::splitRuntimePersistentGroups() {
   TAV_LOG(INFO, "RTP classes write runtimePersistentToWrite %d: ", static_cast<int>(instanceGroupMapRTP_.size()));
 }
 
-bool IctiHandler::writeCopyClasses() {
+bool IctiHandler::writeCopyClasses() { return handOverClasses() && callFinalize(); }
+
+bool IctiHandler::handOverClasses() {
   struct timespec start = env_.monotonicNow();
   if (!implementerName_.empty()) splitRuntimePersistentGroups();
 
@@ -339,7 +341,7 @@ bool IctiHandler::writeCopyClasses() {
   }
   copyMs_ = Env::millisecondsBetween(copyStart, env_.monotonicNow());
   // A model that could not be written whole must not take effect.
-  return written && callFinalize();
+  return written;
 }
 
 bool IctiHandler::built(ImmRecords& records, const InstanceGroup& group) {
@@ -356,7 +358,9 @@ bool IctiHandler::checked(SaAisErrorT rc, const char* failureFormat) {
   return false;
 }
 
-bool IctiHandler::writeIntroducedClasses() {
+bool IctiHandler::writeIntroducedClasses() { return writeCachedGroups() && callFinalize(); }
+
+bool IctiHandler::writeCachedGroups() {
   struct timespec start = env_.monotonicNow();
   ImmRecords toWrite;
   bool recordsBuilt = true;
@@ -368,7 +372,7 @@ bool IctiHandler::writeIntroducedClasses() {
   bool written =
       recordsBuilt && checked(env_.immCtWriteInstances(handle_, toWrite.terminated()), "Write instances init failed, SaAisErrorT = %d");
   introduceMs_ = Env::millisecondsBetween(start, env_.monotonicNow());
-  return written && callFinalize();
+  return written;
 }
 
 bool IctiHandler::callFinalize() {

@@ -17,13 +17,18 @@ class SimImmArena {
   SimImmArena(const SimImmArena&) = delete;
   SimImmArena& operator=(const SimImmArena&) = delete;
 
-  // `size` zeroed bytes aligned for any scalar; valid as long as the arena.
+  // `size` zeroed bytes aligned to `alignment` (a power of two, at most
+  // that of any scalar); valid as long as the arena. Records are packed as
+  // tightly as their types allow.
+  void* allocate(size_t size, size_t alignment);
+  // `size` zeroed bytes aligned as a value of that size needs: to the
+  // largest power of two that divides it, at most that of any scalar.
   void* allocate(size_t size);
 
   // A zeroed array of `count` elements of T.
   template <typename T>
   T* allocateArray(size_t count) {
-    return static_cast<T*>(allocate(sizeof(T) * count));
+    return static_cast<T*>(allocate(sizeof(T) * count, alignof(T)));
   }
 
   // A NUL-terminated copy of `text`.

@@ -104,6 +104,12 @@ class IctiHandler : public IctiHandlerIf {
   // filled with `rc` and gives false.
   bool checked(SaAisErrorT rc, const char* failureFormat);
   void splitRuntimePersistentGroups();
+  // The hand-over before the finalize of writeCopyClasses() and
+  // writeIntroducedClasses(): true when everything was written (and
+  // copied). The write records are freed on return, so the finalize does
+  // not hold them too.
+  bool handOverClasses();
+  bool writeCachedGroups();
 
   Env& env_;
   const std::string schemaName_;
