@@ -58,6 +58,9 @@ TEST_F(SimImmCtTest, BadNodeFilesGiveAClearCodeAndAReason) {
       {"malformed XML far down", "imm/old/2-more.xml",
        immXml(filler(70000) + "<object class=\"Top\">\n<dn>topId=2</dn>\n</obj>"), "ReadInstances",
        SA_AIS_ERR_FAILED_OPERATION, "2-more.xml: line 70005: Opening and ending tag mismatch: object line 70003"},
+      {"parent name longer than a name record holds", "imm/old/2-more.xml",
+       immXml("<object class=\"Top\"><dn>topId=9,p=" + std::string(600, 'y') + "</dn></object>"), "ReadInstances",
+       SA_AIS_ERR_FAILED_OPERATION, "is longer than 599"},
       {"malformed versions", "versions", "SchemaA 1_0 2_0_0\n", "ReadSchemaVersion", SA_AIS_ERR_FAILED_OPERATION,
        "versions:1: expected"},
   };
