@@ -246,36 +246,73 @@ std::unique_ptr<AttributeBase> AttributeBase::create(const std::string& name, Va
   return create(std::make_shared<const std::string>(name), type);
 }
 
-std::unique_ptr<AttributeBase> AttributeBase::create(SharedName n, ValueType type) {
+namespace {
+
+// Calls `make` with a null Attribute<T>* of the type's T; false for kNone or
+// a code that is no value type.
+template <typename Make>
+bool withAttributeType(ValueType type, Make make) {
   switch (type) {
     case ValueType::kInt32:
-      return std::make_unique<Attribute<int>>(std::move(n));
+      return make(static_cast<Attribute<int>*>(nullptr)), true;
     case ValueType::kUint32:
-      return std::make_unique<Attribute<unsigned int>>(std::move(n));
+      return make(static_cast<Attribute<unsigned int>*>(nullptr)), true;
     case ValueType::kInt64:
-      return std::make_unique<Attribute<long long>>(std::move(n));
+      return make(static_cast<Attribute<long long>*>(nullptr)), true;
     case ValueType::kUint64:
-      return std::make_unique<Attribute<unsigned long long>>(std::move(n));
+      return make(static_cast<Attribute<unsigned long long>*>(nullptr)), true;
     case ValueType::kTime:
-      return std::make_unique<Attribute<Time>>(std::move(n));
+      return make(static_cast<Attribute<Time>*>(nullptr)), true;
     case ValueType::kFloat:
-      return std::make_unique<Attribute<float>>(std::move(n));
+      return make(static_cast<Attribute<float>*>(nullptr)), true;
     case ValueType::kName:
-      return std::make_unique<Attribute<Name>>(std::move(n));
+      return make(static_cast<Attribute<Name>*>(nullptr)), true;
     case ValueType::kDouble:
-      return std::make_unique<Attribute<double>>(std::move(n));
+      return make(static_cast<Attribute<double>*>(nullptr)), true;
     case ValueType::kString:
-      return std::make_unique<Attribute<char*>>(std::move(n));
+      return make(static_cast<Attribute<char*>*>(nullptr)), true;
     case ValueType::kAny:
-      return std::make_unique<Attribute<Bytes>>(std::move(n));
+      return make(static_cast<Attribute<Bytes>*>(nullptr)), true;
     default:
-      return nullptr;
+      return false;
   }
+}
+
+template <typename T>
+using Pointee = std::remove_pointer_t<T>;
+
+}  // namespace
+
+std::unique_ptr<AttributeBase> AttributeBase::create(SharedName n, ValueType type) {
+  std::unique_ptr<AttributeBase> created;
+  withAttributeType(type, [&](auto* tag) { created = std::make_unique<Pointee<decltype(tag)>>(std::move(n)); });
+  return created;
+}
+
+size_t AttributeBase::sizeOf(ValueType type) {
+  size_t size = 0;
+  withAttributeType(type, [&size](auto* tag) {
+    static_assert(sizeof(*tag) % 8 == 0 && alignof(Pointee<decltype(tag)>) <= 8, "attributes pack in 8-byte steps");
+    size = sizeof(*tag);
+  });
+  return size;
+}
+
+AttributeBase* AttributeBase::createAt(void* place, SharedName n, ValueType type) {
+  AttributeBase* created = nullptr;
+  withAttributeType(type, [&](auto* tag) { created = new (place) Pointee<decltype(tag)>(std::move(n)); });
+  return created;
 }
 
 AttributeBase::~AttributeBase() = default;
 
-void AttributeBase::setName(const char* name) { name_ = std::make_shared<const std::string>(name ? name : ""); }
+SharedName AttributeBase::shareName(const char* name) {
+  thread_local SharedName last;
+  if (!last || *last != name) last = std::make_shared<const std::string>(name);
+  return last;
+}
+
+void AttributeBase::setName(const char* name) { name_ = shareName(name ? name : ""); }
 
 template <typename T>
 Attribute<T>::Attribute(const char* name) : AttributeBase(std::make_shared<const std::string>(name ? name : "")) {}

@@ -123,28 +123,52 @@ void visitTyped(Base& attribute, Visit visit) {
   }
 }
 
-// The name `text` shared with every instance or attribute of that name in
-// `names`.
-SharedName sharedName(const std::string& text, std::unordered_map<std::string, SharedName>* names) {
-  SharedName& name = (*names)[text];
-  if (!name) name = std::make_shared<const std::string>(text);
-  return name;
-}
+// The names of the instances and attributes of one read, each made once
+// and shared by everything that holds it. A node's records may share one
+// copy of a name too: a name is looked up by its address first, and its
+// text is only hashed the first time an address is seen.
+class ReadNames {
+ public:
+  SharedName attributeName(const char* text) {
+    SharedName& name = attributeNames_[text];
+    if (!name) name = byText(text != nullptr ? text : "");
+    return name;
+  }
+  SharedName parentName(const SaNameT& record) {
+    SharedName& name = parentNames_[&record];
+    if (!name) name = byText(nameText(record));
+    return name;
+  }
+
+ private:
+  SharedName byText(const std::string& text) {
+    SharedName& name = byText_[text];
+    if (!name) name = std::make_shared<const std::string>(text);
+    return name;
+  }
+
+  std::unordered_map<const char*, SharedName> attributeNames_;
+  std::unordered_map<const SaNameT*, SharedName> parentNames_;
+  std::unordered_map<std::string, SharedName> byText_;
+};
 
 std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const SharedName& className,
                                        const std::string& rdnAttribute, std::vector<AttributeBase*>& readOrder,
-                                       std::unordered_map<std::string, SharedName>* names) {
+                                       ReadNames* names) {
   SharedName parentName;
-  if (record.parentName != nullptr) parentName = sharedName(nameText(*record.parentName), names);
+  if (record.parentName != nullptr) parentName = names->parentName(*record.parentName);
   auto instance = std::make_unique<Instance>(className, std::move(parentName));
   readOrder.clear();
   size_t count = 0;
-  while (record.attrValues != nullptr && record.attrValues[count] != nullptr) ++count;
-  instance->reserveAttributes(count);
+  size_t bytes = 0;
+  for (; record.attrValues != nullptr && record.attrValues[count] != nullptr; ++count) {
+    bytes += AttributeBase::sizeOf(static_cast<ValueType>(record.attrValues[count]->attrValueType));
+  }
+  instance->reserveAttributes(count, bytes);
   for (size_t i = 0; i < count; ++i) {
     const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
     AttributeBase* attribute =
-        instance->addReadAttribute(sharedName(attributeRecord.attrName != nullptr ? attributeRecord.attrName : "", names),
+        instance->addReadAttribute(names->attributeName(attributeRecord.attrName),
                                    static_cast<ValueType>(attributeRecord.attrValueType));
     if (attribute == nullptr) continue;
     visitTyped(*attribute, [&attributeRecord](auto& typed) { readValues(typed, attributeRecord); });
@@ -154,24 +178,20 @@ std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const S
   return instance;
 }
 
-// A record that lends the attribute's name and values; name values, which
-// the model keeps in another layout, point to shared name records. The
-// value pointers follow the record in its block, so freeing the record
-// frees them too.
-template <typename T>
-SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute, NameRecords* names) {
+// The bytes an attribute's record takes with its `count` value pointers and
+// the null after them.
+size_t attributeRecordSize(uint32_t count) {
   static_assert(sizeof(SaImmAttrValuesT_2) % alignof(SaImmAttrValueT) == 0, "pointers follow the record aligned");
+  return sizeof(SaImmAttrValuesT_2) + (count + 1) * sizeof(SaImmAttrValueT);
+}
+
+// Fills the record at `record`, which has room for the value pointers after
+// it: the record lends the attribute's name and values; name values, which
+// the model keeps in another layout, point to shared name records.
+template <typename T>
+void fillAttributeRecord(const Attribute<T>& attribute, SaImmAttrValuesT_2* record, NameRecords* names) {
   const auto& values = attribute.values();
   const uint32_t count = values.size();
-  auto* record =
-      static_cast<SaImmAttrValuesT_2*>(std::malloc(sizeof(SaImmAttrValuesT_2) + (count + 1) * sizeof(SaImmAttrValueT)));
-  if (record == nullptr) {
-    TAV_LOG(ERROR,
-            std::is_same_v<T, Bytes> ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
-                                     : "Failed to malloc values pointer field for attribute %s",
-            attribute.name());
-    return nullptr;
-  }
   auto* pointers = reinterpret_cast<SaImmAttrValueT*>(record + 1);
   record->attrName = const_cast<char*>(attribute.name());
   record->attrValueType = static_cast<SaImmValueTypeT>(attribute.getType());
@@ -186,48 +206,65 @@ SaImmAttrValuesT_2* attributeRecord(const Attribute<T>& attribute, NameRecords* 
   }
   pointers[count] = nullptr;
   record->attrValues = pointers;
-  return record;
 }
 
-SaImmAttrValuesT_2* attributeRecord(const AttributeInternalIf* attribute, NameRecords* names) {
-  const auto* base = dynamic_cast<const AttributeBase*>(attribute);
-  if (base == nullptr) return nullptr;
-  SaImmAttrValuesT_2* record = nullptr;
-  visitTyped(*base, [&record, names](const auto& typed) { record = attributeRecord(typed, names); });
-  return record;
+// The attributes of `instance` in name order, into `attributes`; one of
+// another implementation than the model's is a null entry.
+void modelAttributes(const InstanceIf& instance, std::vector<const AttributeBase*>* attributes) {
+  attributes->clear();
+  if (const auto* model = dynamic_cast<const Instance*>(&instance)) {
+    attributes->assign(model->attributes().begin(), model->attributes().end());
+    return;
+  }
+  for (const auto& named : instance.getAttributes()) attributes->push_back(dynamic_cast<const AttributeBase*>(named.second));
 }
 
-void freeInstanceRecord(SafcImmCtInstanceT* record) {
-  for (size_t i = 0; record->attrValues[i] != nullptr; ++i) std::free(record->attrValues[i]);
-  std::free(record);
+void logNoRoom(const AttributeBase& attribute) {
+  TAV_LOG(ERROR,
+          attribute.getType() == ValueType::kAny ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
+                                                 : "Failed to malloc values pointer field for attribute %s",
+          attribute.name());
 }
 
-// The record of an instance; its attribute pointers follow it in its block.
-SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* names) {
+// The record of an instance, in one block: the instance's record, its
+// attribute pointers, then each attribute's record with its value pointers.
+// Null when an attribute is none of the model's or memory ran out.
+// `attributes` is scratch space.
+SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* names,
+                                   std::vector<const AttributeBase*>* attributes) {
   static_assert(sizeof(SafcImmCtInstanceT) % alignof(SaImmAttrValuesT_2*) == 0, "pointers follow the record aligned");
-  const std::vector<std::pair<std::string, AttributeInternalIf*>> attributes = instance.getAttributes();
-  auto* record = static_cast<SafcImmCtInstanceT*>(
-      std::calloc(1, sizeof(SafcImmCtInstanceT) + (attributes.size() + 1) * sizeof(SaImmAttrValuesT_2*)));
-  if (record == nullptr) return nullptr;
-  const std::string parentName = instance.getParentName();
+  modelAttributes(instance, attributes);
+  size_t size = sizeof(SafcImmCtInstanceT) + (attributes->size() + 1) * sizeof(SaImmAttrValuesT_2*);
+  for (const AttributeBase* attribute : *attributes) {
+    if (attribute == nullptr) return nullptr;
+    size += attributeRecordSize(attribute->getNumberOfValues());
+  }
+  auto* record = static_cast<SafcImmCtInstanceT*>(std::calloc(1, size));
+  if (record == nullptr) {
+    if (!attributes->empty()) logNoRoom(*attributes->front());
+    return nullptr;
+  }
   record->attrValues = reinterpret_cast<SaImmAttrValuesT_2**>(record + 1);
+  const std::string& parentName = instance.getParentName();
   if (!parentName.empty()) {
     const std::string kept = parentName.substr(0, kNameTextLimit);
     record->parentName = const_cast<SaNameT*>(nameRecord(kept.c_str(), static_cast<uint16_t>(parentName.size()), names));
   }
-  bool complete = true;
-  for (size_t i = 0; complete && i < attributes.size(); ++i) {
-    record->attrValues[i] = attributeRecord(attributes[i].second, names);
-    complete = record->attrValues[i] != nullptr;
+  auto* next = reinterpret_cast<unsigned char*>(record->attrValues + attributes->size() + 1);
+  for (size_t i = 0; i < attributes->size(); ++i) {
+    auto* attributeRecord = reinterpret_cast<SaImmAttrValuesT_2*>(next);
+    visitTyped(*(*attributes)[i], [attributeRecord, names](const auto& typed) {
+      fillAttributeRecord(typed, attributeRecord, names);
+    });
+    record->attrValues[i] = attributeRecord;
+    next += attributeRecordSize(attributeRecord->attrValuesNumber);
   }
-  if (complete) return record;
-  freeInstanceRecord(record);
-  return nullptr;
+  return record;
 }
 
 void freeGroupRecord(SafcImmCtInstanceGroupT* record) {
   for (size_t i = 0; record->instances != nullptr && record->instances[i] != nullptr; ++i) {
-    freeInstanceRecord(record->instances[i]);
+    std::free(record->instances[i]);
   }
   std::free(record->instances);
   std::free(record);
@@ -244,8 +281,9 @@ SafcImmCtInstanceGroupT* groupRecord(const InstanceGroup& group, NameRecords* na
     std::free(record);
     return nullptr;
   }
+  std::vector<const AttributeBase*> attributes;
   for (size_t i = 0; i < instances.size(); ++i) {
-    record->instances[i] = instanceRecord(*instances[i], names);
+    record->instances[i] = instanceRecord(*instances[i], names, &attributes);
     if (record->instances[i] == nullptr) {
       freeGroupRecord(record);
       return nullptr;
@@ -268,7 +306,7 @@ std::unique_ptr<InstanceGroup> ImmRecords::readGroup(const SafcImmCtInstanceGrou
   auto group = std::make_unique<InstanceGroup>(record.className != nullptr ? record.className : "", rdnAttribute,
                                                namespacePrefix, size);
   std::vector<AttributeBase*> readOrder;
-  std::unordered_map<std::string, SharedName> names;
+  ReadNames names;
   const SharedName className = std::make_shared<const std::string>(group->getClassName());
   for (size_t i = 0; i < size; ++i) {
     group->appendRead(readInstance(*record.instances[i], className, rdnAttribute, readOrder, &names));

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <cstring>
+#include <new>
 
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
@@ -12,6 +14,29 @@ namespace {
 constexpr ValueType kStringType = ValueType::kString;
 
 }  // namespace
+
+// `size` bytes of attributes follow the head, `used` of them taken.
+struct Instance::AttributeBlock {
+  uint32_t size;
+  uint32_t used;
+
+  unsigned char* attributes() { return reinterpret_cast<unsigned char*>(this + 1); }
+  bool holds(const AttributeBase* attribute) {
+    const auto* at = reinterpret_cast<const unsigned char*>(attribute);
+    return at >= attributes() && at < attributes() + size;
+  }
+};
+
+void Instance::FreeBlock::operator()(AttributeBlock* block) const { ::operator delete(block); }
+
+void Instance::reserveAttributes(size_t count, size_t bytes) {
+  static_assert(sizeof(AttributeBlock) % 8 == 0, "attributes in the block are 8-byte aligned");
+  attributes_.reserve(count);
+  if (block_ || bytes == 0 || bytes > UINT32_MAX) return;
+  block_.reset(static_cast<AttributeBlock*>(::operator new(sizeof(AttributeBlock) + bytes)));
+  block_->size = static_cast<uint32_t>(bytes);
+  block_->used = 0;
+}
 
 std::string Instance::moClassRdnAttribute(const std::string& className) {
   std::string name = className;
@@ -77,7 +102,9 @@ Instance::Instance(const std::string& parentName, const std::string& rdnAttribut
   }
 }
 
-Instance::~Instance() = default;
+Instance::~Instance() {
+  for (AttributeBase* attribute : attributes_) destroy(attribute);
+}
 
 bool Instance::eraseAttribute(const std::string& name) {
   auto it = position(name.c_str());
@@ -86,6 +113,7 @@ bool Instance::eraseAttribute(const std::string& name) {
     return false;
   }
   TAV_TRACE(INFO, "Erase attribute %s", name.c_str());
+  destroy(*it);
   attributes_.erase(it);
   return true;
 }
@@ -93,7 +121,7 @@ bool Instance::eraseAttribute(const std::string& name) {
 std::vector<std::pair<std::string, AttributeInternalIf*>> Instance::getAttributes() const {
   std::vector<std::pair<std::string, AttributeInternalIf*>> result;
   result.reserve(attributes_.size());
-  for (const auto& attribute : attributes_) result.emplace_back(attribute->name(), attribute.get());
+  for (AttributeBase* attribute : attributes_) result.emplace_back(attribute->name(), attribute);
   return result;
 }
 
@@ -101,7 +129,7 @@ AttributeInternalIf* Instance::getAttribute(const std::string& name) const { ret
 
 bool Instance::addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created) {
   AttributeBase* added = nullptr;
-  const bool ok = add(std::make_shared<const std::string>(name), type, &added);
+  const bool ok = add(AttributeBase::shareName(name.c_str()), type, &added);
   if (created != nullptr) *created = added;
   return ok;
 }
@@ -112,13 +140,13 @@ bool Instance::add(SharedName name, ValueType type, AttributeBase** added) {
     TAV_LOG(INFO_ABN, "Instance: %s already has attribute with name: %s", getLdn().c_str(), name->c_str());
     return true;
   }
-  std::unique_ptr<AttributeBase> attribute = AttributeBase::create(name, type);
+  AttributeBase* attribute = make(name, type);
   if (attribute == nullptr) {
     TAV_LOG(ERROR, "Unable to create attribute %s", name->c_str());
     return false;
   }
-  *added = attribute.get();
-  insert(std::move(attribute));
+  *added = attribute;
+  insert(attribute);
   return true;
 }
 
@@ -138,12 +166,13 @@ bool Instance::setRdn(const std::string& rdn) {
     const bool valueSet = attribute->getNumberOfValues() > 0 ? attribute->setValueAtIndex(0, newValue.c_str())
                                                              : attribute->addCopy(newValue.c_str());
     if (!valueSet) return false;
-    auto it = attributes_.begin() + (position(oldName.c_str()) - attributes_.cbegin());
-    std::unique_ptr<AttributeBase> renamed = std::move(*it);
-    attributes_.erase(it);
-    if (AttributeBase* displaced = find(newName)) attributes_.erase(position(displaced->name()));
-    renamed->setName(newName.c_str());
-    insert(std::move(renamed));
+    attributes_.erase(position(oldName.c_str()));
+    if (AttributeBase* displaced = find(newName)) {
+      attributes_.erase(position(displaced->name()));
+      destroy(displaced);
+    }
+    attribute->setName(newName.c_str());
+    insert(attribute);
   }
   rdn_ = rdn;
   tellOwner();
@@ -171,19 +200,37 @@ void Instance::setOwner(Owner* owner, InstanceGroupMember* membership) {
 
 Instance::Attributes::const_iterator Instance::position(const char* name) const {
   return std::lower_bound(attributes_.begin(), attributes_.end(), name,
-                          [](const std::unique_ptr<AttributeBase>& a, const char* n) {
+                          [](const AttributeBase* a, const char* n) {
                             return std::strcmp(a->name(), n) < 0;
                           });
 }
 
 AttributeBase* Instance::find(const std::string& name) const {
   auto it = position(name.c_str());
-  return it != attributes_.end() && name == (*it)->name() ? it->get() : nullptr;
+  return it != attributes_.end() && name == (*it)->name() ? *it : nullptr;
 }
 
-void Instance::insert(std::unique_ptr<AttributeBase> attribute) {
+AttributeBase* Instance::make(const SharedName& name, ValueType type) {
+  const size_t size = AttributeBase::sizeOf(type);
+  if (block_ && size != 0 && block_->size - block_->used >= size) {
+    AttributeBase* attribute = AttributeBase::createAt(block_->attributes() + block_->used, name, type);
+    block_->used += static_cast<uint32_t>(size);
+    return attribute;
+  }
+  return AttributeBase::create(name, type).release();
+}
+
+void Instance::insert(AttributeBase* attribute) {
   auto at = position(attribute->name());
-  attributes_.insert(at, std::move(attribute));
+  attributes_.insert(at, attribute);
+}
+
+void Instance::destroy(AttributeBase* attribute) {
+  if (block_ && block_->holds(attribute)) {
+    attribute->~AttributeBase();
+  } else {
+    delete attribute;
+  }
 }
 
 void Instance::tellOwner() {

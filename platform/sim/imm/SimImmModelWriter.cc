@@ -120,7 +120,7 @@ bool SimImmModelWriter::close(std::string* why) {
   return ok;
 }
 
-void SimImmModelWriter::element(const char* indent, const char* name, const std::string& text) {
+void SimImmModelWriter::element(std::string_view indent, std::string_view name, const std::string& text) {
   put(indent);
   put("<");
   put(name);
@@ -136,8 +136,6 @@ void SimImmModelWriter::spill(size_t atLeast) {
   std::fwrite(buffer_.data(), 1, buffer_.size(), file_);
   buffer_.clear();
 }
-
-void SimImmModelWriter::put(const char* text) { buffer_ += text; }
 
 void SimImmModelWriter::putEscaped(const std::string& text) {
   size_t start = 0;

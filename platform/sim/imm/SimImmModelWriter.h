@@ -10,6 +10,7 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 #include "SimImmClass.h"
 #include "SimImmObject.h"
@@ -33,10 +34,10 @@ class SimImmModelWriter {
   void writeAttrDef(const char* element, const SimImmAttrDef& def);
   void writeValue(const SimImmValue& value);
   static bool isXmlText(const std::string& text);
-  void element(const char* indent, const char* name, const std::string& text);
+  void element(std::string_view indent, std::string_view name, const std::string& text);
   // Writes the buffered text to the file once it holds `atLeast` bytes.
   void spill(size_t atLeast);
-  void put(const char* text);
+  void put(std::string_view text) { buffer_.append(text.data(), text.size()); }
   void putEscaped(const std::string& text);
 
   const std::string path_;

@@ -51,6 +51,17 @@ class AttributeBase : public AttributeInternalIf {
   // value type.
   static std::unique_ptr<AttributeBase> create(const std::string& name, ValueType type);
   static std::unique_ptr<AttributeBase> create(SharedName name, ValueType type);
+  // The bytes an attribute of the type takes (a multiple of 8), or 0 when
+  // create() would give null.
+  static size_t sizeOf(ValueType type);
+  // create() in place, at `place`: sizeOf(type) bytes aligned to 8. The
+  // caller ends the attribute with its destructor.
+  static AttributeBase* createAt(void* place, SharedName name, ValueType type);
+  // `name` as a shared name. Actions give the same name to an attribute of
+  // every instance of a class, one instance after another: the last name
+  // made on the calling thread is handed out again, not copied per
+  // instance.
+  static SharedName shareName(const char* name);
 
   ~AttributeBase() override;
   AttributeBase(const AttributeBase&) = delete;

@@ -24,6 +24,9 @@ struct InstanceGroupMember;
 
 class Instance : public InstanceIf {
  public:
+  // The attributes in name order.
+  using Attributes = std::vector<AttributeBase*>;
+
   class Owner {
    public:
     // The instance's distinguished name or parent name has changed.
@@ -60,9 +63,10 @@ class Instance : public InstanceIf {
   // together: the new attribute, or null when the name exists already or the
   // type is none (both logged).
   AttributeBase* addReadAttribute(SharedName name, ValueType type);
-  // Makes room for `count` attributes, so that a reader adding them
-  // allocates once.
-  void reserveAttributes(size_t count) { attributes_.reserve(count); }
+  // Makes room for `count` attributes that take `bytes` together
+  // (AttributeBase::sizeOf), so that a reader adding them allocates twice,
+  // not once per attribute. Only before the first addReadAttribute.
+  void reserveAttributes(size_t count, size_t bytes);
   // Takes the RDN from the attributes read, given in the order they were
   // read. `rdnAttribute` is the class's RDN attribute in the target model,
   // when known: a string or name attribute of that name carries the RDN.
@@ -86,6 +90,7 @@ class Instance : public InstanceIf {
   const std::string& rdn() const { return rdn_; }
   const std::string& parentName() const { return parentName_ ? *parentName_ : none(); }
   const std::string& className() const { return *className_; }
+  const Attributes& attributes() const { return attributes_; }
   // True when getLdn() would equal `ldn`, without building it.
   bool hasLdn(const std::string& ldn) const;
 
@@ -95,18 +100,28 @@ class Instance : public InstanceIf {
   InstanceGroupMember* membership() const { return membership_; }
 
  private:
-  // Position of the attribute named `name`, or where it would go.
-  using Attributes = std::vector<std::unique_ptr<AttributeBase>>;
+  // The storage of the attributes read with the instance; see
+  // reserveAttributes.
+  struct AttributeBlock;
+  struct FreeBlock {
+    void operator()(AttributeBlock* block) const;
+  };
 
+  // Position of the attribute named `name`, or where it would go.
   Attributes::const_iterator position(const char* name) const;
   AttributeBase* find(const std::string& name) const;
   // addAttribute's work; `added` is null when nothing was added.
   bool add(SharedName name, ValueType type, AttributeBase** added);
-  void insert(std::unique_ptr<AttributeBase> attribute);
+  // A new attribute, in the block when it has room.
+  AttributeBase* make(const SharedName& name, ValueType type);
+  void insert(AttributeBase* attribute);
+  // Ends an attribute the instance owns.
+  void destroy(AttributeBase* attribute);
   void tellOwner();
   static const std::string& none();
 
-  Attributes attributes_;
+  Attributes attributes_;  // owned
+  std::unique_ptr<AttributeBlock, FreeBlock> block_;
   SharedName parentName_;  // null: no parent
   std::string rdn_;
   SharedName className_;
