@@ -85,6 +85,35 @@ TEST(InstanceTest, AttributesAreKeptOncePerNameInByteWiseOrderUntilErased) {
 }
 
 // That the group learns of a rename is checked with the group (InstanceGroupIndexTest).
+// The reader's attributes share one block; erasing, displacing and adding
+// must treat them as any other (the sanitizer builds see a wrong release).
+TEST(InstanceTest, AttributesReadIntoOneBlockAreErasedDisplacedAndJoinedLikeOthers) {
+  Instance instance(std::make_shared<const std::string>("Foo"), std::make_shared<const std::string>("Top=1"));
+  const std::pair<const char*, ValueType> read[] = {
+      {"fooId", ValueType::kString}, {"ref", ValueType::kName}, {"n", ValueType::kInt32}, {"label", ValueType::kString}};
+  size_t bytes = 0;
+  for (const auto& [name, type] : read) bytes += AttributeBase::sizeOf(type);
+  instance.reserveAttributes(std::size(read), bytes);
+  std::vector<AttributeBase*> readOrder;
+  for (const auto& [name, type] : read) {
+    readOrder.push_back(instance.addReadAttribute(std::make_shared<const std::string>(name), type));
+    ASSERT_TRUE(readOrder.back()->addCopy(type == ValueType::kInt32 ? "5" : name));
+  }
+  instance.nameByAttributes(readOrder, "");
+  EXPECT_EQ("fooId=fooId,Top=1", instance.getLdn());
+
+  EXPECT_TRUE(instance.eraseAttribute("label"));
+  ASSERT_TRUE(instance.setRdn("ref=x"));
+  AttributeInternalIf* added = nullptr;
+  ASSERT_TRUE(instance.addAttribute("z", ValueType::kString, &added));
+  ASSERT_TRUE(added->addCopy("zz"));
+  EXPECT_EQ((std::vector<std::string>{"n", "ref", "z"}), attributeNames(instance));
+  EXPECT_EQ(ValueType::kString, instance.getAttribute("ref")->getType());
+  for (const auto& [name, value] : {std::pair<const char*, const char*>{"n", "5"}, {"ref", "x"}, {"z", "zz"}}) {
+    EXPECT_EQ(value, instance.getAttribute(name)->readValueAtIndex(0).value_or("")) << name;
+  }
+}
+
 TEST(InstanceTest, SetRdnRenamesTheAttribute) {
   Instance instance("Top=1", "fooId", "1", "Foo");
   instance.addAttribute("zeta", ValueType::kInt32);

@@ -222,6 +222,14 @@ TEST_F(SimImmModelOutputTest, WrittenInstancesAreCheckedAgainstTheNewModel) {
   }
 }
 
+TEST_F(SimImmModelOutputTest, AnObjectWrittenTwiceFailsTheWrite) {
+  SafcImmCtHandleT handle = open();
+  SafcImmCtInstanceGroupT** groups = read(handle, "Child");
+  groups[0]->instances[1] = groups[0]->instances[0];
+  EXPECT_EQ(SA_AIS_ERR_INVALID_PARAM, safcImmCtWriteInstances(handle, groups));
+  EXPECT_TRUE(recorded({"safcImmCtWriteInstances [] error 7", "class Child: object childId=a\\,b,topId=1 is written twice"}));
+}
+
 // Without a new model the naming attribute is the old class's or, for a
 // class the old model lacks, the class name's with "Id".
 TEST_F(SimImmModelOutputTest, WithoutANewModelTheNamingAttributeFollowsTheOldDefinitionOrTheClassName) {

@@ -2,7 +2,8 @@
 
 #include <cctype>
 #include <cstring>
-#include <unordered_set>
+#include <functional>
+#include <unordered_map>
 
 #include "SimImmValueCodec.h"
 
@@ -17,17 +18,26 @@ bool SimImmWrittenGroup::toObjects(const SafcImmCtInstanceGroupT& group,
     *why = "class " + className + " is not defined in the new model";
     return false;
   }
-  std::unordered_set<std::string> dns;
+  // The instances by the hash of their dn: a million dns are not kept
+  // twice. An instance whose hash was seen is compared with the earlier
+  // ones, rebuilt from their records.
+  std::unordered_multimap<size_t, size_t> seen;
   for (size_t i = 0; group.instances != nullptr && group.instances[i] != nullptr; ++i) {
     SimImmObject object;
     if (!toObject(className, *group.instances[i], &object, why)) {
       *why = "class " + className + ", instance " + std::to_string(i) + ": " + *why;
       return false;
     }
-    if (!dns.insert(object.dn).second) {
-      *why = "class " + className + ": object " + object.dn + " is written twice";
-      return false;
+    const size_t hash = std::hash<std::string>()(object.dn);
+    auto [first, last] = seen.equal_range(hash);
+    for (auto it = first; it != last; ++it) {
+      SimImmObject earlier;
+      if (toObject(className, *group.instances[it->second], &earlier, why) && earlier.dn == object.dn) {
+        *why = "class " + className + ": object " + object.dn + " is written twice";
+        return false;
+      }
     }
+    seen.emplace(hash, i);
     each(object);
   }
   return true;
