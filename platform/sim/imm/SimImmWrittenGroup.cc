@@ -22,6 +22,9 @@ bool SimImmWrittenGroup::toObjects(const SafcImmCtInstanceGroupT& group,
   // twice. An instance whose hash was seen is compared with the earlier
   // ones, rebuilt from their records.
   std::unordered_multimap<size_t, size_t> seen;
+  size_t count = 0;
+  while (group.instances != nullptr && group.instances[count] != nullptr) ++count;
+  seen.reserve(count);
   for (size_t i = 0; group.instances != nullptr && group.instances[i] != nullptr; ++i) {
     SimImmObject object;
     if (!toObject(className, *group.instances[i], &object, why)) {
