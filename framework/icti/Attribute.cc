@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "common/Log.h"
+#include "icti/AttributeName.h"
 
 namespace {
 
@@ -243,7 +244,7 @@ int countForMessage(double value) {
 }  // namespace
 
 std::unique_ptr<AttributeBase> AttributeBase::create(const std::string& name, ValueType type) {
-  return create(std::make_shared<const std::string>(name), type);
+  return create(AttributeName::of(name), type);
 }
 
 namespace {
@@ -283,9 +284,9 @@ using Pointee = std::remove_pointer_t<T>;
 
 }  // namespace
 
-std::unique_ptr<AttributeBase> AttributeBase::create(SharedName n, ValueType type) {
+std::unique_ptr<AttributeBase> AttributeBase::create(const std::string* n, ValueType type) {
   std::unique_ptr<AttributeBase> created;
-  withAttributeType(type, [&](auto* tag) { created = std::make_unique<Pointee<decltype(tag)>>(std::move(n)); });
+  withAttributeType(type, [&](auto* tag) { created = std::make_unique<Pointee<decltype(tag)>>(n); });
   return created;
 }
 
@@ -298,24 +299,18 @@ size_t AttributeBase::sizeOf(ValueType type) {
   return size;
 }
 
-AttributeBase* AttributeBase::createAt(void* place, SharedName n, ValueType type) {
+AttributeBase* AttributeBase::createAt(void* place, const std::string* n, ValueType type) {
   AttributeBase* created = nullptr;
-  withAttributeType(type, [&](auto* tag) { created = new (place) Pointee<decltype(tag)>(std::move(n)); });
+  withAttributeType(type, [&](auto* tag) { created = new (place) Pointee<decltype(tag)>(n); });
   return created;
 }
 
 AttributeBase::~AttributeBase() = default;
 
-SharedName AttributeBase::shareName(const char* name) {
-  thread_local SharedName last;
-  if (!last || *last != name) last = std::make_shared<const std::string>(name);
-  return last;
-}
-
-void AttributeBase::setName(const char* name) { name_ = shareName(name ? name : ""); }
+void AttributeBase::setName(const char* name) { name_ = AttributeName::of(name ? name : ""); }
 
 template <typename T>
-Attribute<T>::Attribute(const char* name) : AttributeBase(std::make_shared<const std::string>(name ? name : "")) {}
+Attribute<T>::Attribute(const char* name) : AttributeBase(AttributeName::of(name ? name : "")) {}
 
 template <typename T>
 Attribute<T>::~Attribute() {

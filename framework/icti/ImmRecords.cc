@@ -7,6 +7,7 @@
 
 #include "common/Log.h"
 #include "icti/Attribute.h"
+#include "icti/AttributeName.h"
 #include "icti/InstanceGroup.h"
 #include "icti/ValueType.h"
 
@@ -129,9 +130,9 @@ void visitTyped(Base& attribute, Visit visit) {
 // text is only hashed the first time an address is seen.
 class ReadNames {
  public:
-  SharedName attributeName(const char* text) {
-    SharedName& name = attributeNames_[text];
-    if (!name) name = byText(text != nullptr ? text : "");
+  const std::string* attributeName(const char* text) {
+    const std::string*& name = attributeNames_[text];
+    if (name == nullptr) name = AttributeName::of(text != nullptr ? text : "");
     return name;
   }
   SharedName parentName(const SaNameT& record) {
@@ -147,7 +148,7 @@ class ReadNames {
     return name;
   }
 
-  std::unordered_map<const char*, SharedName> attributeNames_;
+  std::unordered_map<const char*, const std::string*> attributeNames_;
   std::unordered_map<const SaNameT*, SharedName> parentNames_;
   std::unordered_map<std::string, SharedName> byText_;
 };

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "common/Log.h"
+#include "icti/AttributeName.h"
 #include "icti/DistinguishedName.h"
 
 namespace {
@@ -59,9 +60,9 @@ const std::string& Instance::none() {
   return empty;
 }
 
-AttributeBase* Instance::addReadAttribute(SharedName name, ValueType type) {
+AttributeBase* Instance::addReadAttribute(const std::string* name, ValueType type) {
   AttributeBase* added = nullptr;
-  add(std::move(name), type, &added);
+  add(name, type, &added);
   return added;
 }
 
@@ -129,12 +130,12 @@ AttributeInternalIf* Instance::getAttribute(const std::string& name) const { ret
 
 bool Instance::addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created) {
   AttributeBase* added = nullptr;
-  const bool ok = add(AttributeBase::shareName(name.c_str()), type, &added);
+  const bool ok = add(AttributeName::of(name), type, &added);
   if (created != nullptr) *created = added;
   return ok;
 }
 
-bool Instance::add(SharedName name, ValueType type, AttributeBase** added) {
+bool Instance::add(const std::string* name, ValueType type, AttributeBase** added) {
   *added = nullptr;
   if (find(*name) != nullptr) {
     TAV_LOG(INFO_ABN, "Instance: %s already has attribute with name: %s", getLdn().c_str(), name->c_str());
@@ -210,7 +211,7 @@ AttributeBase* Instance::find(const std::string& name) const {
   return it != attributes_.end() && name == (*it)->name() ? *it : nullptr;
 }
 
-AttributeBase* Instance::make(const SharedName& name, ValueType type) {
+AttributeBase* Instance::make(const std::string* name, ValueType type) {
   const size_t size = AttributeBase::sizeOf(type);
   if (block_ && size != 0 && block_->size - block_->used >= size) {
     AttributeBase* attribute = AttributeBase::createAt(block_->attributes() + block_->used, name, type);

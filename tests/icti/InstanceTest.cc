@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "LogRecorder.h"
+#include "icti/AttributeName.h"
 
 namespace {
 
@@ -58,7 +59,7 @@ TEST(InstanceTest, TheReadRdnComesFromTheTargetsRdnAttributeTheClassOrTheStructI
     Instance instance(std::make_shared<const std::string>("Bar"), nullptr);
     std::vector<AttributeBase*> readOrder;
     for (const Read& read : c.attributes) {
-      readOrder.push_back(instance.addReadAttribute(std::make_shared<const std::string>(read.name), read.type));
+      readOrder.push_back(instance.addReadAttribute(AttributeName::of(read.name), read.type));
       readOrder.back()->addCopy(read.value);
     }
     instance.nameByAttributes(readOrder, c.targetRdnAttribute);
@@ -96,7 +97,7 @@ TEST(InstanceTest, AttributesReadIntoOneBlockAreErasedDisplacedAndJoinedLikeOthe
   instance.reserveAttributes(std::size(read), bytes);
   std::vector<AttributeBase*> readOrder;
   for (const auto& [name, type] : read) {
-    readOrder.push_back(instance.addReadAttribute(std::make_shared<const std::string>(name), type));
+    readOrder.push_back(instance.addReadAttribute(AttributeName::of(name), type));
     ASSERT_TRUE(readOrder.back()->addCopy(type == ValueType::kInt32 ? "5" : name));
   }
   instance.nameByAttributes(readOrder, "");

@@ -38,30 +38,26 @@
 #include "icti/AttributeValue.h"
 #include "icti/ValueType.h"
 
-// An attribute's name, shared by the attributes of that name that one read
-// made: a class of a million instances keeps each name once.
+// A class or parent name, shared by the instances read together.
 using SharedName = std::shared_ptr<const std::string>;
 
-// What every attribute type shares: its name and the factory by IMM value
-// type code. An instance keeps its attributes through this class so that it
-// can order them by name without copying names.
+// What every attribute type shares: its name (one copy in AttributeName)
+// and the factory by IMM value type code. An instance keeps its attributes
+// through this class so that it can order them by name without copying
+// names.
 class AttributeBase : public AttributeInternalIf {
  public:
   // An empty attribute of the type, or null for kNone or a code that is no
   // value type.
   static std::unique_ptr<AttributeBase> create(const std::string& name, ValueType type);
-  static std::unique_ptr<AttributeBase> create(SharedName name, ValueType type);
+  // `name` is AttributeName's copy.
+  static std::unique_ptr<AttributeBase> create(const std::string* name, ValueType type);
   // The bytes an attribute of the type takes (a multiple of 8), or 0 when
   // create() would give null.
   static size_t sizeOf(ValueType type);
   // create() in place, at `place`: sizeOf(type) bytes aligned to 8. The
   // caller ends the attribute with its destructor.
-  static AttributeBase* createAt(void* place, SharedName name, ValueType type);
-  // `name` as a shared name. Actions give the same name to an attribute of
-  // every instance of a class, one instance after another: the last name
-  // made on the calling thread is handed out again, not copied per
-  // instance.
-  static SharedName shareName(const char* name);
+  static AttributeBase* createAt(void* place, const std::string* name, ValueType type);
 
   ~AttributeBase() override;
   AttributeBase(const AttributeBase&) = delete;
@@ -71,17 +67,17 @@ class AttributeBase : public AttributeInternalIf {
   // A null name is stored as an empty one.
   void setName(const char* name) override;
 
-  // The name itself: valid until the next setName.
+  // The name itself: valid for the life of the process.
   const char* name() const { return name_->c_str(); }
 
   // Traces the attribute and its values as they go to the node.
   virtual void traceWrite() const = 0;
 
  protected:
-  explicit AttributeBase(SharedName name) : name_(std::move(name)) {}
+  explicit AttributeBase(const std::string* name) : name_(name) {}
 
  private:
-  SharedName name_;
+  const std::string* name_;
 };
 
 namespace attribute_storage {
@@ -181,7 +177,7 @@ class Attribute : public AttributeBase {
   using Value = typename attribute_storage::Storage<T>::Value;
 
   explicit Attribute(const char* name);
-  explicit Attribute(SharedName name) : AttributeBase(std::move(name)) {}
+  explicit Attribute(const std::string* name) : AttributeBase(name) {}
   ~Attribute() override;
 
   ValueType getType() const override;

@@ -59,10 +59,10 @@ class Instance : public InstanceIf {
   // An existing name is logged and left in place; the result is then true
   // with *created null.
   bool addAttribute(const std::string& name, ValueType type, AttributeInternalIf** created = nullptr) override;
-  // addAttribute for the reader, with a name shared by the instances read
-  // together: the new attribute, or null when the name exists already or the
-  // type is none (both logged).
-  AttributeBase* addReadAttribute(SharedName name, ValueType type);
+  // addAttribute for the reader, with AttributeName's copy of the name: the
+  // new attribute, or null when the name exists already or the type is none
+  // (both logged).
+  AttributeBase* addReadAttribute(const std::string* name, ValueType type);
   // Makes room for `count` attributes that take `bytes` together
   // (AttributeBase::sizeOf), so that a reader adding them allocates twice,
   // not once per attribute. Only before the first addReadAttribute.
@@ -111,9 +111,9 @@ class Instance : public InstanceIf {
   Attributes::const_iterator position(const char* name) const;
   AttributeBase* find(const std::string& name) const;
   // addAttribute's work; `added` is null when nothing was added.
-  bool add(SharedName name, ValueType type, AttributeBase** added);
+  bool add(const std::string* name, ValueType type, AttributeBase** added);
   // A new attribute, in the block when it has room.
-  AttributeBase* make(const SharedName& name, ValueType type);
+  AttributeBase* make(const std::string* name, ValueType type);
   void insert(AttributeBase* attribute);
   // Ends an attribute the instance owns.
   void destroy(AttributeBase* attribute);

@@ -1,0 +1,23 @@
+// The names of attributes, each kept once for the life of the process. An
+// attribute holds a pointer to its name, not a copy: a class of a million
+// instances keeps each of its attribute names once, and taking a name costs
+// no reference counting. Attribute names are the vocabulary of the schemas,
+// so the set stays small.
+//
+// Safe to use from every thread; a thread that asks for the name it asked
+// for last takes no lock, which is what an action does, one instance after
+// another.
+
+#ifndef VOSK_ICTI_ATTRIBUTE_NAME_H
+#define VOSK_ICTI_ATTRIBUTE_NAME_H
+
+#include <string>
+#include <string_view>
+
+class AttributeName {
+ public:
+  // The one copy of `text`, valid until the process ends.
+  static const std::string* of(std::string_view text);
+};
+
+#endif
