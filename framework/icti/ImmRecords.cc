@@ -124,10 +124,11 @@ void visitTyped(Base& attribute, Visit visit) {
   }
 }
 
-// The names of the instances and attributes of one read, each made once
-// and shared by everything that holds it. A node's records may share one
-// copy of a name too: a name is looked up by its address first, and its
-// text is only hashed the first time an address is seen.
+// The names of one read: parent names, each made once and shared by the
+// instances below it, and attribute names (AttributeName's). A node's
+// records may share one copy of a name too: a name is looked up by its
+// address first, and its text is only hashed the first time an address is
+// seen.
 class ReadNames {
  public:
   const std::string* attributeName(const char* text) {
@@ -168,9 +169,8 @@ std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const S
   instance->reserveAttributes(count, bytes);
   for (size_t i = 0; i < count; ++i) {
     const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
-    AttributeBase* attribute =
-        instance->addReadAttribute(names->attributeName(attributeRecord.attrName),
-                                   static_cast<ValueType>(attributeRecord.attrValueType));
+    AttributeBase* attribute = instance->addReadAttribute(names->attributeName(attributeRecord.attrName),
+                                                          static_cast<ValueType>(attributeRecord.attrValueType));
     if (attribute == nullptr) continue;
     visitTyped(*attribute, [&attributeRecord](auto& typed) { readValues(typed, attributeRecord); });
     readOrder.push_back(attribute);
@@ -217,7 +217,9 @@ void modelAttributes(const InstanceIf& instance, std::vector<const AttributeBase
     attributes->assign(model->attributes().begin(), model->attributes().end());
     return;
   }
-  for (const auto& named : instance.getAttributes()) attributes->push_back(dynamic_cast<const AttributeBase*>(named.second));
+  for (const auto& named : instance.getAttributes()) {
+    attributes->push_back(dynamic_cast<const AttributeBase*>(named.second));
+  }
 }
 
 void logNoRoom(const AttributeBase& attribute) {
@@ -249,14 +251,14 @@ SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* name
   const std::string& parentName = instance.getParentName();
   if (!parentName.empty()) {
     const std::string kept = parentName.substr(0, kNameTextLimit);
-    record->parentName = const_cast<SaNameT*>(nameRecord(kept.c_str(), static_cast<uint16_t>(parentName.size()), names));
+    record->parentName =
+        const_cast<SaNameT*>(nameRecord(kept.c_str(), static_cast<uint16_t>(parentName.size()), names));
   }
   auto* next = reinterpret_cast<unsigned char*>(record->attrValues + attributes->size() + 1);
   for (size_t i = 0; i < attributes->size(); ++i) {
     auto* attributeRecord = reinterpret_cast<SaImmAttrValuesT_2*>(next);
-    visitTyped(*(*attributes)[i], [attributeRecord, names](const auto& typed) {
-      fillAttributeRecord(typed, attributeRecord, names);
-    });
+    visitTyped(*(*attributes)[i],
+               [attributeRecord, names](const auto& typed) { fillAttributeRecord(typed, attributeRecord, names); });
     record->attrValues[i] = attributeRecord;
     next += attributeRecordSize(attributeRecord->attrValuesNumber);
   }
@@ -276,8 +278,7 @@ SafcImmCtInstanceGroupT* groupRecord(const InstanceGroup& group, NameRecords* na
   if (record == nullptr) return nullptr;
   record->className = const_cast<char*>(group.getImmClassName().c_str());
   const std::vector<InstanceIf*> instances = group.getInstances();
-  record->instances =
-      static_cast<SafcImmCtInstanceT**>(std::calloc(instances.size() + 1, sizeof(SafcImmCtInstanceT*)));
+  record->instances = static_cast<SafcImmCtInstanceT**>(std::calloc(instances.size() + 1, sizeof(SafcImmCtInstanceT*)));
   if (record->instances == nullptr) {
     std::free(record);
     return nullptr;

@@ -83,8 +83,9 @@ void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, co
       if (!rdn_.empty()) break;
     }
   }
-  TAV_TRACE(TRACE1, "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
-          rdn_.c_str(), className_->c_str(), moClassRdnFound, structClassRdnFound, rdnFoundInToState);
+  TAV_TRACE(TRACE1,
+            "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
+            rdn_.c_str(), className_->c_str(), moClassRdnFound, structClassRdnFound, rdnFoundInToState);
   if (rdn_.empty()) TAV_LOG(INFO_ABN, "Could not find rdn in SafcImmCtInstanceT input for %s", className_->c_str());
 }
 
@@ -94,7 +95,7 @@ Instance::Instance(const std::string& parentName, const std::string& rdnAttribut
       rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)),
       className_(std::make_shared<const std::string>(className)) {
   TAV_TRACE(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
-          parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
+            parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
   AttributeInternalIf* attribute = nullptr;
   if (addAttribute(rdnAttribute, rdnType, &attribute) && attribute != nullptr) {
     attribute->addCopy(DistinguishedName::namingValueOf(rdn_, rdnAttribute).c_str());
@@ -201,9 +202,7 @@ void Instance::setOwner(Owner* owner, InstanceGroupMember* membership) {
 
 Instance::Attributes::const_iterator Instance::position(const char* name) const {
   return std::lower_bound(attributes_.begin(), attributes_.end(), name,
-                          [](const AttributeBase* a, const char* n) {
-                            return std::strcmp(a->name(), n) < 0;
-                          });
+                          [](const AttributeBase* a, const char* n) { return std::strcmp(a->name(), n) < 0; });
 }
 
 AttributeBase* Instance::find(const std::string& name) const {

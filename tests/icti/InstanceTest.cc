@@ -90,8 +90,10 @@ TEST(InstanceTest, AttributesAreKeptOncePerNameInByteWiseOrderUntilErased) {
 // must treat them as any other (the sanitizer builds see a wrong release).
 TEST(InstanceTest, AttributesReadIntoOneBlockAreErasedDisplacedAndJoinedLikeOthers) {
   Instance instance(std::make_shared<const std::string>("Foo"), std::make_shared<const std::string>("Top=1"));
-  const std::pair<const char*, ValueType> read[] = {
-      {"fooId", ValueType::kString}, {"ref", ValueType::kName}, {"n", ValueType::kInt32}, {"label", ValueType::kString}};
+  const std::pair<const char*, ValueType> read[] = {{"fooId", ValueType::kString},
+                                                    {"ref", ValueType::kName},
+                                                    {"n", ValueType::kInt32},
+                                                    {"label", ValueType::kString}};
   size_t bytes = 0;
   for (const auto& [name, type] : read) bytes += AttributeBase::sizeOf(type);
   instance.reserveAttributes(std::size(read), bytes);
