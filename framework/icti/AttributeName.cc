@@ -1,6 +1,7 @@
 #include "icti/AttributeName.h"
 
 #include <mutex>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace {
@@ -19,10 +20,16 @@ Names& names() {
 }  // namespace
 
 const std::string* AttributeName::of(std::string_view text) {
-  thread_local const std::string* last = nullptr;
-  if (last != nullptr && *last == text) return last;
+  // The names this thread has asked for, viewing the shared copies.
+  thread_local std::unordered_map<std::string_view, const std::string*> known;
+  auto it = known.find(text);
+  if (it != known.end()) return it->second;
   Names& all = names();
-  std::lock_guard<std::mutex> lock(all.mutex);
-  last = &*all.set.emplace(text).first;
-  return last;
+  const std::string* name;
+  {
+    std::lock_guard<std::mutex> lock(all.mutex);
+    name = &*all.set.emplace(text).first;
+  }
+  known.emplace(*name, name);
+  return name;
 }
