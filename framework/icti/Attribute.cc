@@ -247,53 +247,16 @@ std::unique_ptr<AttributeBase> AttributeBase::create(const std::string& name, Va
   return create(AttributeName::of(name), type);
 }
 
-namespace {
-
-// Calls `make` with a null Attribute<T>* of the type's T; false for kNone or
-// a code that is no value type.
-template <typename Make>
-bool withAttributeType(ValueType type, Make make) {
-  switch (type) {
-    case ValueType::kInt32:
-      return make(static_cast<Attribute<int>*>(nullptr)), true;
-    case ValueType::kUint32:
-      return make(static_cast<Attribute<unsigned int>*>(nullptr)), true;
-    case ValueType::kInt64:
-      return make(static_cast<Attribute<long long>*>(nullptr)), true;
-    case ValueType::kUint64:
-      return make(static_cast<Attribute<unsigned long long>*>(nullptr)), true;
-    case ValueType::kTime:
-      return make(static_cast<Attribute<Time>*>(nullptr)), true;
-    case ValueType::kFloat:
-      return make(static_cast<Attribute<float>*>(nullptr)), true;
-    case ValueType::kName:
-      return make(static_cast<Attribute<Name>*>(nullptr)), true;
-    case ValueType::kDouble:
-      return make(static_cast<Attribute<double>*>(nullptr)), true;
-    case ValueType::kString:
-      return make(static_cast<Attribute<char*>*>(nullptr)), true;
-    case ValueType::kAny:
-      return make(static_cast<Attribute<Bytes>*>(nullptr)), true;
-    default:
-      return false;
-  }
-}
-
-template <typename T>
-using Pointee = std::remove_pointer_t<T>;
-
-}  // namespace
-
 std::unique_ptr<AttributeBase> AttributeBase::create(const std::string* n, ValueType type) {
   std::unique_ptr<AttributeBase> created;
-  withAttributeType(type, [&](auto* tag) { created = std::make_unique<Pointee<decltype(tag)>>(n); });
+  withAttributeType(type, [&](auto* tag) { created = std::make_unique<AttributeOf<decltype(tag)>>(n); });
   return created;
 }
 
 size_t AttributeBase::sizeOf(ValueType type) {
   size_t size = 0;
   withAttributeType(type, [&size](auto* tag) {
-    static_assert(sizeof(*tag) % 8 == 0 && alignof(Pointee<decltype(tag)>) <= 8, "attributes pack in 8-byte steps");
+    static_assert(sizeof(*tag) % 8 == 0 && alignof(AttributeOf<decltype(tag)>) <= 8, "attributes pack in 8-byte steps");
     size = sizeof(*tag);
   });
   return size;
@@ -301,7 +264,7 @@ size_t AttributeBase::sizeOf(ValueType type) {
 
 AttributeBase* AttributeBase::createAt(void* place, const std::string* n, ValueType type) {
   AttributeBase* created = nullptr;
-  withAttributeType(type, [&](auto* tag) { created = new (place) Pointee<decltype(tag)>(n); });
+  withAttributeType(type, [&](auto* tag) { created = new (place) AttributeOf<decltype(tag)>(n); });
   return created;
 }
 

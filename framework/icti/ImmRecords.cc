@@ -91,37 +91,15 @@ void readValues(Attribute<T>& attribute, const SaImmAttrValuesT_2& record) {
   }
 }
 
-// The Attribute<T> seen through `Base`, const when `Base` is.
-template <typename Base, typename T>
-using Typed = std::conditional_t<std::is_const_v<Base>, const Attribute<T>, Attribute<T>>;
-
-// Calls `visit` with the attribute as the Attribute<T> of its type.
+// Calls `visit` with the attribute as the Attribute<T> of its type, const
+// when `Base` is.
 template <typename Base, typename Visit>
 void visitTyped(Base& attribute, Visit visit) {
-  switch (attribute.getType()) {
-    case ValueType::kInt32:
-      return visit(static_cast<Typed<Base, int>&>(attribute));
-    case ValueType::kUint32:
-      return visit(static_cast<Typed<Base, unsigned int>&>(attribute));
-    case ValueType::kInt64:
-      return visit(static_cast<Typed<Base, long long>&>(attribute));
-    case ValueType::kUint64:
-      return visit(static_cast<Typed<Base, unsigned long long>&>(attribute));
-    case ValueType::kTime:
-      return visit(static_cast<Typed<Base, Time>&>(attribute));
-    case ValueType::kName:
-      return visit(static_cast<Typed<Base, Name>&>(attribute));
-    case ValueType::kFloat:
-      return visit(static_cast<Typed<Base, float>&>(attribute));
-    case ValueType::kDouble:
-      return visit(static_cast<Typed<Base, double>&>(attribute));
-    case ValueType::kString:
-      return visit(static_cast<Typed<Base, char*>&>(attribute));
-    case ValueType::kAny:
-      return visit(static_cast<Typed<Base, Bytes>&>(attribute));
-    case ValueType::kNone:
-      return;
-  }
+  withAttributeType(attribute.getType(), [&](auto* tag) {
+    using Typed =
+        std::conditional_t<std::is_const_v<Base>, const AttributeOf<decltype(tag)>, AttributeOf<decltype(tag)>>;
+    visit(static_cast<Typed&>(attribute));
+  });
 }
 
 // The names of one read: parent names, each made once and shared by the

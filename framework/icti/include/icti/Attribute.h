@@ -252,4 +252,41 @@ extern template class Attribute<attribute_storage::Name>;
 extern template class Attribute<char*>;
 extern template class Attribute<attribute_storage::Bytes>;
 
+// Calls `visit` with a null Attribute<T>* of the type's T and gives true;
+// false, without calling it, for kNone or a code that is no value type.
+template <typename Visit>
+bool withAttributeType(ValueType type, Visit visit) {
+  using attribute_storage::Bytes;
+  using attribute_storage::Name;
+  using attribute_storage::Time;
+  switch (type) {
+    case ValueType::kInt32:
+      return visit(static_cast<Attribute<int>*>(nullptr)), true;
+    case ValueType::kUint32:
+      return visit(static_cast<Attribute<unsigned int>*>(nullptr)), true;
+    case ValueType::kInt64:
+      return visit(static_cast<Attribute<long long>*>(nullptr)), true;
+    case ValueType::kUint64:
+      return visit(static_cast<Attribute<unsigned long long>*>(nullptr)), true;
+    case ValueType::kTime:
+      return visit(static_cast<Attribute<Time>*>(nullptr)), true;
+    case ValueType::kFloat:
+      return visit(static_cast<Attribute<float>*>(nullptr)), true;
+    case ValueType::kName:
+      return visit(static_cast<Attribute<Name>*>(nullptr)), true;
+    case ValueType::kDouble:
+      return visit(static_cast<Attribute<double>*>(nullptr)), true;
+    case ValueType::kString:
+      return visit(static_cast<Attribute<char*>*>(nullptr)), true;
+    case ValueType::kAny:
+      return visit(static_cast<Attribute<Bytes>*>(nullptr)), true;
+    default:
+      return false;
+  }
+}
+
+// The attribute class a withAttributeType tag points to.
+template <typename Tag>
+using AttributeOf = std::remove_pointer_t<Tag>;
+
 #endif
