@@ -253,18 +253,12 @@ std::unique_ptr<AttributeBase> AttributeBase::create(const std::string* n, Value
   return created;
 }
 
-size_t AttributeBase::sizeOf(ValueType type) {
-  size_t size = 0;
-  withAttributeType(type, [&size](auto* tag) {
-    static_assert(sizeof(*tag) % 8 == 0 && alignof(AttributeOf<decltype(tag)>) <= 8, "attributes pack in 8-byte steps");
-    size = sizeof(*tag);
-  });
-  return size;
-}
-
 AttributeBase* AttributeBase::createAt(void* place, const std::string* n, ValueType type) {
   AttributeBase* created = nullptr;
-  withAttributeType(type, [&](auto* tag) { created = new (place) AttributeOf<decltype(tag)>(n); });
+  withAttributeType(type, [&](auto* tag) {
+    static_assert(sizeof(*tag) <= kMaxSize && alignof(AttributeOf<decltype(tag)>) <= 8, "attributes fit kMaxSize");
+    created = new (place) AttributeOf<decltype(tag)>(n);
+  });
   return created;
 }
 

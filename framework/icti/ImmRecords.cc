@@ -9,6 +9,7 @@
 #include "icti/Attribute.h"
 #include "icti/AttributeName.h"
 #include "icti/InstanceGroup.h"
+#include "icti/PackedAttributes.h"
 #include "icti/ValueType.h"
 
 namespace {
@@ -106,9 +107,21 @@ void visitTyped(Base& attribute, Visit visit) {
 // instances below it, and attribute names (AttributeName's). A node's
 // records may share one copy of a name too: a name is looked up by its
 // address first, and its text is only hashed the first time an address is
-// seen.
+// seen. The layout of the last instance's attributes is kept too: the
+// instances of a class are mostly read with the same attributes.
 class ReadNames {
  public:
+  // The layout of the record's attributes, or null when they cannot be
+  // packed.
+  const PackedAttributes::Layout* layoutOf(const SafcImmCtInstanceT& record) {
+    order_.clear();
+    for (size_t i = 0; record.attrValues != nullptr && record.attrValues[i] != nullptr; ++i) {
+      const SaImmAttrValuesT_2& attribute = *record.attrValues[i];
+      order_.emplace_back(attributeName(attribute.attrName), static_cast<ValueType>(attribute.attrValueType));
+    }
+    if (layout_ == nullptr || layout_->order() != order_) layout_ = PackedAttributes::Layout::of(order_);
+    return layout_;
+  }
   const std::string* attributeName(const char* text) {
     const std::string*& name = attributeNames_[text];
     if (name == nullptr) name = AttributeName::of(text != nullptr ? text : "");
@@ -130,6 +143,8 @@ class ReadNames {
   std::unordered_map<const char*, const std::string*> attributeNames_;
   std::unordered_map<const SaNameT*, SharedName> parentNames_;
   std::unordered_map<std::string, SharedName> byText_;
+  std::vector<PackedAttributes::Layout::Read> order_;
+  const PackedAttributes::Layout* layout_ = nullptr;
 };
 
 std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const SharedName& className,
@@ -139,19 +154,25 @@ std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const S
   if (record.parentName != nullptr) parentName = names->parentName(*record.parentName);
   auto instance = std::make_unique<Instance>(className, std::move(parentName));
   readOrder.clear();
-  size_t count = 0;
-  size_t bytes = 0;
-  for (; record.attrValues != nullptr && record.attrValues[count] != nullptr; ++count) {
-    bytes += AttributeBase::sizeOf(static_cast<ValueType>(record.attrValues[count]->attrValueType));
-  }
-  instance->reserveAttributes(count, bytes);
-  for (size_t i = 0; i < count; ++i) {
-    const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
-    AttributeBase* attribute = instance->addReadAttribute(names->attributeName(attributeRecord.attrName),
-                                                          static_cast<ValueType>(attributeRecord.attrValueType));
-    if (attribute == nullptr) continue;
-    visitTyped(*attribute, [&attributeRecord](auto& typed) { readValues(typed, attributeRecord); });
-    readOrder.push_back(attribute);
+  if (const PackedAttributes::Layout* layout = names->layoutOf(record)) {
+    PackedAttributes& packed = instance->readPacked(*layout);
+    for (size_t i = 0; i < layout->order().size(); ++i) {
+      const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
+      packed.lend(layout->slotRead(i), [&attributeRecord](AttributeBase& attribute) {
+        visitTyped(attribute, [&attributeRecord](auto& typed) { readValues(typed, attributeRecord); });
+      });
+    }
+  } else {
+    // Attributes that cannot be packed are read one by one, and the
+    // instance reports what it refuses.
+    for (size_t i = 0; record.attrValues != nullptr && record.attrValues[i] != nullptr; ++i) {
+      const SaImmAttrValuesT_2& attributeRecord = *record.attrValues[i];
+      AttributeBase* attribute = instance->addReadAttribute(names->attributeName(attributeRecord.attrName),
+                                                            static_cast<ValueType>(attributeRecord.attrValueType));
+      if (attribute == nullptr) continue;
+      visitTyped(*attribute, [&attributeRecord](auto& typed) { readValues(typed, attributeRecord); });
+      readOrder.push_back(attribute);
+    }
   }
   instance->nameByAttributes(readOrder, rdnAttribute);
   return instance;
@@ -164,46 +185,86 @@ size_t attributeRecordSize(uint32_t count) {
   return sizeof(SaImmAttrValuesT_2) + (count + 1) * sizeof(SaImmAttrValueT);
 }
 
+// One attribute on its way to the node: an attribute object, or a slot of
+// an instance's packed attributes. Neither is one of another implementation
+// than the model's.
+struct Outgoing {
+  const AttributeBase* object;
+  PackedAttributes* packed;
+  size_t slot;
+
+  bool known() const { return object != nullptr || packed != nullptr; }
+  const char* name() const { return object != nullptr ? object->name() : packed->layout().name(slot)->c_str(); }
+  ValueType type() const { return object != nullptr ? object->getType() : packed->layout().type(slot); }
+  // Calls `visit(name, type, values)` with the values as they are kept.
+  template <typename Visit>
+  void withValues(Visit visit) const {
+    if (object != nullptr) {
+      visitTyped(*object, [&visit](const auto& typed) { visit(typed.name(), typed.getType(), typed.values()); });
+      return;
+    }
+    withAttributeType(type(), [&](auto* tag) {
+      using Value = typename AttributeOf<decltype(tag)>::Value;
+      visit(name(), type(), packed->values<Value>(slot));
+    });
+  }
+  uint32_t count() const {
+    uint32_t count = 0;
+    withValues([&count](const char*, ValueType, const auto& values) { count = values.size(); });
+    return count;
+  }
+  void traceWrite() const {
+    if (object != nullptr) {
+      object->traceWrite();
+    } else {
+      packed->lend(slot, [](AttributeBase& attribute) { attribute.traceWrite(); });
+    }
+  }
+};
+
 // Fills the record at `record`, which has room for the value pointers after
 // it: the record lends the attribute's name and values; name values, which
 // the model keeps in another layout, point to shared name records.
-template <typename T>
-void fillAttributeRecord(const Attribute<T>& attribute, SaImmAttrValuesT_2* record, NameRecords* names) {
-  const auto& values = attribute.values();
-  const uint32_t count = values.size();
-  auto* pointers = reinterpret_cast<SaImmAttrValueT*>(record + 1);
-  record->attrName = const_cast<char*>(attribute.name());
-  record->attrValueType = static_cast<SaImmValueTypeT>(attribute.getType());
-  record->attrValuesNumber = count;
+void fillAttributeRecord(const Outgoing& attribute, SaImmAttrValuesT_2* record, NameRecords* names) {
   attribute.traceWrite();
-  for (uint32_t i = 0; i < count; ++i) {
-    if constexpr (std::is_same_v<T, Name>) {
-      pointers[i] = const_cast<SaNameT*>(nameRecord(values[i].text, values[i].length, names));
-    } else {
-      pointers[i] = const_cast<void*>(static_cast<const void*>(&values[i]));
+  attribute.withValues([record, names](const char* name, ValueType type, const auto& values) {
+    using Value = std::remove_const_t<std::remove_reference_t<decltype(values[0])>>;
+    const uint32_t count = values.size();
+    auto* pointers = reinterpret_cast<SaImmAttrValueT*>(record + 1);
+    record->attrName = const_cast<char*>(name);
+    record->attrValueType = static_cast<SaImmValueTypeT>(type);
+    record->attrValuesNumber = count;
+    for (uint32_t i = 0; i < count; ++i) {
+      if constexpr (std::is_same_v<Value, Name>) {
+        pointers[i] = const_cast<SaNameT*>(nameRecord(values[i].text, values[i].length, names));
+      } else {
+        pointers[i] = const_cast<void*>(static_cast<const void*>(&values[i]));
+      }
     }
-  }
-  pointers[count] = nullptr;
-  record->attrValues = pointers;
+    pointers[count] = nullptr;
+    record->attrValues = pointers;
+  });
 }
 
 // The attributes of `instance` in name order, into `attributes`; one of
-// another implementation than the model's is a null entry.
-void modelAttributes(const InstanceIf& instance, std::vector<const AttributeBase*>* attributes) {
+// another implementation than the model's is not known().
+void modelAttributes(const InstanceIf& instance, std::vector<Outgoing>* attributes) {
   attributes->clear();
   if (const auto* model = dynamic_cast<const Instance*>(&instance)) {
-    attributes->assign(model->attributes().begin(), model->attributes().end());
+    model->forEachAttribute(
+        [attributes](const AttributeBase& object) { attributes->push_back({&object, nullptr, 0}); },
+        [attributes](PackedAttributes& packed, size_t slot) { attributes->push_back({nullptr, &packed, slot}); });
     return;
   }
   for (const auto& named : instance.getAttributes()) {
-    attributes->push_back(dynamic_cast<const AttributeBase*>(named.second));
+    attributes->push_back({dynamic_cast<const AttributeBase*>(named.second), nullptr, 0});
   }
 }
 
-void logNoRoom(const AttributeBase& attribute) {
+void logNoRoom(const Outgoing& attribute) {
   TAV_LOG(ERROR,
-          attribute.getType() == ValueType::kAny ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
-                                                 : "Failed to malloc values pointer field for attribute %s",
+          attribute.type() == ValueType::kAny ? "Failed to malloc values pointer field for SA_ANY_T attribute %s"
+                                              : "Failed to malloc values pointer field for attribute %s",
           attribute.name());
 }
 
@@ -211,18 +272,17 @@ void logNoRoom(const AttributeBase& attribute) {
 // attribute pointers, then each attribute's record with its value pointers.
 // Null when an attribute is none of the model's or memory ran out.
 // `attributes` is scratch space.
-SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* names,
-                                   std::vector<const AttributeBase*>* attributes) {
+SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* names, std::vector<Outgoing>* attributes) {
   static_assert(sizeof(SafcImmCtInstanceT) % alignof(SaImmAttrValuesT_2*) == 0, "pointers follow the record aligned");
   modelAttributes(instance, attributes);
   size_t size = sizeof(SafcImmCtInstanceT) + (attributes->size() + 1) * sizeof(SaImmAttrValuesT_2*);
-  for (const AttributeBase* attribute : *attributes) {
-    if (attribute == nullptr) return nullptr;
-    size += attributeRecordSize(attribute->getNumberOfValues());
+  for (const Outgoing& attribute : *attributes) {
+    if (!attribute.known()) return nullptr;
+    size += attributeRecordSize(attribute.count());
   }
   auto* record = static_cast<SafcImmCtInstanceT*>(std::calloc(1, size));
   if (record == nullptr) {
-    if (!attributes->empty()) logNoRoom(*attributes->front());
+    if (!attributes->empty()) logNoRoom(attributes->front());
     return nullptr;
   }
   record->attrValues = reinterpret_cast<SaImmAttrValuesT_2**>(record + 1);
@@ -235,8 +295,7 @@ SafcImmCtInstanceT* instanceRecord(const InstanceIf& instance, NameRecords* name
   auto* next = reinterpret_cast<unsigned char*>(record->attrValues + attributes->size() + 1);
   for (size_t i = 0; i < attributes->size(); ++i) {
     auto* attributeRecord = reinterpret_cast<SaImmAttrValuesT_2*>(next);
-    visitTyped(*(*attributes)[i],
-               [attributeRecord, names](const auto& typed) { fillAttributeRecord(typed, attributeRecord, names); });
+    fillAttributeRecord((*attributes)[i], attributeRecord, names);
     record->attrValues[i] = attributeRecord;
     next += attributeRecordSize(attributeRecord->attrValuesNumber);
   }
@@ -261,7 +320,7 @@ SafcImmCtInstanceGroupT* groupRecord(const InstanceGroup& group, NameRecords* na
     std::free(record);
     return nullptr;
   }
-  std::vector<const AttributeBase*> attributes;
+  std::vector<Outgoing> attributes;
   for (size_t i = 0; i < instances.size(); ++i) {
     record->instances[i] = instanceRecord(*instances[i], names, &attributes);
     if (record->instances[i] == nullptr) {

@@ -16,27 +16,9 @@ constexpr ValueType kStringType = ValueType::kString;
 
 }  // namespace
 
-// `size` bytes of attributes follow the head, `used` of them taken.
-struct Instance::AttributeBlock {
-  uint32_t size;
-  uint32_t used;
-
-  unsigned char* attributes() { return reinterpret_cast<unsigned char*>(this + 1); }
-  bool holds(const AttributeBase* attribute) {
-    const auto* at = reinterpret_cast<const unsigned char*>(attribute);
-    return at >= attributes() && at < attributes() + size;
-  }
-};
-
-void Instance::FreeBlock::operator()(AttributeBlock* block) const { ::operator delete(block); }
-
-void Instance::reserveAttributes(size_t count, size_t bytes) {
-  static_assert(sizeof(AttributeBlock) % 8 == 0, "attributes in the block are 8-byte aligned");
-  attributes_.reserve(count);
-  if (block_ || bytes == 0 || bytes > UINT32_MAX) return;
-  block_.reset(static_cast<AttributeBlock*>(::operator new(sizeof(AttributeBlock) + bytes)));
-  block_->size = static_cast<uint32_t>(bytes);
-  block_->used = 0;
+PackedAttributes& Instance::readPacked(const PackedAttributes::Layout& layout) {
+  packed_ = PackedAttributes::make(layout);
+  return *packed_;
 }
 
 std::string Instance::moClassRdnAttribute(const std::string& className) {
@@ -71,15 +53,25 @@ void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, co
   bool moClassRdnFound = false;
   bool structClassRdnFound = false;
   bool rdnFoundInToState = false;
-  for (AttributeBase* attribute : readOrder) {
-    const std::string name = attribute->name();
-    const bool isString = attribute->getType() == kStringType;
-    const bool isText = isString || attribute->getType() == ValueType::kName;
+  const size_t count = packed_ ? packed_->layout().order().size() : readOrder.size();
+  for (size_t i = 0; i < count; ++i) {
+    const size_t slot = packed_ ? packed_->layout().slotRead(i) : 0;
+    const std::string name = packed_ ? *packed_->layout().name(slot) : std::string(readOrder[i]->name());
+    const ValueType type = packed_ ? packed_->layout().type(slot) : readOrder[i]->getType();
+    const bool isString = type == kStringType;
+    const bool isText = isString || type == ValueType::kName;
     rdnFoundInToState = !rdnAttribute.empty() && name == rdnAttribute && isText;
     moClassRdnFound = !rdnFoundInToState && name == moClassRdn;
     structClassRdnFound = !rdnFoundInToState && !moClassRdnFound && name == "id" && isString;
     if (rdnFoundInToState || moClassRdnFound || structClassRdnFound) {
-      rdn_ = DistinguishedName::rdnOf(name, attribute->readValueAtIndex(0).value_or(""));
+      std::string value;
+      auto firstValue = [&value](AttributeBase& attribute) { value = attribute.readValueAtIndex(0).value_or(""); };
+      if (packed_) {
+        packed_->lend(slot, firstValue);
+      } else {
+        firstValue(*readOrder[i]);
+      }
+      rdn_ = DistinguishedName::rdnOf(name, value);
       if (!rdn_.empty()) break;
     }
   }
@@ -105,22 +97,30 @@ Instance::Instance(const std::string& parentName, const std::string& rdnAttribut
 }
 
 Instance::~Instance() {
-  for (AttributeBase* attribute : attributes_) destroy(attribute);
+  for (AttributeBase* attribute : attributes_) delete attribute;
 }
 
 bool Instance::eraseAttribute(const std::string& name) {
+  const size_t slot = packed_ ? packed_->find(name.c_str()) : 0;
+  if (packed_ && slot < packed_->layout().size()) {
+    TAV_TRACE(INFO, "Erase attribute %s", name.c_str());
+    packed_->erase(slot);
+    dropEmptyPacked();
+    return true;
+  }
   auto it = position(name.c_str());
   if (it == attributes_.end() || name != (*it)->name()) {
     TAV_LOG(INFO_ABN, "Tried to remove non-existing Attribute %s", name.c_str());
     return false;
   }
   TAV_TRACE(INFO, "Erase attribute %s", name.c_str());
-  destroy(*it);
+  delete *it;
   attributes_.erase(it);
   return true;
 }
 
 std::vector<std::pair<std::string, AttributeInternalIf*>> Instance::getAttributes() const {
+  unpackAll();
   std::vector<std::pair<std::string, AttributeInternalIf*>> result;
   result.reserve(attributes_.size());
   for (AttributeBase* attribute : attributes_) result.emplace_back(attribute->name(), attribute);
@@ -142,7 +142,7 @@ bool Instance::add(const std::string* name, ValueType type, AttributeBase** adde
     TAV_LOG(INFO_ABN, "Instance: %s already has attribute with name: %s", getLdn().c_str(), name->c_str());
     return true;
   }
-  AttributeBase* attribute = make(name, type);
+  AttributeBase* attribute = AttributeBase::create(name, type).release();
   if (attribute == nullptr) {
     TAV_LOG(ERROR, "Unable to create attribute %s", name->c_str());
     return false;
@@ -171,7 +171,7 @@ bool Instance::setRdn(const std::string& rdn) {
     attributes_.erase(position(oldName.c_str()));
     if (AttributeBase* displaced = find(newName)) {
       attributes_.erase(position(displaced->name()));
-      destroy(displaced);
+      delete displaced;
     }
     attribute->setName(newName.c_str());
     insert(attribute);
@@ -207,30 +207,31 @@ Instance::Attributes::const_iterator Instance::position(const char* name) const 
 
 AttributeBase* Instance::find(const std::string& name) const {
   auto it = position(name.c_str());
-  return it != attributes_.end() && name == (*it)->name() ? *it : nullptr;
+  if (it != attributes_.end() && name == (*it)->name()) return *it;
+  const size_t slot = packed_ ? packed_->find(name.c_str()) : 0;
+  if (!packed_ || slot == packed_->layout().size()) return nullptr;
+  AttributeBase* taken = packed_->take(slot).release();
+  insert(taken);
+  dropEmptyPacked();
+  return taken;
 }
 
-AttributeBase* Instance::make(const std::string* name, ValueType type) {
-  const size_t size = AttributeBase::sizeOf(type);
-  if (block_ && size != 0 && block_->size - block_->used >= size) {
-    AttributeBase* attribute = AttributeBase::createAt(block_->attributes() + block_->used, name, type);
-    block_->used += static_cast<uint32_t>(size);
-    return attribute;
-  }
-  return AttributeBase::create(name, type).release();
-}
-
-void Instance::insert(AttributeBase* attribute) {
+void Instance::insert(AttributeBase* attribute) const {
   auto at = position(attribute->name());
   attributes_.insert(at, attribute);
 }
 
-void Instance::destroy(AttributeBase* attribute) {
-  if (block_ && block_->holds(attribute)) {
-    attribute->~AttributeBase();
-  } else {
-    delete attribute;
+void Instance::unpackAll() const {
+  if (!packed_) return;
+  attributes_.reserve(attributes_.size() + packed_->liveCount());
+  for (size_t slot = 0; slot < packed_->layout().size(); ++slot) {
+    if (packed_->live(slot)) insert(packed_->take(slot).release());
   }
+  packed_.reset();
+}
+
+void Instance::dropEmptyPacked() const {
+  if (packed_->liveCount() == 0) packed_.reset();
 }
 
 void Instance::tellOwner() {

@@ -86,35 +86,56 @@ TEST(InstanceTest, AttributesAreKeptOncePerNameInByteWiseOrderUntilErased) {
 }
 
 // That the group learns of a rename is checked with the group (InstanceGroupIndexTest).
-// The reader's attributes share one block; erasing, displacing and adding
-// must treat them as any other (the sanitizer builds see a wrong release).
-TEST(InstanceTest, AttributesReadIntoOneBlockAreErasedDisplacedAndJoinedLikeOthers) {
+// Packed attributes leave the block when asked for, erased or displaced;
+// every way must give the same attributes as objects would (the sanitizer
+// builds see a wrong release).
+TEST(InstanceTest, PackedAttributesAreErasedDisplacedAndJoinedLikeOthers) {
+  const std::vector<PackedAttributes::Layout::Read> read = {{AttributeName::of("fooId"), ValueType::kString},
+                                                            {AttributeName::of("ref"), ValueType::kName},
+                                                            {AttributeName::of("n"), ValueType::kInt32},
+                                                            {AttributeName::of("label"), ValueType::kString},
+                                                            {AttributeName::of("many"), ValueType::kUint64}};
+  const PackedAttributes::Layout* layout = PackedAttributes::Layout::of(read);
+  ASSERT_NE(nullptr, layout);
+  EXPECT_EQ(layout, PackedAttributes::Layout::of(read));
   Instance instance(std::make_shared<const std::string>("Foo"), std::make_shared<const std::string>("Top=1"));
-  const std::pair<const char*, ValueType> read[] = {{"fooId", ValueType::kString},
-                                                    {"ref", ValueType::kName},
-                                                    {"n", ValueType::kInt32},
-                                                    {"label", ValueType::kString}};
-  size_t bytes = 0;
-  for (const auto& [name, type] : read) bytes += AttributeBase::sizeOf(type);
-  instance.reserveAttributes(std::size(read), bytes);
-  std::vector<AttributeBase*> readOrder;
-  for (const auto& [name, type] : read) {
-    readOrder.push_back(instance.addReadAttribute(AttributeName::of(name), type));
-    ASSERT_TRUE(readOrder.back()->addCopy(type == ValueType::kInt32 ? "5" : name));
+  PackedAttributes& packed = instance.readPacked(*layout);
+  for (size_t i = 0; i < read.size(); ++i) {
+    packed.lend(layout->slotRead(i), [&read, i](AttributeBase& attribute) {
+      const bool number = read[i].second == ValueType::kInt32 || read[i].second == ValueType::kUint64;
+      ASSERT_TRUE(attribute.addCopy(number ? "5" : read[i].first->c_str()));
+      if (read[i].second == ValueType::kUint64) {
+        ASSERT_TRUE(attribute.addCopy("6"));
+      }
+    });
   }
-  instance.nameByAttributes(readOrder, "");
+  instance.nameByAttributes({}, "");
   EXPECT_EQ("fooId=fooId,Top=1", instance.getLdn());
 
   EXPECT_TRUE(instance.eraseAttribute("label"));
+  EXPECT_FALSE(instance.eraseAttribute("label"));
   ASSERT_TRUE(instance.setRdn("ref=x"));
   AttributeInternalIf* added = nullptr;
   ASSERT_TRUE(instance.addAttribute("z", ValueType::kString, &added));
   ASSERT_TRUE(added->addCopy("zz"));
-  EXPECT_EQ((std::vector<std::string>{"n", "ref", "z"}), attributeNames(instance));
+  EXPECT_EQ(2u, instance.getAttribute("many")->getNumberOfValues());
+  EXPECT_EQ((std::vector<std::string>{"many", "n", "ref", "z"}), attributeNames(instance));
   EXPECT_EQ(ValueType::kString, instance.getAttribute("ref")->getType());
   for (const auto& [name, value] : {std::pair<const char*, const char*>{"n", "5"}, {"ref", "x"}, {"z", "zz"}}) {
     EXPECT_EQ(value, instance.getAttribute(name)->readValueAtIndex(0).value_or("")) << name;
   }
+}
+
+// Attributes that share a name or have no value type are read one by one.
+TEST(InstanceTest, OnlyDistinctlyNamedValueTypesPack) {
+  const std::string* a = AttributeName::of("a");
+  const std::string* b = AttributeName::of("b");
+  EXPECT_EQ(nullptr, PackedAttributes::Layout::of({{a, ValueType::kInt32}, {b, ValueType::kInt32}, {a, ValueType::kString}}));
+  EXPECT_EQ(nullptr, PackedAttributes::Layout::of({{a, ValueType::kInt32}, {b, static_cast<ValueType>(11)}}));
+  const PackedAttributes::Layout* layout = PackedAttributes::Layout::of({{b, ValueType::kInt32}, {a, ValueType::kName}});
+  ASSERT_NE(nullptr, layout);
+  EXPECT_EQ(a, layout->name(0));
+  EXPECT_EQ(1u, layout->slotRead(0));
 }
 
 TEST(InstanceTest, SetRdnRenamesTheAttribute) {

@@ -32,6 +32,7 @@
 #include <optional>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "icti/AttributeInternalIf.h"
@@ -52,11 +53,10 @@ class AttributeBase : public AttributeInternalIf {
   static std::unique_ptr<AttributeBase> create(const std::string& name, ValueType type);
   // `name` is AttributeName's copy.
   static std::unique_ptr<AttributeBase> create(const std::string* name, ValueType type);
-  // The bytes an attribute of the type takes (a multiple of 8), or 0 when
-  // create() would give null.
-  static size_t sizeOf(ValueType type);
-  // create() in place, at `place`: sizeOf(type) bytes aligned to 8. The
-  // caller ends the attribute with its destructor.
+  // The most bytes an attribute of any type takes.
+  static constexpr size_t kMaxSize = 48;
+  // create() in place, at `place`: kMaxSize bytes aligned to 8. The caller
+  // ends the attribute with its destructor.
   static AttributeBase* createAt(void* place, const std::string* name, ValueType type);
 
   ~AttributeBase() override;
@@ -109,7 +109,7 @@ class ValueList {
  public:
   ValueList() {}
   ~ValueList() {
-    if (capacity_ > 1) std::free(many_);
+    if (capacity_ > 1) std::free(held_.many);
   }
   ValueList(const ValueList&) = delete;
   ValueList& operator=(const ValueList&) = delete;
@@ -129,6 +129,12 @@ class ValueList {
     values[position] = value;
     ++size_;
   }
+  // Exchanges the values of two lists of the same type.
+  void swap(ValueList& other) {
+    std::swap(held_, other.held_);
+    std::swap(size_, other.size_);
+    std::swap(capacity_, other.capacity_);
+  }
   void erase(uint32_t position) {
     V* values = data();
     std::memmove(values + position, values + position + 1, (size_ - position - 1) * sizeof(V));
@@ -136,24 +142,25 @@ class ValueList {
   }
 
  private:
-  V* data() { return capacity_ > 1 ? many_ : &one_; }
-  const V* data() const { return capacity_ > 1 ? many_ : &one_; }
+  V* data() { return capacity_ > 1 ? held_.many : &held_.one; }
+  const V* data() const { return capacity_ > 1 ? held_.many : &held_.one; }
   void reserve(uint32_t wanted) {
     if (wanted <= capacity_) return;
     uint32_t capacity = std::max(wanted, capacity_ * 2);
     auto* grown = static_cast<V*>(std::malloc(capacity * sizeof(V)));
     if (grown == nullptr) throw std::bad_alloc();
     std::memcpy(grown, data(), size_ * sizeof(V));
-    if (capacity_ > 1) std::free(many_);
-    many_ = grown;
+    if (capacity_ > 1) std::free(held_.many);
+    held_.many = grown;
     capacity_ = capacity;
   }
 
   static_assert(std::is_trivially_copyable_v<V>, "values are moved with memmove");
-  union {
-    V one_;
-    V* many_;
+  union Held {
+    V one;
+    V* many;
   };
+  Held held_;
   uint32_t size_ = 0;
   uint32_t capacity_ = 1;
 };
@@ -213,6 +220,9 @@ class Attribute : public AttributeBase {
 
   // The values in index order, for the write records that borrow them.
   const attribute_storage::ValueList<Value>& values() const { return values_; }
+  // Exchanges the values with a list kept elsewhere: PackedAttributes keeps
+  // read values without an attribute object and lends them to one.
+  void swapValues(attribute_storage::ValueList<Value>& other) { values_.swap(other); }
   // Appends a copy of a value read from the node, the `position`th of what
   // was read. A name's text must be terminated; a null string reads as "".
   void appendRead(const Value& value, uint32_t position);

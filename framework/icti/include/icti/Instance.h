@@ -10,6 +10,7 @@
 #ifndef VOSK_ICTI_INSTANCE_H
 #define VOSK_ICTI_INSTANCE_H
 
+#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>
@@ -17,6 +18,7 @@
 
 #include "icti/Attribute.h"
 #include "icti/InstanceIf.h"
+#include "icti/PackedAttributes.h"
 #include "icti/ValueType.h"
 
 // The owner's own bookkeeping for one instance, opaque to the instance.
@@ -37,9 +39,10 @@ class Instance : public InstanceIf {
   };
 
   // An instance of the old model being read, below `parentName` (null when
-  // it has none), still without attributes: the reader adds them with
-  // addReadAttribute and then names the instance with nameByAttributes. The
-  // names are shared with the other instances read together.
+  // it has none), still without attributes: the reader gives it its
+  // attributes either packed (readPacked) or one by one (addReadAttribute)
+  // and then names it with nameByAttributes. The names are shared with the
+  // other instances read together.
   Instance(SharedName className, SharedName parentName);
   // A new instance "<rdnAttribute>=<rdnId>" below `parentName`, with its RDN
   // attribute of type `rdnType` holding the naming value of that RDN
@@ -54,6 +57,8 @@ class Instance : public InstanceIf {
 
   bool eraseAttribute(const std::string& name) override;
   std::string getParentName() const override { return parentName(); }
+  // Attributes asked for leave the packed storage (PackedAttributes): this
+  // changes no answer, only how the instance keeps them.
   std::vector<std::pair<std::string, AttributeInternalIf*>> getAttributes() const override;
   AttributeInternalIf* getAttribute(const std::string& name) const override;
   // An existing name is logged and left in place; the result is then true
@@ -63,12 +68,12 @@ class Instance : public InstanceIf {
   // new attribute, or null when the name exists already or the type is none
   // (both logged).
   AttributeBase* addReadAttribute(const std::string* name, ValueType type);
-  // Makes room for `count` attributes that take `bytes` together
-  // (AttributeBase::sizeOf), so that a reader adding them allocates twice,
-  // not once per attribute. Only before the first addReadAttribute.
-  void reserveAttributes(size_t count, size_t bytes);
-  // Takes the RDN from the attributes read, given in the order they were
-  // read. `rdnAttribute` is the class's RDN attribute in the target model,
+  // Gives a new read instance the attributes of `layout`, empty, for the
+  // reader to fill (PackedAttributes::lend). Only before any other
+  // attribute is added.
+  PackedAttributes& readPacked(const PackedAttributes::Layout& layout);
+  // Takes the RDN from the attributes read: the packed ones in the order
+  // they were read, or else `readOrder`. `rdnAttribute` is the class's RDN attribute in the target model,
   // when known: a string or name attribute of that name carries the RDN.
   // Otherwise the RDN is the attribute named after the class ("Foo" gives
   // "fooId"), or a string attribute "id" for a struct. The first match wins.
@@ -90,7 +95,11 @@ class Instance : public InstanceIf {
   const std::string& rdn() const { return rdn_; }
   const std::string& parentName() const { return parentName_ ? *parentName_ : none(); }
   const std::string& className() const { return *className_; }
-  const Attributes& attributes() const { return attributes_; }
+  // Visits every attribute in name order without taking any out of the
+  // packed storage: `object(AttributeBase&)` for one kept as an object,
+  // `packed(PackedAttributes&, slot)` for one still packed.
+  template <typename Object, typename Packed>
+  void forEachAttribute(Object object, Packed packed) const;
   // True when getLdn() would equal `ldn`, without building it.
   bool hasLdn(const std::string& ldn) const;
 
@@ -100,33 +109,47 @@ class Instance : public InstanceIf {
   InstanceGroupMember* membership() const { return membership_; }
 
  private:
-  // The storage of the attributes read with the instance; see
-  // reserveAttributes.
-  struct AttributeBlock;
-  struct FreeBlock {
-    void operator()(AttributeBlock* block) const;
-  };
-
   // Position of the attribute named `name`, or where it would go.
   Attributes::const_iterator position(const char* name) const;
   AttributeBase* find(const std::string& name) const;
   // addAttribute's work; `added` is null when nothing was added.
   bool add(const std::string* name, ValueType type, AttributeBase** added);
-  // A new attribute, in the block when it has room.
-  AttributeBase* make(const std::string* name, ValueType type);
-  void insert(AttributeBase* attribute);
-  // Ends an attribute the instance owns.
-  void destroy(AttributeBase* attribute);
+  void insert(AttributeBase* attribute) const;
+  // Takes every packed attribute out as an object.
+  void unpackAll() const;
+  // Drops the packed storage once no attribute is left in it.
+  void dropEmptyPacked() const;
   void tellOwner();
   static const std::string& none();
 
-  Attributes attributes_;  // owned
-  std::unique_ptr<AttributeBlock, FreeBlock> block_;
+  // The attributes kept as objects, owned, and those still packed; a name
+  // is in one of them at most. Both change when an attribute is asked for.
+  mutable Attributes attributes_;
+  mutable PackedAttributes::Ptr packed_;
   SharedName parentName_;  // null: no parent
   std::string rdn_;
   SharedName className_;
   Owner* owner_ = nullptr;
   InstanceGroupMember* membership_ = nullptr;
 };
+
+template <typename Object, typename Packed>
+void Instance::forEachAttribute(Object object, Packed packed) const {
+  const size_t slots = packed_ ? packed_->layout().size() : 0;
+  size_t slot = 0;
+  auto objectAt = attributes_.begin();
+  for (;;) {
+    while (slot < slots && !packed_->live(slot)) ++slot;
+    const bool packedLeft = slot < slots;
+    if (objectAt != attributes_.end() &&
+        (!packedLeft || std::strcmp((*objectAt)->name(), packed_->layout().name(slot)->c_str()) < 0)) {
+      object(static_cast<AttributeBase&>(**objectAt++));
+    } else if (packedLeft) {
+      packed(*packed_, slot++);
+    } else {
+      return;
+    }
+  }
+}
 
 #endif
