@@ -20,6 +20,7 @@ struct InstanceGroupMember {
   InstanceGroupMember* nextSibling = nullptr;
   InstanceGroup::ParentEntry* parent = nullptr;
   uint64_t ldnHash = 0;
+  InstanceGroupMember* sameBucket = nullptr;  // next in its index bucket
 };
 
 namespace {
@@ -87,7 +88,7 @@ InstanceGroup::InstanceGroup(const std::string& immClassName, const std::string&
       rdnAttribute_(rdnAttribute) {
   TAV_LOG(TRACE1, "InstanceGroup::InstanceGroup(SafcImmCtInstanceGroupT *, string)");
   TAV_LOG(INFO, "Creating instance group %s", className_.c_str());
-  byLdn_.reserve(expected);
+  reserveIndex(expected);
 }
 
 void InstanceGroup::appendRead(std::unique_ptr<Instance> instance) {
@@ -207,9 +208,8 @@ InstanceIf* InstanceGroup::createInstance(const std::string& parentLdn, const st
 
 void InstanceGroup::append(std::unique_ptr<InstanceIf> instance) {
   auto* indexed = dynamic_cast<Instance*>(instance.get());
-  members_.push_back(
-      std::make_unique<InstanceGroupMember>(InstanceGroupMember{std::move(instance), indexed, nextOrder_++}));
-  InstanceGroupMember* member = members_.back().get();
+  InstanceGroupMember* member = newMember();
+  *member = InstanceGroupMember{std::move(instance), indexed, nextOrder_++};
   member->previous = last_;
   (last_ != nullptr ? last_->next : first_) = member;
   last_ = member;
@@ -219,6 +219,36 @@ void InstanceGroup::append(std::unique_ptr<InstanceIf> instance) {
     index(member);
   } else {
     unindexed_.push_back(member);
+  }
+}
+
+InstanceGroupMember* InstanceGroup::newMember() {
+  constexpr size_t kFirstBlock = 16;
+  constexpr size_t kLargestBlock = 4096;
+  if (lastBlockUsed_ == lastBlockSize_) {
+    lastBlockSize_ = lastBlockSize_ == 0 ? kFirstBlock : std::min(2 * lastBlockSize_, kLargestBlock);
+    members_.push_back(std::make_unique<InstanceGroupMember[]>(lastBlockSize_));
+    lastBlockUsed_ = 0;
+  }
+  return &members_.back()[lastBlockUsed_++];
+}
+
+size_t InstanceGroup::bucketOf(uint64_t hash) const { return (hash ^ (hash >> 32)) & (byLdn_.size() - 1); }
+
+void InstanceGroup::reserveIndex(size_t count) {
+  if (count <= byLdn_.size()) return;
+  size_t size = 16;
+  while (size < count) size *= 2;
+  std::vector<InstanceGroupMember*> indexed(size, nullptr);
+  indexed.swap(byLdn_);
+  for (InstanceGroupMember* chain : indexed) {
+    while (chain != nullptr) {
+      InstanceGroupMember* member = chain;
+      chain = member->sameBucket;
+      InstanceGroupMember*& head = byLdn_[bucketOf(member->ldnHash)];
+      member->sameBucket = head;
+      head = member;
+    }
   }
 }
 
@@ -240,7 +270,11 @@ void InstanceGroup::unlink(InstanceGroupMember* member) {
 void InstanceGroup::index(InstanceGroupMember* member) {
   const Instance& instance = *member->indexed;
   member->ldnHash = ldnHash(instance);
-  byLdn_.emplace(member->ldnHash, member);
+  reserveIndex(indexedCount_ + 1);
+  InstanceGroupMember*& head = byLdn_[bucketOf(member->ldnHash)];
+  member->sameBucket = head;
+  head = member;
+  ++indexedCount_;
 
   ParentEntry& entry = *byParent_.try_emplace(instance.parentName()).first;
   Siblings& siblings = entry.second;
@@ -255,13 +289,11 @@ void InstanceGroup::index(InstanceGroupMember* member) {
 }
 
 void InstanceGroup::unindex(InstanceGroupMember* member) {
-  auto range = byLdn_.equal_range(member->ldnHash);
-  for (auto it = range.first; it != range.second; ++it) {
-    if (it->second == member) {
-      byLdn_.erase(it);
-      break;
-    }
-  }
+  InstanceGroupMember** link = &byLdn_[bucketOf(member->ldnHash)];
+  while (*link != member) link = &(*link)->sameBucket;
+  *link = member->sameBucket;
+  member->sameBucket = nullptr;
+  --indexedCount_;
   Siblings& siblings = member->parent->second;
   (member->previousSibling != nullptr ? member->previousSibling->nextSibling : siblings.first) = member->nextSibling;
   (member->nextSibling != nullptr ? member->nextSibling->previousSibling : siblings.last) = member->previousSibling;
@@ -278,10 +310,12 @@ void InstanceGroup::renamed(Instance& instance) {
 
 InstanceGroupMember* InstanceGroup::findFirst(const std::string& ldn) const {
   InstanceGroupMember* first = nullptr;
-  auto range = byLdn_.equal_range(ldnHash(ldn));
-  for (auto it = range.first; it != range.second; ++it) {
-    InstanceGroupMember* member = it->second;
-    if (member->indexed->hasLdn(ldn) && (first == nullptr || member->order < first->order)) first = member;
+  const uint64_t hash = ldnHash(ldn);
+  for (InstanceGroupMember* member = byLdn_.empty() ? nullptr : byLdn_[bucketOf(hash)]; member != nullptr;
+       member = member->sameBucket) {
+    if (member->ldnHash == hash && member->indexed->hasLdn(ldn) && (first == nullptr || member->order < first->order)) {
+      first = member;
+    }
   }
   for (InstanceGroupMember* member : unindexed_) {
     if ((first == nullptr || member->order < first->order) && member->instance->getLdn() == ldn) first = member;

@@ -86,6 +86,12 @@ class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
   using ParentEntry = std::pair<const std::string, Siblings>;
 
   void append(std::unique_ptr<InstanceIf> instance);
+  InstanceGroupMember* newMember();
+  // The index bucket that chains the members whose distinguished name has
+  // `hash`, among others.
+  size_t bucketOf(uint64_t hash) const;
+  // Makes room for `count` indexed members, rehashing when needed.
+  void reserveIndex(size_t count);
   void unlink(InstanceGroupMember* member);
   void index(InstanceGroupMember* member);
   void unindex(InstanceGroupMember* member);
@@ -100,18 +106,24 @@ class InstanceGroup : public InstanceGroupIf, private Instance::Owner {
   InstanceGroupMember* last_ = nullptr;
   unsigned int count_ = 0;
   uint64_t nextOrder_ = 0;
-  // Distinguished-name hash -> members with that hash.
-  std::unordered_multimap<uint64_t, InstanceGroupMember*> byLdn_;
+  // Members by distinguished-name hash: each bucket chains its members
+  // through them, so the index costs a pointer a member. The bucket count
+  // is a power of two, at least the number of members indexed.
+  std::vector<InstanceGroupMember*> byLdn_;
+  size_t indexedCount_ = 0;
   // Parent name -> its children in list order.
   std::unordered_map<std::string, Siblings> byParent_;
   // Members whose instance is not an Instance: searched, not indexed.
   std::vector<InstanceGroupMember*> unindexed_;
   // The member each forEachInstance walk in progress stands on.
   std::vector<InstanceGroupMember**> cursors_;
-  // Every member ever appended. Unlinked members stay until the group is
-  // destroyed: an erased instance stays alive with its member, a detached
-  // one has been released to the caller.
-  std::vector<std::unique_ptr<InstanceGroupMember>> members_;
+  // Every member ever appended, in blocks that never move, each twice the
+  // size of the one before up to a limit. Unlinked members stay until the
+  // group is destroyed: an erased instance stays alive with its member, a
+  // detached one has been released to the caller.
+  std::vector<std::unique_ptr<InstanceGroupMember[]>> members_;
+  size_t lastBlockSize_ = 0;
+  size_t lastBlockUsed_ = 0;
 };
 
 #endif
