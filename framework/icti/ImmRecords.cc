@@ -147,7 +147,7 @@ class ReadNames {
   const PackedAttributes::Layout* layout_ = nullptr;
 };
 
-std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const SharedName& className,
+std::unique_ptr<Instance> readInstance(const SafcImmCtInstanceT& record, const std::string* className,
                                        const std::string& rdnAttribute, std::vector<AttributeBase*>& readOrder,
                                        ReadNames* names) {
   SharedName parentName;
@@ -346,7 +346,7 @@ std::unique_ptr<InstanceGroup> ImmRecords::readGroup(const SafcImmCtInstanceGrou
                                                namespacePrefix, size);
   std::vector<AttributeBase*> readOrder;
   ReadNames names;
-  const SharedName className = std::make_shared<const std::string>(group->getClassName());
+  const std::string* className = AttributeName::of(group->getClassName());
   for (size_t i = 0; i < size; ++i) {
     group->appendRead(readInstance(*record.instances[i], className, rdnAttribute, readOrder, &names));
   }

@@ -27,8 +27,8 @@ std::string Instance::moClassRdnAttribute(const std::string& className) {
   return name + "Id";
 }
 
-Instance::Instance(SharedName className, SharedName parentName)
-    : parentName_(std::move(parentName)), className_(std::move(className)) {
+Instance::Instance(const std::string* className, SharedName parentName)
+    : parentName_(std::move(parentName)), className_(className) {
   TAV_TRACE(TRACE1, "Instance::instance(SafcImmCtInstanceT *, string) _className: %s", className_->c_str());
   if (parentName_) {
     TAV_TRACE(TRACE1, "Parent name %s", parentName_->c_str());
@@ -71,26 +71,26 @@ void Instance::nameByAttributes(const std::vector<AttributeBase*>& readOrder, co
       } else {
         firstValue(*readOrder[i]);
       }
-      rdn_ = DistinguishedName::rdnOf(name, value);
-      if (!rdn_.empty()) break;
+      setRdnText(DistinguishedName::rdnOf(name, value));
+      if (rdn_) break;
     }
   }
   TAV_TRACE(TRACE1,
             "RDN calculated from ICTI = %s, className: %s, MOclassRdn: %d, structClassRdn: %d, rdnFoundInToState: %d",
-            rdn_.c_str(), className_->c_str(), moClassRdnFound, structClassRdnFound, rdnFoundInToState);
-  if (rdn_.empty()) TAV_LOG(INFO_ABN, "Could not find rdn in SafcImmCtInstanceT input for %s", className_->c_str());
+            rdn_ ? rdn_.get() : "", className_->c_str(), moClassRdnFound, structClassRdnFound, rdnFoundInToState);
+  if (!rdn_) TAV_LOG(INFO_ABN, "Could not find rdn in SafcImmCtInstanceT input for %s", className_->c_str());
 }
 
 Instance::Instance(const std::string& parentName, const std::string& rdnAttribute, const std::string& rdnId,
                    const std::string& className, ValueType rdnType)
     : parentName_(std::make_shared<const std::string>(parentName)),
-      rdn_(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId)),
-      className_(std::make_shared<const std::string>(className)) {
+      className_(AttributeName::of(className)) {
+  setRdnText(rdnAttribute + "=" + DistinguishedName::escapeValue(rdnId));
   TAV_TRACE(TRACE1, "Instance::Instance(_parentName: %s, _rdnAttribute: %s, _rdnId: %s, _className: %s)",
             parentName.c_str(), rdnAttribute.c_str(), rdnId.c_str(), className.c_str());
   AttributeInternalIf* attribute = nullptr;
   if (addAttribute(rdnAttribute, rdnType, &attribute) && attribute != nullptr) {
-    attribute->addCopy(DistinguishedName::namingValueOf(rdn_, rdnAttribute).c_str());
+    attribute->addCopy(DistinguishedName::namingValueOf(getRdn(), rdnAttribute).c_str());
   } else {
     TAV_LOG(ERROR, "Unable to create RDN attribute for new instance of %s", className.c_str());
   }
@@ -160,7 +160,8 @@ bool Instance::setRdn(const std::string& rdn) {
   }
   const std::string newName = rdn.substr(0, equals);
   const std::string newValue = DistinguishedName::namingValueOf(rdn, newName);
-  const std::string oldName = rdn_.substr(0, rdn_.find('='));
+  const std::string_view current = this->rdn();
+  const std::string oldName(current.substr(0, current.find('=')));
 
   if (AttributeBase* attribute = find(oldName)) {
     // The value first: a value the attribute's type does not take leaves
@@ -176,18 +177,28 @@ bool Instance::setRdn(const std::string& rdn) {
     attribute->setName(newName.c_str());
     insert(attribute);
   }
-  rdn_ = rdn;
+  setRdnText(rdn);
   tellOwner();
   return true;
 }
 
-std::string Instance::getLdn() const { return parentName().empty() ? rdn_ : rdn_ + "," + parentName(); }
+std::string Instance::getLdn() const { return parentName().empty() ? getRdn() : getRdn() + "," + parentName(); }
 
 bool Instance::hasLdn(const std::string& ldn) const {
   const std::string& parent = parentName();
-  if (parent.empty()) return ldn == rdn_;
-  return ldn.size() == rdn_.size() + 1 + parent.size() && ldn.compare(0, rdn_.size(), rdn_) == 0 &&
-         ldn[rdn_.size()] == ',' && ldn.compare(rdn_.size() + 1, std::string::npos, parent) == 0;
+  const std::string_view rdn = this->rdn();
+  if (parent.empty()) return ldn == rdn;
+  return ldn.size() == rdn.size() + 1 + parent.size() && ldn.compare(0, rdn.size(), rdn) == 0 &&
+         ldn[rdn.size()] == ',' && ldn.compare(rdn.size() + 1, std::string::npos, parent) == 0;
+}
+
+void Instance::setRdnText(const std::string& rdn) {
+  if (rdn.empty()) {
+    rdn_.reset();
+    return;
+  }
+  rdn_.reset(new char[rdn.size() + 1]);
+  std::memcpy(rdn_.get(), rdn.c_str(), rdn.size() + 1);
 }
 
 void Instance::setParentName(const std::string& parentName) {

@@ -1,6 +1,7 @@
 #include "icti/InstanceGroup.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "common/Log.h"
 #include "icti/DistinguishedName.h"
@@ -32,7 +33,7 @@ constexpr const char* kNeverPrefixed = "KmovENodeBFunction";
 constexpr uint64_t kHashBasis = 14695981039346656037ull;
 constexpr uint64_t kHashPrime = 1099511628211ull;
 
-uint64_t hashMore(uint64_t hash, const std::string& text) {
+uint64_t hashMore(uint64_t hash, std::string_view text) {
   for (unsigned char c : text) hash = (hash ^ c) * kHashPrime;
   return hash;
 }

@@ -56,7 +56,7 @@ TEST(InstanceTest, TheReadRdnComesFromTheTargetsRdnAttributeTheClassOrTheStructI
   for (const auto& c : cases) {
     SCOPED_TRACE(c.targetRdnAttribute + " -> " + c.rdn);
     LogRecorder::installed().clear();
-    Instance instance(std::make_shared<const std::string>("Bar"), nullptr);
+    Instance instance(AttributeName::of("Bar"), nullptr);
     std::vector<AttributeBase*> readOrder;
     for (const Read& read : c.attributes) {
       readOrder.push_back(instance.addReadAttribute(AttributeName::of(read.name), read.type));
@@ -98,7 +98,7 @@ TEST(InstanceTest, PackedAttributesAreErasedDisplacedAndJoinedLikeOthers) {
   const PackedAttributes::Layout* layout = PackedAttributes::Layout::of(read);
   ASSERT_NE(nullptr, layout);
   EXPECT_EQ(layout, PackedAttributes::Layout::of(read));
-  Instance instance(std::make_shared<const std::string>("Foo"), std::make_shared<const std::string>("Top=1"));
+  Instance instance(AttributeName::of("Foo"), std::make_shared<const std::string>("Top=1"));
   PackedAttributes& packed = instance.readPacked(*layout);
   for (size_t i = 0; i < read.size(); ++i) {
     packed.lend(layout->slotRead(i), [&read, i](AttributeBase& attribute) {

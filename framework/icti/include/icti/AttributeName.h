@@ -2,7 +2,8 @@
 // attribute holds a pointer to its name, not a copy: a class of a million
 // instances keeps each of its attribute names once, and taking a name costs
 // no reference counting. Attribute names are the vocabulary of the schemas,
-// so the set stays small.
+// so the set stays small. Instances keep their class name here too, for the
+// same reasons.
 //
 // Safe to use from every thread; a thread takes a lock only the first time
 // it asks for a name, so actions going through a million instances on

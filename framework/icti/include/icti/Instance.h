@@ -13,6 +13,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -42,8 +43,8 @@ class Instance : public InstanceIf {
   // it has none), still without attributes: the reader gives it its
   // attributes either packed (readPacked) or one by one (addReadAttribute)
   // and then names it with nameByAttributes. The names are shared with the
-  // other instances read together.
-  Instance(SharedName className, SharedName parentName);
+  // other instances read together; `className` is AttributeName's.
+  Instance(const std::string* className, SharedName parentName);
   // A new instance "<rdnAttribute>=<rdnId>" below `parentName`, with its RDN
   // attribute of type `rdnType` holding the naming value of that RDN
   // (DistinguishedName::namingValueOf: `rdnId`, or the whole RDN when
@@ -80,7 +81,7 @@ class Instance : public InstanceIf {
   // The RDN follows from the attribute's first value by the conventions of
   // DistinguishedName::rdnOf.
   void nameByAttributes(const std::vector<AttributeBase*>& readOrder, const std::string& rdnAttribute);
-  std::string getRdn() const override { return rdn_; }
+  std::string getRdn() const override { return std::string(rdn()); }
   // Renames the RDN attribute and stores the naming value of the new RDN
   // (DistinguishedName::namingValueOf: the part after "=", unescaped, or the
   // whole RDN) as its first value. An attribute already holding the new
@@ -92,7 +93,7 @@ class Instance : public InstanceIf {
   // The RDN attribute of an MO class: "Foo" gives "fooId".
   static std::string moClassRdnAttribute(const std::string& className);
 
-  const std::string& rdn() const { return rdn_; }
+  std::string_view rdn() const { return rdn_ ? std::string_view(rdn_.get()) : std::string_view(); }
   const std::string& parentName() const { return parentName_ ? *parentName_ : none(); }
   const std::string& className() const { return *className_; }
   // Visits every attribute in name order without taking any out of the
@@ -127,8 +128,10 @@ class Instance : public InstanceIf {
   mutable Attributes attributes_;
   mutable PackedAttributes::Ptr packed_;
   SharedName parentName_;  // null: no parent
-  std::string rdn_;
-  SharedName className_;
+  void setRdnText(const std::string& rdn);
+
+  std::unique_ptr<char[]> rdn_;  // terminated; null: empty
+  const std::string* className_;  // AttributeName's
   Owner* owner_ = nullptr;
   InstanceGroupMember* membership_ = nullptr;
 };
