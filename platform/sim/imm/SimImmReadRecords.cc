@@ -50,30 +50,41 @@ bool SimImmReadRecords::fillInstance(const SimImmObject& object, SafcImmCtInstan
   }
   const size_t count = object.attrs.size() + 1;
   instance->attrValues = arena_.allocateArray<SaImmAttrValuesT_2*>(count + 1);
-  for (size_t i = 0; i < count; ++i) instance->attrValues[i] = arena_.allocateArray<SaImmAttrValuesT_2>(1);
-  if (!buildAttr(cls_.rdn, {SimImmValue{namingValue, false}}, instance->attrValues[0], why)) return false;
-  for (size_t i = 0; i < object.attrs.size(); ++i) {
-    const SimImmAttrValues& values = object.attrs[i];
-    const SimImmAttrDef* def = cls_.find(values.name);
-    if (def == nullptr || def == &cls_.rdn) {
-      *why = "attribute " + values.name +
-             (def == nullptr ? " is not defined in class " + cls_.name
-                             : " is the naming attribute, carried by the dn only");
-      return false;
-    }
-    if (!buildAttr(*def, values.values, instance->attrValues[i + 1], why)) return false;
+  const std::vector<SimImmValue> naming = {SimImmValue{namingValue, false}};
+  std::vector<std::pair<const SimImmAttrDef*, const std::vector<SimImmValue>*>> attrs = {{&cls_.rdn, &naming}};
+  for (const SimImmAttrValues& values : object.attrs) attrs.emplace_back(cls_.find(values.name), &values.values);
+  // The records and pointer arrays first, then the values: small values
+  // then lie side by side instead of each padded to the next pointer. The
+  // attributes are still checked in order, so the first fault is reported.
+  size_t shaped = 0;
+  while (shaped < count && attrs[shaped].first != nullptr && (shaped == 0 || attrs[shaped].first != &cls_.rdn)) {
+    instance->attrValues[shaped] = shapeAttr(*attrs[shaped].first, attrs[shaped].second->size());
+    ++shaped;
   }
-  return true;
+  for (size_t i = 0; i < shaped; ++i) {
+    if (!fillValues(*attrs[i].first, *attrs[i].second, instance->attrValues[i], why)) return false;
+  }
+  if (shaped == count) return true;
+  const std::string& name = object.attrs[shaped - 1].name;
+  *why = "attribute " + name +
+         (attrs[shaped].first == nullptr ? " is not defined in class " + cls_.name
+                                         : " is the naming attribute, carried by the dn only");
+  return false;
 }
 
-bool SimImmReadRecords::buildAttr(const SimImmAttrDef& def, const std::vector<SimImmValue>& values,
-                                  SaImmAttrValuesT_2* attr, std::string* why) {
+SaImmAttrValuesT_2* SimImmReadRecords::shapeAttr(const SimImmAttrDef& def, size_t count) {
+  auto* attr = arena_.allocateArray<SaImmAttrValuesT_2>(1);
   char*& name = attrNames_[&def];
   if (name == nullptr) name = arena_.copy(def.name);
   attr->attrName = name;
   attr->attrValueType = static_cast<SaImmValueTypeT>(def.type);
-  attr->attrValuesNumber = static_cast<SaUint32T>(values.size());
-  attr->attrValues = arena_.allocateArray<SaImmAttrValueT>(values.size() + 1);
+  attr->attrValuesNumber = static_cast<SaUint32T>(count);
+  attr->attrValues = arena_.allocateArray<SaImmAttrValueT>(count + 1);
+  return attr;
+}
+
+bool SimImmReadRecords::fillValues(const SimImmAttrDef& def, const std::vector<SimImmValue>& values,
+                                   SaImmAttrValuesT_2* attr, std::string* why) {
   const size_t size = SimImmValueCodec::valueSize(def.type);
   for (size_t i = 0; i < values.size(); ++i) {
     if (def.type == SA_IMM_ATTR_SANAMET) {

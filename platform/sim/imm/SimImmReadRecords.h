@@ -42,8 +42,11 @@ class SimImmReadRecords {
   // Builds one object's record; on failure `why` names the object and line.
   bool buildInstance(const SimImmObject& object, SafcImmCtInstanceT* instance, std::string* why);
   bool fillInstance(const SimImmObject& object, SafcImmCtInstanceT* instance, std::string* why);
-  bool buildAttr(const SimImmAttrDef& def, const std::vector<SimImmValue>& values, SaImmAttrValuesT_2* attr,
-                 std::string* why);
+  // An attribute's record with room for `count` value pointers.
+  SaImmAttrValuesT_2* shapeAttr(const SimImmAttrDef& def, size_t count);
+  // Parses the values into the record's value pointers.
+  bool fillValues(const SimImmAttrDef& def, const std::vector<SimImmValue>& values, SaImmAttrValuesT_2* attr,
+                  std::string* why);
   // The name record of `value`, shared by every record that holds the same
   // name: a name record is large and most names repeat (parents, references).
   // Null, with `why` set, when the value is no name.
