@@ -36,7 +36,7 @@ PackedAttributes::Layout::Layout(const std::vector<Read>& order) : order_(order)
     slots_.push_back({order[read].first, order[read].second, static_cast<uint32_t>(offset)});
     offset += listSize(order[read].second);
   }
-  bytes_ = sizeof(PackedAttributes) + flagBytes(order.size()) + offset;
+  bytes_ = sizeof(PackedAttributes) + offset;
 }
 
 const PackedAttributes::Layout* PackedAttributes::Layout::of(const std::vector<Read>& order) {
@@ -60,7 +60,6 @@ const PackedAttributes::Layout* PackedAttributes::Layout::of(const std::vector<R
 
 PackedAttributes::PackedAttributes(const Layout& layout)
     : layout_(layout), live_(static_cast<uint32_t>(layout.size())) {
-  std::memset(flags(), 1, layout.size());
   for (size_t slot = 0; slot < layout.size(); ++slot) {
     withAttributeType(layout.type(slot), [&](auto* tag) {
       new (area() + layout.slots_[slot].offset)
@@ -108,12 +107,21 @@ void PackedAttributes::erase(size_t slot) {
 void PackedAttributes::swap(size_t slot, AttributeBase& attribute) {
   withAttributeType(layout_.type(slot), [&](auto* tag) {
     using Typed = AttributeOf<decltype(tag)>;
-    using List = attribute_storage::ValueList<typename Typed::Value>;
-    static_cast<Typed&>(attribute).swapValues(*reinterpret_cast<List*>(area() + layout_.slots_[slot].offset));
+    static_cast<Typed&>(attribute).swapValues(values<typename Typed::Value>(slot));
   });
 }
 
+bool PackedAttributes::live(size_t slot) const {
+  bool live = false;
+  withAttributeType(layout_.type(slot), [&](auto* tag) {
+    live = !values<typename AttributeOf<decltype(tag)>::Value>(slot).retired();
+  });
+  return live;
+}
+
 void PackedAttributes::retire(size_t slot) {
-  flags()[slot] = 0;
+  withAttributeType(layout_.type(slot), [&](auto* tag) {
+    values<typename AttributeOf<decltype(tag)>::Value>(slot).retire();
+  });
   --live_;
 }

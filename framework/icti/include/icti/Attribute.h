@@ -129,6 +129,10 @@ class ValueList {
     values[position] = value;
     ++size_;
   }
+  // A retired list stands for values that have gone elsewhere: it holds
+  // none and takes none. Only an empty list retires.
+  void retire() { capacity_ = 0; }
+  bool retired() const { return capacity_ == 0; }
   // Exchanges the values of two lists of the same type.
   void swap(ValueList& other) {
     std::swap(held_, other.held_);

@@ -72,7 +72,7 @@ class PackedAttributes {
   PackedAttributes& operator=(const PackedAttributes&) = delete;
 
   const Layout& layout() const { return layout_; }
-  bool live(size_t slot) const { return flags()[slot] != 0; }
+  bool live(size_t slot) const;
   size_t liveCount() const { return live_; }
   // The live slot named `name`, or size() of the layout when there is none.
   size_t find(const char* name) const;
@@ -86,6 +86,10 @@ class PackedAttributes {
   const attribute_storage::ValueList<V>& values(size_t slot) const {
     return *reinterpret_cast<const attribute_storage::ValueList<V>*>(area() + layout_.slots_[slot].offset);
   }
+  template <typename V>
+  attribute_storage::ValueList<V>& values(size_t slot) {
+    return *reinterpret_cast<attribute_storage::ValueList<V>*>(area() + layout_.slots_[slot].offset);
+  }
   // The slot's values as an attribute object; the slot is no longer live.
   std::unique_ptr<AttributeBase> take(size_t slot);
   // Drops the slot's values; the slot is no longer live.
@@ -95,11 +99,10 @@ class PackedAttributes {
   explicit PackedAttributes(const Layout& layout);
   ~PackedAttributes() = default;
 
-  unsigned char* flags() { return reinterpret_cast<unsigned char*>(this + 1); }
-  const unsigned char* flags() const { return reinterpret_cast<const unsigned char*>(this + 1); }
-  unsigned char* area() { return flags() + flagBytes(layout_.size()); }
-  const unsigned char* area() const { return flags() + flagBytes(layout_.size()); }
-  static size_t flagBytes(size_t slots) { return (slots + 7) / 8 * 8; }
+  // The slots' value lists; a slot that is no longer live holds a retired
+  // one.
+  unsigned char* area() { return reinterpret_cast<unsigned char*>(this + 1); }
+  const unsigned char* area() const { return reinterpret_cast<const unsigned char*>(this + 1); }
   // Exchanges the slot's values with those of `attribute`, of its type.
   void swap(size_t slot, AttributeBase& attribute);
   // Ends the slot's life as a live slot.
