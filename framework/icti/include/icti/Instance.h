@@ -27,7 +27,7 @@ struct InstanceGroupMember;
 
 class Instance : public InstanceIf {
  public:
-  // The attributes in name order.
+  // The attributes kept as objects, in name order.
   using Attributes = std::vector<AttributeBase*>;
 
   class Owner {
