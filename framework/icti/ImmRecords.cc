@@ -252,8 +252,12 @@ void modelAttributes(const InstanceIf& instance, std::vector<Outgoing>* attribut
   attributes->clear();
   if (const auto* model = dynamic_cast<const Instance*>(&instance)) {
     model->forEachAttribute(
-        [attributes](const AttributeBase& object) { attributes->push_back({&object, nullptr, 0}); },
-        [attributes](PackedAttributes& packed, size_t slot) { attributes->push_back({nullptr, &packed, slot}); });
+        [attributes](const AttributeBase& object) {
+          attributes->push_back({&object, nullptr, 0});
+        },
+        [attributes](PackedAttributes& packed, size_t slot) {
+          attributes->push_back({nullptr, &packed, slot});
+        });
     return;
   }
   for (const auto& named : instance.getAttributes()) {

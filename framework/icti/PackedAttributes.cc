@@ -83,8 +83,9 @@ void PackedAttributes::Free::operator()(PackedAttributes* packed) const {
 
 size_t PackedAttributes::find(const char* name) const {
   const auto& slots = layout_.slots_;
-  auto at = std::lower_bound(slots.begin(), slots.end(), name,
-                             [](const Layout::Slot& slot, const char* n) { return std::strcmp(slot.name->c_str(), n) < 0; });
+  auto at = std::lower_bound(slots.begin(), slots.end(), name, [](const Layout::Slot& slot, const char* n) {
+    return std::strcmp(slot.name->c_str(), n) < 0;
+  });
   const size_t slot = static_cast<size_t>(at - slots.begin());
   return at != slots.end() && *at->name == name && live(slot) ? slot : slots.size();
 }
@@ -113,15 +114,13 @@ void PackedAttributes::swap(size_t slot, AttributeBase& attribute) {
 
 bool PackedAttributes::live(size_t slot) const {
   bool live = false;
-  withAttributeType(layout_.type(slot), [&](auto* tag) {
-    live = !values<typename AttributeOf<decltype(tag)>::Value>(slot).retired();
-  });
+  withAttributeType(layout_.type(slot),
+                    [&](auto* tag) { live = !values<typename AttributeOf<decltype(tag)>::Value>(slot).retired(); });
   return live;
 }
 
 void PackedAttributes::retire(size_t slot) {
-  withAttributeType(layout_.type(slot), [&](auto* tag) {
-    values<typename AttributeOf<decltype(tag)>::Value>(slot).retire();
-  });
+  withAttributeType(layout_.type(slot),
+                    [&](auto* tag) { values<typename AttributeOf<decltype(tag)>::Value>(slot).retire(); });
   --live_;
 }

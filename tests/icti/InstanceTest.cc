@@ -130,9 +130,11 @@ TEST(InstanceTest, PackedAttributesAreErasedDisplacedAndJoinedLikeOthers) {
 TEST(InstanceTest, OnlyDistinctlyNamedValueTypesPack) {
   const std::string* a = AttributeName::of("a");
   const std::string* b = AttributeName::of("b");
-  EXPECT_EQ(nullptr, PackedAttributes::Layout::of({{a, ValueType::kInt32}, {b, ValueType::kInt32}, {a, ValueType::kString}}));
+  EXPECT_EQ(nullptr,
+            PackedAttributes::Layout::of({{a, ValueType::kInt32}, {b, ValueType::kInt32}, {a, ValueType::kString}}));
   EXPECT_EQ(nullptr, PackedAttributes::Layout::of({{a, ValueType::kInt32}, {b, static_cast<ValueType>(11)}}));
-  const PackedAttributes::Layout* layout = PackedAttributes::Layout::of({{b, ValueType::kInt32}, {a, ValueType::kName}});
+  const PackedAttributes::Layout* layout =
+      PackedAttributes::Layout::of({{b, ValueType::kInt32}, {a, ValueType::kName}});
   ASSERT_NE(nullptr, layout);
   EXPECT_EQ(a, layout->name(0));
   EXPECT_EQ(1u, layout->slotRead(0));

@@ -50,25 +50,25 @@ bool SimImmReadRecords::fillInstance(const SimImmObject& object, SafcImmCtInstan
   }
   const size_t count = object.attrs.size() + 1;
   instance->attrValues = arena_.allocateArray<SaImmAttrValuesT_2*>(count + 1);
-  const std::vector<SimImmValue> naming = {SimImmValue{namingValue, false}};
-  std::vector<std::pair<const SimImmAttrDef*, const std::vector<SimImmValue>*>> attrs = {{&cls_.rdn, &naming}};
-  for (const SimImmAttrValues& values : object.attrs) attrs.emplace_back(cls_.find(values.name), &values.values);
+  naming_.assign(1, SimImmValue{namingValue, false});
+  attrs_.assign(1, {&cls_.rdn, &naming_});
+  for (const SimImmAttrValues& values : object.attrs) attrs_.emplace_back(cls_.find(values.name), &values.values);
   // The records and pointer arrays first, then the values: small values
   // then lie side by side instead of each padded to the next pointer. The
   // attributes are still checked in order, so the first fault is reported.
   size_t shaped = 0;
-  while (shaped < count && attrs[shaped].first != nullptr && (shaped == 0 || attrs[shaped].first != &cls_.rdn)) {
-    instance->attrValues[shaped] = shapeAttr(*attrs[shaped].first, attrs[shaped].second->size());
+  while (shaped < count && attrs_[shaped].first != nullptr && (shaped == 0 || attrs_[shaped].first != &cls_.rdn)) {
+    instance->attrValues[shaped] = shapeAttr(*attrs_[shaped].first, attrs_[shaped].second->size());
     ++shaped;
   }
   for (size_t i = 0; i < shaped; ++i) {
-    if (!fillValues(*attrs[i].first, *attrs[i].second, instance->attrValues[i], why)) return false;
+    if (!fillValues(*attrs_[i].first, *attrs_[i].second, instance->attrValues[i], why)) return false;
   }
   if (shaped == count) return true;
   const std::string& name = object.attrs[shaped - 1].name;
   *why = "attribute " + name +
-         (attrs[shaped].first == nullptr ? " is not defined in class " + cls_.name
-                                         : " is the naming attribute, carried by the dn only");
+         (attrs_[shaped].first == nullptr ? " is not defined in class " + cls_.name
+                                          : " is the naming attribute, carried by the dn only");
   return false;
 }
 
@@ -91,7 +91,8 @@ bool SimImmReadRecords::fillValues(const SimImmAttrDef& def, const std::vector<S
       attr->attrValues[i] = nameRecord(values[i], why);
     } else {
       attr->attrValues[i] = arena_.allocate(size);
-      if (!SimImmValueCodec::parse(def.type, values[i], attr->attrValues[i], arena_, why)) attr->attrValues[i] = nullptr;
+      if (!SimImmValueCodec::parse(def.type, values[i], attr->attrValues[i], arena_, why))
+        attr->attrValues[i] = nullptr;
     }
     if (attr->attrValues[i] == nullptr) {
       *why = "attribute " + def.name + ": " + *why;

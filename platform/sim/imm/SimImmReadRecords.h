@@ -57,6 +57,11 @@ class SimImmReadRecords {
   std::vector<SafcImmCtInstanceT*> instances_;
   std::unordered_map<std::string, void*> names_;  // by text, marked base64 or not
   std::unordered_map<const SimImmAttrDef*, char*> attrNames_;
+  // Scratch of fillInstance, kept so that an object costs no allocation:
+  // the naming value, and each attribute's definition (null: undefined)
+  // and values.
+  std::vector<SimImmValue> naming_;
+  std::vector<std::pair<const SimImmAttrDef*, const std::vector<SimImmValue>*>> attrs_;
 };
 
 #endif

@@ -120,6 +120,7 @@ class Instance : public InstanceIf {
   void unpackAll() const;
   // Drops the packed storage once no attribute is left in it.
   void dropEmptyPacked() const;
+  void setRdnText(const std::string& rdn);
   void tellOwner();
   static const std::string& none();
 
@@ -127,10 +128,8 @@ class Instance : public InstanceIf {
   // is in one of them at most. Both change when an attribute is asked for.
   mutable Attributes attributes_;
   mutable PackedAttributes::Ptr packed_;
-  SharedName parentName_;  // null: no parent
-  void setRdnText(const std::string& rdn);
-
-  std::unique_ptr<char[]> rdn_;  // terminated; null: empty
+  SharedName parentName_;         // null: no parent
+  std::unique_ptr<char[]> rdn_;   // terminated; null: empty
   const std::string* className_;  // AttributeName's
   Owner* owner_ = nullptr;
   InstanceGroupMember* membership_ = nullptr;
